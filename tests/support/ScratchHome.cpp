@@ -1,0 +1,46 @@
+#include "tests/support/ScratchHome.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace testing_support {
+
+ScratchHome::ScratchHome() {
+  const auto set = [this](const char* name, const QString& value) {
+    saved.emplace_back(name, qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt);
+    qputenv(name, QFile::encodeName(value));
+  };
+  set("HOME", folder.path());
+  set("XDG_CONFIG_HOME", path(QStringLiteral(".config")));
+  set("XDG_DATA_HOME", path(QStringLiteral(".local/share")));
+  set("XDG_CACHE_HOME", path(QStringLiteral(".cache")));
+  set("XDG_RUNTIME_DIR", path(QStringLiteral(".runtime")));
+  QDir().mkpath(path(QStringLiteral(".runtime")));
+  QFile::setPermissions(path(QStringLiteral(".runtime")),
+                        QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+ScratchHome::~ScratchHome() {
+  for (auto entry = saved.rbegin(); entry != saved.rend(); ++entry) {
+    if (entry->second)
+      qputenv(entry->first.constData(), *entry->second);
+    else
+      qunsetenv(entry->first.constData());
+  }
+}
+
+QString ScratchHome::path(const QString& relative) const {
+  return relative.isEmpty() ? folder.path() : folder.filePath(relative);
+}
+
+QString ScratchHome::write(const QString& relative, const QByteArray& contents) const {
+  const QString file = path(relative);
+  QDir().mkpath(QFileInfo(file).path());
+  QFile out(file);
+  if (!out.open(QIODevice::WriteOnly) || out.write(contents) != contents.size())
+    qFatal("cannot write a test's own file");
+  return file;
+}
+
+}  // namespace testing_support

@@ -1,0 +1,12 @@
+#include "tests/support/ScratchHome.h"
+
+#include <QCoreApplication>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+  const testing_support::ScratchHome home;
+  ::testing::InitGoogleTest(&argc, argv);
+  const QCoreApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}

@@ -1,0 +1,13 @@
+#include "tests/support/ScratchHome.h"
+
+#include <QApplication>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+  const testing_support::ScratchHome home;
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  ::testing::InitGoogleTest(&argc, argv);
+  const QApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}
