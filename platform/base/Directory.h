@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/base/Date.h"
+
+#include <QString>
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+struct DirectoryEntry {
+  QString name;
+  /// Of the contents; distantPast where the system can't tell. A symbolic link has the link's own.
+  Date modificationDate = distantPast;
+};
+
+/// Says from the bytes of a name alone whether the entry is wanted.
+using NameFilter = bool (*)(std::string_view name);
+
+/// The visible direct children of a folder whose names `isWanted` accepts, newest first; those of one date in
+/// the order in which the folder gives them. Names that begin with a dot are hidden. Absent if the folder
+/// can't be read.
+///
+/// Costs one look at each name and one question to the file system for each accepted one, since this runs on
+/// the main thread over folders of any size.
+[[nodiscard]] std::optional<std::vector<DirectoryEntry>> newestFirst(const QString& folder,
+                                                                     NameFilter isWanted);
+
+}  // namespace platform

@@ -1,0 +1,95 @@
+#include "platform/base/SingleInstance.h"
+
+#include "platform/base/Locations.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSocketNotifier>
+
+#include <cstring>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace platform {
+namespace {
+
+/// Names the display that this process is to show itself on; safe as a file name.
+QString displayName() {
+  QString display = qEnvironmentVariable("WAYLAND_DISPLAY");
+  if (display.isEmpty())
+    display = qEnvironmentVariable("DISPLAY", QStringLiteral("none"));
+  for (QChar& character : display)
+    if (!character.isLetterOrNumber())
+      character = u'_';
+  return display;
+}
+
+/// Absent (no family) if the path doesn't fit a socket's address.
+sockaddr_un addressOf(const QByteArray& path) {
+  sockaddr_un address{};
+  if (static_cast<size_t>(path.size()) < sizeof address.sun_path) {
+    address.sun_family = AF_UNIX;
+    std::memcpy(address.sun_path, path.constData(), static_cast<size_t>(path.size()));
+  }
+  return address;
+}
+
+void ring(const QByteArray& socketPath) {
+  const sockaddr_un address = addressOf(socketPath);
+  const int descriptor = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+  // Without an answer: an instance that is just starting or ending hears nothing, and needs nothing.
+  const char anything = 0;
+  sendto(descriptor, &anything, 1, 0, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+  close(descriptor);
+}
+
+}  // namespace
+
+SingleInstance::SingleInstance() {
+  const QString folder = Locations::runtime();
+  QDir().mkpath(folder);
+  const QByteArray base = QFile::encodeName(folder + u'/' + displayName());
+  const QByteArray socketPath = base + ".socket";
+  lockDescriptor = open((base + ".lock").constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  if (lockDescriptor < 0)
+    return;
+  if (flock(lockDescriptor, LOCK_EX | LOCK_NB) != 0) {
+    first = false;
+    ring(socketPath);
+    return;
+  }
+  listen(socketPath);
+}
+
+void SingleInstance::listen(const QByteArray& socketPath) {
+  const sockaddr_un address = addressOf(socketPath);
+  socketDescriptor = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+  unlink(socketPath.constData());  // left behind by an instance that was killed; the lock says that it's gone
+  if (bind(socketDescriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
+    return;
+  notifier = std::make_unique<QSocketNotifier>(socketDescriptor, QSocketNotifier::Read);
+  QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(), [this] {
+    char anything;
+    while (recv(socketDescriptor, &anything, 1, 0) >= 0) {
+    }
+    if (onRung)
+      onRung();
+  });
+}
+
+SingleInstance::~SingleInstance() {
+  notifier.reset();
+  if (socketDescriptor >= 0)
+    close(socketDescriptor);
+  if (lockDescriptor >= 0)
+    close(lockDescriptor);
+}
+
+void SingleInstance::setRungHandler(std::function<void()> handler) {
+  onRung = std::move(handler);
+}
+
+}  // namespace platform
