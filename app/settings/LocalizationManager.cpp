@@ -1,0 +1,98 @@
+#include "app/settings/LocalizationManager.h"
+
+#include "platform/base/UserDefaults.h"
+
+#include <algorithm>
+
+namespace sorrel {
+namespace {
+
+using platform::Bundle;
+
+const QString languageKey = QStringLiteral("appLanguage");
+
+AppLanguage storedLanguage() {
+  const auto text = platform::UserDefaults::standard().string(languageKey);
+  const auto* const match = std::find_if(allAppLanguages.begin(), allAppLanguages.end(),
+                                         [&](AppLanguage language) { return rawValue(language) == text; });
+  return match == allAppLanguages.end() ? AppLanguage::system : *match;
+}
+
+std::shared_ptr<const Bundle> resolveBundle(AppLanguage language) {
+  const auto main = Bundle::main();
+  const QString code = language == AppLanguage::system
+                           ? main->preferredLocalizations().value(0, QStringLiteral("en"))
+                           : rawValue(language);
+  const QString path = main->pathForResource(code, QStringLiteral("lproj"));
+  const auto folder = path.isEmpty() ? nullptr : Bundle::withPath(path);
+  return folder ? folder : main;
+}
+
+std::unique_ptr<LocalizationManager>& sharedSlot() {
+  static std::unique_ptr<LocalizationManager> slot;
+  return slot;
+}
+
+}  // namespace
+
+QString rawValue(AppLanguage language) {
+  switch (language) {
+    case AppLanguage::ko:
+      return QStringLiteral("ko");
+    case AppLanguage::en:
+      return QStringLiteral("en");
+    case AppLanguage::system:
+      break;
+  }
+  return QStringLiteral("system");
+}
+
+QString labelKey(AppLanguage language) {
+  switch (language) {
+    case AppLanguage::ko:
+      return QStringLiteral("settings.language.korean");
+    case AppLanguage::en:
+      return QStringLiteral("settings.language.english");
+    case AppLanguage::system:
+      break;
+  }
+  return QStringLiteral("settings.language.system");
+}
+
+LocalizationManager& LocalizationManager::shared() {
+  auto& slot = sharedSlot();
+  if (!slot)
+    slot.reset(new LocalizationManager);
+  return *slot;
+}
+
+void LocalizationManager::resetShared() {
+  sharedSlot().reset();
+}
+
+LocalizationManager::LocalizationManager() : chosen(storedLanguage()), table(resolveBundle(chosen)) {
+}
+
+void LocalizationManager::setLanguage(AppLanguage language) {
+  chosen = language;
+  platform::UserDefaults::standard().set(languageKey, rawValue(language));
+  table = resolveBundle(language);
+
+  std::erase_if(observers, [](const auto& weak) { return weak.expired(); });
+  const auto current = observers;  // an observer may add others
+  for (const auto& weak : current)
+    if (const auto observer = weak.lock())
+      (*observer)();
+}
+
+LocalizationManager::Token LocalizationManager::observe(std::function<void()> observer) {
+  auto token = std::make_shared<std::function<void()>>(std::move(observer));
+  observers.push_back(token);
+  return token;
+}
+
+QString localized(const QString& key) {
+  return LocalizationManager::shared().bundle()->localizedString(key, key);
+}
+
+}  // namespace sorrel

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/base/Bundle.h"
+
+#include <QString>
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace sorrel {
+
+/// The interface languages that a user can choose, in the order of the picker.
+enum class AppLanguage { system, ko, en };
+inline constexpr std::array allAppLanguages = {AppLanguage::system, AppLanguage::ko, AppLanguage::en};
+
+/// The text by which the settings store a language.
+[[nodiscard]] QString rawValue(AppLanguage language);
+/// The key of the language's name in the picker.
+[[nodiscard]] QString labelKey(AppLanguage language);
+
+/// The interface language of the program, which the user may choose apart from the desktop's, and the string
+/// table that goes with it. Main thread only.
+///
+/// Whoever shows texts observes it and draws them anew; what is built on demand needs no observer.
+class LocalizationManager {
+ public:
+  static LocalizationManager& shared();
+  /// Forgets the shared manager, so that the next use makes a new one: for a test that has changed the
+  /// settings or the resources behind it. Its observers are gone too.
+  static void resetShared();
+
+  LocalizationManager(const LocalizationManager&) = delete;
+  LocalizationManager& operator=(const LocalizationManager&) = delete;
+
+  [[nodiscard]] AppLanguage language() const { return chosen; }
+  /// Stores the choice, finds its table and tells the observers, also where the choice is the present one.
+  void setLanguage(AppLanguage language);
+  /// The current source of texts, never null: the table of the chosen language, or the main bundle where that
+  /// has no such table.
+  [[nodiscard]] std::shared_ptr<const platform::Bundle> bundle() const { return table; }
+
+  /// Calls `observer` after each change of the language, until the returned token goes.
+  using Token = std::shared_ptr<void>;
+  [[nodiscard]] Token observe(std::function<void()> observer);
+
+ private:
+  LocalizationManager();
+
+  AppLanguage chosen;
+  std::shared_ptr<const platform::Bundle> table;
+  std::vector<std::weak_ptr<std::function<void()>>> observers;
+};
+
+/// The text of `key` in the interface language; a key without a text shows itself.
+[[nodiscard]] QString localized(const QString& key);
+
+}  // namespace sorrel
