@@ -1,0 +1,42 @@
+#include "platform/desktop/Image.h"
+
+#include <QFile>
+#include <QPixmap>
+
+namespace platform {
+namespace {
+
+std::optional<Image> fromResource(const QString& path) {
+  if (!QFile::exists(path))
+    return std::nullopt;
+  Image image;
+  image.icon = QIcon(path);
+  return image;
+}
+
+}  // namespace
+
+std::optional<Image> Image::named(const QString& name) {
+  const QString path = QStringLiteral(":/sorrel/images/") + name;
+  // Images that are on screen from the start come in drawn sizes too: no vector image need be read for them.
+  Image image;
+  for (const int side : {16, 18, 20, 22, 24, 32, 36, 44, 48, 64})
+    if (const QString drawn = QStringLiteral("%1@%2.png").arg(path).arg(side); QFile::exists(drawn))
+      image.icon.addFile(drawn, QSize(side, side));
+  return image.icon.isNull() ? fromResource(path + QStringLiteral(".svg")) : image;
+}
+
+std::optional<Image> Image::withSystemSymbolName(const QString& name) {
+  return fromResource(QStringLiteral(":/sorrel/symbols/%1.svg").arg(name));
+}
+
+Image Image::blank(int size) {
+  QPixmap pixmap(size, size);
+  pixmap.fill(Qt::transparent);
+  Image image;
+  image.icon = QIcon(pixmap);
+  image.size = QSizeF(size, size);
+  return image;
+}
+
+}  // namespace platform

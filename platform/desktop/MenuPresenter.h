@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/base/Menu.h"
+
+#include <QPointer>
+
+#include <memory>
+
+class QMenu;
+class QPoint;
+
+namespace platform {
+
+/// Shows plain-data menus.
+///
+/// While one is open, the two notifications of platform/base/Menu.h tell so. A key equivalent is reached with
+/// Control as well as with the logo key, since Control is what this desktop's users press for a menu's
+/// commands.
+class MenuPresenter {
+ public:
+  MenuPresenter() = default;
+  ~MenuPresenter();
+  MenuPresenter(const MenuPresenter&) = delete;
+  MenuPresenter& operator=(const MenuPresenter&) = delete;
+
+  /// Opens the menu with its upper left corner at `position` (window system coordinates), or where it fits;
+  /// returns at once. A menu that is open already closes.
+  void popUp(std::shared_ptr<const Menu> menu, const QPoint& position);
+  /// Closes the menu if one is open; nothing in it is chosen.
+  void cancelTracking();
+
+  /// Fills a menu of the toolkit's with the rows of `menu`, in place of what was in it.
+  static void fill(QMenu& target, const std::shared_ptr<const Menu>& menu);
+
+ private:
+  QPointer<QMenu> open;
+};
+
+}  // namespace platform
