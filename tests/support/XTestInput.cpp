@@ -1,0 +1,76 @@
+#include "tests/support/XTestInput.h"
+
+#include <cstdlib>
+#include <stdexcept>
+#include <xcb/xcb.h>
+#include <xcb/xtest.h>
+
+namespace testing_support {
+
+namespace {
+
+constexpr int evdevOffset = 8;  // an X keycode is the evdev code plus this
+constexpr int pointerButtons = 5;
+
+}  // namespace
+
+XTestInput::XTestInput(const std::string& display) : connection(xcb_connect(display.c_str(), nullptr)) {
+  const xcb_query_extension_reply_t* extension =
+      xcb_connection_has_error(connection) ? nullptr : xcb_get_extension_data(connection, &xcb_test_id);
+  if (!extension || !extension->present) {
+    xcb_disconnect(connection);
+    throw std::runtime_error("no XTEST on display " + display);
+  }
+}
+
+XTestInput::~XTestInput() {
+  releaseAll();
+  xcb_disconnect(connection);
+}
+
+void XTestInput::pressKey(int evdevCode) {
+  send(XCB_KEY_PRESS, evdevCode + evdevOffset, 0, 0);
+}
+void XTestInput::releaseKey(int evdevCode) {
+  send(XCB_KEY_RELEASE, evdevCode + evdevOffset, 0, 0);
+}
+void XTestInput::tapKey(int evdevCode) {
+  pressKey(evdevCode);
+  releaseKey(evdevCode);
+}
+
+void XTestInput::moveTo(int x, int y) {
+  send(XCB_MOTION_NOTIFY, 0, x, y);
+}
+void XTestInput::pressButton(int button) {
+  send(XCB_BUTTON_PRESS, button, 0, 0);
+}
+void XTestInput::releaseButton(int button) {
+  send(XCB_BUTTON_RELEASE, button, 0, 0);
+}
+void XTestInput::clickButton(int button) {
+  pressButton(button);
+  releaseButton(button);
+}
+
+void XTestInput::send(int type, int detail, int x, int y) {
+  xcb_test_fake_input(connection, static_cast<uint8_t>(type), static_cast<uint8_t>(detail), XCB_CURRENT_TIME,
+                      XCB_WINDOW_NONE, static_cast<int16_t>(x), static_cast<int16_t>(y), 0);
+  // Any request with a reply is answered only after the input before it was dealt with.
+  std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+}
+
+void XTestInput::releaseAll() {
+  xcb_query_keymap_reply_t* keys = xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr);
+  if (!keys)
+    return;
+  for (int code = evdevOffset; code < 256; ++code) {
+    if (keys->keys[code / 8] & (1 << (code % 8)))
+      releaseKey(code - evdevOffset);
+  }
+  std::free(keys);
+  for (int button = 1; button <= pointerButtons; ++button)
+    releaseButton(button);
+}
+
+}  // namespace testing_support
