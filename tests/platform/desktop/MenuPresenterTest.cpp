@@ -1,0 +1,95 @@
+#include "platform/base/NotificationCenter.h"
+#include "platform/desktop/MenuPresenter.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace platform;
+
+namespace {
+
+class MenuPresenterTest : public testing::Test {
+ protected:
+  MenuPresenterTest() {
+    auto& center = NotificationCenter::defaultCenter();
+    const auto note = [this](const QString& what) { return [this, what](const auto&) { tracking += what; }; };
+    tokens << center.addObserver(QString::fromLatin1(menuDidBeginTrackingNotification),
+                                 NotificationCenter::Queue::PostingThread, note(QStringLiteral("begin ")));
+    tokens << center.addObserver(QString::fromLatin1(menuDidEndTrackingNotification),
+                                 NotificationCenter::Queue::PostingThread, note(QStringLiteral("end ")));
+    for (const char* title : {"Settings & more", "Quit"}) {
+      MenuItem item;
+      item.title = QString::fromLatin1(title);
+      item.keyEquivalent = item.title.at(0) == u'Q' ? QStringLiteral("q") : QStringLiteral(",");
+      item.action = [this, row = item.title] { chosen << row; };
+      menu->items.push_back(item);
+      menu->items.push_back(MenuItem::separator());
+    }
+    menu->items.pop_back();
+  }
+  ~MenuPresenterTest() override {
+    for (const auto& token : tokens)
+      NotificationCenter::defaultCenter().removeObserver(token);
+  }
+
+  QMenu* open() {
+    presenter.popUp(menu, QPoint(10, 10));
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  }
+
+  QString tracking;
+  QStringList chosen;
+  QList<NotificationCenter::Token> tokens;
+  std::shared_ptr<Menu> menu = std::make_shared<Menu>();
+  MenuPresenter presenter;
+};
+
+TEST_F(MenuPresenterTest, ShowsTheRowsAndTellsAroundTheTimeItIsOpen) {
+  QMenu* const shown = open();
+  ASSERT_TRUE(shown);
+  EXPECT_EQ(tracking, QStringLiteral("begin "));
+  ASSERT_EQ(shown->actions().size(), 3);
+  EXPECT_EQ(shown->actions()[0]->text(), QStringLiteral("Settings && more"));
+  EXPECT_TRUE(shown->actions()[1]->isSeparator());
+  presenter.cancelTracking();
+  EXPECT_EQ(tracking, QStringLiteral("begin end "));
+  presenter.cancelTracking();
+  EXPECT_EQ(tracking, QStringLiteral("begin end "));
+  EXPECT_TRUE(chosen.isEmpty());
+}
+
+TEST_F(MenuPresenterTest, ARowIsChosenByTheArrowKeysOrItsKeyEquivalent) {
+  QTest::keyClick(open(), Qt::Key_Down);
+  QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
+  EXPECT_EQ(chosen, QStringList({QStringLiteral("Settings & more")}));
+  for (const auto modifier : {Qt::ControlModifier, Qt::MetaModifier}) {
+    chosen.clear();
+    QTest::keyClick(open(), Qt::Key_Q, modifier);
+    EXPECT_EQ(chosen, QStringList({QStringLiteral("Quit")}));
+    EXPECT_FALSE(QApplication::activePopupWidget());
+  }
+  chosen.clear();
+  QTest::keyClick(open(), Qt::Key_Q, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_TRUE(chosen.isEmpty());
+  presenter.cancelTracking();
+}
+
+TEST_F(MenuPresenterTest, ADisabledRowCannotBeChosen) {
+  menu->items.back().isEnabled = false;
+  QTest::keyClick(open(), Qt::Key_Q, Qt::ControlModifier);
+  EXPECT_TRUE(chosen.isEmpty());
+  EXPECT_TRUE(QApplication::activePopupWidget());
+  presenter.cancelTracking();
+}
+
+TEST_F(MenuPresenterTest, AMenuOpenedOverAnotherClosesIt) {
+  open();
+  open();
+  EXPECT_EQ(tracking, QStringLiteral("begin end begin "));
+  presenter.cancelTracking();
+}
+
+}  // namespace
