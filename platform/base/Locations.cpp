@@ -8,6 +8,16 @@
 #include <pwd.h>
 
 namespace platform::Locations {
+namespace {
+
+/// The folder that the environment names, or else `usual` in the home folder. A relative path counts as none,
+/// as the base directory rules have it; QStandardPaths would take it from wherever the program was started.
+QString baseFolder(const char* variable, const QString& usual) {
+  const QString named = qEnvironmentVariable(variable);
+  return named.startsWith(u'/') ? QDir::cleanPath(named) : home() + u'/' + usual;
+}
+
+}  // namespace
 
 QString home() {
   return QDir::homePath();
@@ -18,11 +28,11 @@ QString documents() {
 }
 
 QString applicationSupport() {
-  return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  return baseFolder("XDG_DATA_HOME", QStringLiteral(".local/share"));
 }
 
 QString configuration() {
-  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/Sorrel");
+  return baseFolder("XDG_CONFIG_HOME", QStringLiteral(".config")) + QStringLiteral("/Sorrel");
 }
 
 QString runtime() {
