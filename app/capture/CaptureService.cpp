@@ -1,0 +1,58 @@
+#include "app/capture/CaptureService.h"
+
+#include "app/capture/AppPaths.h"
+#include "platform/base/Locations.h"
+#include "platform/base/Log.h"
+#include "platform/base/MainQueue.h"
+#include "platform/base/Task.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+
+namespace sorrel {
+
+using platform::MainQueue;
+
+CaptureService& CaptureService::shared() {
+  static CaptureService service;
+  return service;
+}
+
+void CaptureService::interactiveCaptureToFile(Completion completion) {
+  const QUrl url = uniqueURL();
+  runScreencapture({QStringLiteral("-i"), url.toLocalFile()}, url, std::move(completion));
+}
+
+void CaptureService::interactiveCaptureToClipboard() {
+  runScreencapture({QStringLiteral("-i"), QStringLiteral("-c")}, std::nullopt, [](const auto&) {});
+}
+
+QUrl CaptureService::uniqueURL() {
+  const QDir bottle(AppPaths::bottleDirectory().toLocalFile());
+  const QString base =
+      QStringLiteral("Sorrel ") +
+      QLocale::c().toString(MainQueue::main().now().toLocalTime(), u"yyyy-MM-dd 'at' HH.mm.ss");
+  QString name = base + QStringLiteral(".png");
+  for (int number = 2; bottle.exists(name); ++number)
+    name = QStringLiteral("%1 (%2).png").arg(base).arg(number);
+  return QUrl::fromLocalFile(bottle.filePath(name));
+}
+
+void CaptureService::runScreencapture(const QStringList& arguments, const std::optional<QUrl>& fileURL,
+                                      Completion completion) {
+  const auto finish = [completion = std::move(completion)](std::optional<QUrl> result) {
+    MainQueue::main().async([completion, result] { completion(result); });
+  };
+  const auto onTermination = [fileURL, finish] {
+    const bool hasFile = fileURL && QFileInfo::exists(fileURL->toLocalFile());
+    finish(hasFile ? fileURL : std::nullopt);
+  };
+  const QString tool = platform::Locations::systemTool(QStringLiteral("/usr/sbin/screencapture"));
+  if (const auto error = platform::launchTask(tool, arguments, onTermination)) {
+    platform::log(QStringLiteral("Sorrel screencapture launch failed: ") + *error);
+    finish(std::nullopt);
+  }
+}
+
+}  // namespace sorrel

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QStringList>
+#include <QUrl>
+
+#include <functional>
+#include <optional>
+
+namespace sorrel {
+
+/// Takes screenshots by running the system's interactive capture tool. Draws nothing and reads no pixels
+/// itself, and keeps no state: captures may overlap. Main thread only.
+class CaptureService {
+ public:
+  /// Given the picture's file, or nothing if the user cancelled or the tool failed; called once, on the main
+  /// thread, after the call that it belongs to has returned.
+  using Completion = std::function<void(std::optional<QUrl>)>;
+
+  static CaptureService& shared();
+
+  /// Captures into a new file in the storage folder as it is set now.
+  void interactiveCaptureToFile(Completion completion);
+  void interactiveCaptureToClipboard();
+
+ private:
+  CaptureService() = default;
+  /// The first free name in the storage folder: of the present second, then numbered from 2.
+  static QUrl uniqueURL();
+  /// `fileURL` is where the tool was told to put the picture, if it was told.
+  static void runScreencapture(const QStringList& arguments, const std::optional<QUrl>& fileURL,
+                               Completion completion);
+};
+
+}  // namespace sorrel

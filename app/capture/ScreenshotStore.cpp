@@ -1,0 +1,47 @@
+#include "app/capture/ScreenshotStore.h"
+
+#include "app/capture/AppPaths.h"
+#include "platform/base/Directory.h"
+#include "platform/base/Trash.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace sorrel::ScreenshotStore {
+namespace {
+
+constexpr std::array<std::string_view, 6> imageExtensions{"png", "jpg", "jpeg", "heic", "tiff", "gif"};
+
+bool hasImageExtension(std::string_view name) {
+  const size_t dot = name.rfind('.');
+  if (dot == std::string_view::npos)
+    return false;
+  const std::string_view extension = name.substr(dot + 1);
+  const auto equalsIgnoringCase = [extension](std::string_view accepted) {
+    return std::equal(
+        extension.begin(), extension.end(), accepted.begin(), accepted.end(),
+        [](char left, char right) { return (left >= 'A' && left <= 'Z' ? left + 32 : left) == right; });
+  };
+  return std::any_of(imageExtensions.begin(), imageExtensions.end(), equalsIgnoringCase);
+}
+
+}  // namespace
+
+std::vector<Screenshot> all() {
+  const QString folder = AppPaths::bottleDirectory().toLocalFile();  // ends in a slash
+  const auto entries = platform::newestFirst(folder, hasImageExtension);
+  std::vector<Screenshot> screenshots;
+  if (!entries)
+    return screenshots;
+  screenshots.reserve(entries->size());
+  for (const auto& entry : *entries)
+    screenshots.push_back({folder + entry.name, entry.modificationDate});
+  return screenshots;
+}
+
+void moveToTrash(const Screenshot& screenshot) {
+  [[maybe_unused]] const bool isMoved = platform::Trash::moveItem(screenshot.path);
+}
+
+}  // namespace sorrel::ScreenshotStore
