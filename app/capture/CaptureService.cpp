@@ -49,7 +49,7 @@ void CaptureService::runScreencapture(const QStringList& arguments, const std::o
     finish(hasFile ? fileURL : std::nullopt);
   };
   const QString tool = platform::Locations::systemTool(QStringLiteral("/usr/sbin/screencapture"));
-  if (const auto error = platform::launchTask(tool, arguments, onTermination)) {
+  if (const auto error = platform::launch({tool, arguments}, onTermination)) {
     platform::log(QStringLiteral("Sorrel screencapture launch failed: ") + *error);
     finish(std::nullopt);
   }

@@ -14,16 +14,20 @@ TaskLauncher& launcherOverride() {
 
 }  // namespace
 
-std::optional<QString> launchTask(const QString& executable, const QStringList& arguments,
-                                  std::function<void()> onTermination) {
+std::optional<QString> launch(const Task& task, std::function<void()> onTermination) {
   if (launcherOverride())
-    return launcherOverride()(executable, arguments, std::move(onTermination));
+    return launcherOverride()(task, std::move(onTermination));
 
   // Without a parent: a QProcess that is destroyed takes its child with it.
   auto process = std::make_unique<QProcess>();
-  process->setProcessChannelMode(QProcess::ForwardedChannels);
   process->setInputChannelMode(QProcess::ForwardedInputChannel);
-  process->start(executable, arguments);
+  process->setProcessChannelMode(QProcess::ForwardedChannels);
+  if (task.output == Task::Output::Discarded) {
+    process->setProcessChannelMode(QProcess::SeparateChannels);
+    process->setStandardOutputFile(QProcess::nullDevice());
+    process->setStandardErrorFile(QProcess::nullDevice());
+  }
+  process->start(task.executable, task.arguments);
   if (!process->waitForStarted(-1))
     return process->errorString();
   QProcess* const running = process.release();

@@ -63,8 +63,8 @@ class StatusItem::ClickFilter : public QObject {
   StatusItem& item;
 };
 
-StatusItem::StatusItem(Action onClick, MenuProvider provider)
-    : action(std::move(onClick)), menuProvider(std::move(provider)) {
+StatusItem::StatusItem(const Image& image, Action onClick, MenuProvider provider)
+    : action(std::move(onClick)), menuProvider(std::move(provider)), shownImage(image) {
   if (const TrayKind kind = tray.kind(); kind != TrayKind::None) {
     appear(kind);
     return;

@@ -28,12 +28,12 @@ class StatusItem {
   using Action = std::function<void(const Event&)>;
   using MenuProvider = std::function<std::shared_ptr<const Menu>()>;
 
-  StatusItem(Action action, MenuProvider menuProvider);
+  StatusItem(const Image& image, Action action, MenuProvider menuProvider);
   ~StatusItem();
   StatusItem(const StatusItem&) = delete;
   StatusItem& operator=(const StatusItem&) = delete;
 
-  /// Its description becomes the tooltip and the accessible name.
+  /// The image's description becomes the tooltip and the accessible name.
   void setImage(const Image& image);
   [[nodiscard]] const Image& image() const { return shownImage; }
 

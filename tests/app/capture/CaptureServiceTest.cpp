@@ -30,11 +30,10 @@ class FakeTool {
   std::optional<QString> launchError;
 
  private:
-  TaskLauncherOverride override{
-      [this](const QString& executable, const QStringList& arguments, auto onTermination) {
-        runs.append({executable, arguments, onTermination});
-        return launchError;
-      }};
+  TaskLauncherOverride override{[this](const Task& task, auto onTermination) {
+    runs.append({task.executable, task.arguments, onTermination});
+    return launchError;
+  }};
 };
 
 class CaptureServiceTest : public testing::Test {

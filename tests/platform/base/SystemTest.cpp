@@ -105,12 +105,13 @@ TEST(TaskTest, TellsOnceThatTheChildEndedHoweverItDid) {
   const QString file = home.path(QStringLiteral("made by the child"));
   QEventLoop loop;
   int ended = 0;
-  const auto error = launchTask(
-      QStringLiteral("/bin/sh"),
-      {QStringLiteral("-c"), QStringLiteral(": > \"$1\"; kill -9 $$"), QStringLiteral("sh"), file}, [&] {
-        ++ended;
-        loop.quit();
-      });
+  const auto error =
+      launch({QStringLiteral("/bin/sh"),
+              {QStringLiteral("-c"), QStringLiteral(": > \"$1\"; kill -9 $$"), QStringLiteral("sh"), file}},
+             [&] {
+               ++ended;
+               loop.quit();
+             });
   ASSERT_FALSE(error);
   EXPECT_EQ(ended, 0);
   loop.exec();
@@ -122,7 +123,7 @@ TEST(TaskTest, AProgramThatCannotBeStartedIsAnErrorAndNoTermination) {
   const ScratchHome home;
   const QString notAProgram = home.write(QStringLiteral("text"), "just text");
   for (const QString& path : {notAProgram, home.path(), QStringLiteral("/no/such/program")}) {
-    const auto error = launchTask(path, {}, [] { FAIL(); });
+    const auto error = launch({path, {}}, [] { FAIL(); });
     ASSERT_TRUE(error) << qPrintable(path);
     EXPECT_FALSE(error->isEmpty());
   }

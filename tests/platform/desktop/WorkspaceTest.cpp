@@ -25,11 +25,10 @@ class WorkspaceTest : public testing::Test {
   const QString directoryFile = folder + QStringLiteral("/.directory");
   const QString icons = home.path(QStringLiteral(".local/share/Sorrel/folder-icons/"));
   QList<QStringList> gioCalls;
-  TaskLauncherOverride launcher{
-      [this](const QString&, const QStringList& arguments, auto) -> std::optional<QString> {
-        gioCalls << arguments;
-        return std::nullopt;
-      }};
+  TaskLauncherOverride launcher{[this](const Task& task, auto) -> std::optional<QString> {
+    gioCalls << task.arguments;
+    return std::nullopt;
+  }};
 };
 
 TEST_F(WorkspaceTest, AFolderGetsItsIconOnceAndKeepsItsOtherEntries) {
