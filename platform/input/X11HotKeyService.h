@@ -1,0 +1,92 @@
+#pragma once
+
+#include "platform/base/MainQueue.h"
+#include "platform/input/HotKeyService.h"
+#include "platform/input/X11Modifiers.h"
+
+#include <QAbstractNativeEventFilter>
+
+#include <map>
+#include <set>
+
+namespace platform {
+
+/// Hot keys of an X server: a passive grab for each, on the application's own connection.
+///
+/// A grab takes the whole keyboard from the press to the release of its key. It is given back at once at the
+/// press, so the release is heard as a raw event, which the server sends whoever has the keyboard; these are
+/// asked for only while a hot key is held, so that otherwise no key wakes the program. The server repeats a
+/// held key by further presses, which count for nothing until its release.
+///
+/// While raw key types are wanted, a menu of this program is open. It sees no modifier key by itself (it
+/// would close at one) and no press that the handler has dealt with.
+class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilter {
+ public:
+  /// The connection is the application's and must outlive this object.
+  explicit X11HotKeyService(xcb_connection_t* connection);
+  ~X11HotKeyService() override;
+  X11HotKeyService(const X11HotKeyService&) = delete;
+  X11HotKeyService& operator=(const X11HotKeyService&) = delete;
+
+  Registration registerHotKey(quint32 keyCode, quint32 modifiers, HotKeyId id) override;
+  void unregisterHotKey(HotKeyReference reference) override;
+  Installation installEventHandler(EventHandler handler) override;
+  void addEventTypes(EventHandlerReference handler, std::span<const EventTypeSpec> types) override;
+  void removeEventTypes(EventHandlerReference handler, std::span<const EventTypeSpec> types) override;
+  SystemVersion systemVersion() const override;
+
+ private:
+  /// A key and its modifiers as the hot-key service knows them.
+  struct Chord {
+    quint32 keyCode = 0;
+    quint32 modifiers = 0;
+    bool operator==(const Chord&) const = default;
+  };
+  struct HotKey {
+    Chord chord;
+    xcb_keycode_t keycode = 0;
+    HotKeyId id;
+  };
+
+  bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+  /// These say whether the event stops here.
+  bool keyPressed(const xcb_key_press_event_t& event);
+  bool keyReleased(const xcb_key_release_event_t& event);
+  bool hotKeyPressed(const xcb_key_press_event_t& event, const Chord& chord);
+  bool rawKeyPressed(const xcb_key_press_event_t& event, const Chord& chord);
+
+  [[nodiscard]] std::optional<Chord> chordOf(const xcb_key_press_event_t& event) const;
+  [[nodiscard]] const HotKey* hotKey(const Chord& chord) const;
+  [[nodiscard]] bool isRoot(xcb_window_t window) const;
+  [[nodiscard]] bool isRepeat(const xcb_key_press_event_t& event) const;
+  [[nodiscard]] bool wants(HotKeyEventKind kind) const { return wantedKinds.contains(kind); }
+  HotKeyStatus send(const HotKeyEvent& event) const;
+
+  void hold(xcb_keycode_t keycode, const Chord& chord);
+  void endHold(xcb_keycode_t keycode);
+  [[nodiscard]] bool isDown(xcb_keycode_t keycode) const;
+  enum class RawReleases { Ignored, Heard };
+  void setRawReleases(RawReleases wanted) const;
+
+  enum class Grab { Taken, Refused };
+  [[nodiscard]] Grab grab(const HotKey& hotKey) const;
+  void ungrab(const HotKey& hotKey) const;
+  void keyboardChanged();
+  void restoreGrabs();
+
+  xcb_connection_t* const connection;
+  std::vector<xcb_window_t> roots;
+  int xkbFirstEvent = -1;  // -1 where the server lacks the extension
+  int xinputOpcode = -1;
+  X11Modifiers modifiers;
+  std::map<HotKeyReference, HotKey> hotKeys;
+  quint64 lastReference = 0;
+  EventHandler eventHandler;
+  std::set<HotKeyEventKind> wantedKinds;
+  std::map<xcb_keycode_t, Chord> held;  // pressed, reported and not released yet
+  xcb_keycode_t lastPressed = 0;        // of those reported
+  xcb_timestamp_t lastReleaseTime = 0;  // of that key, where its release was seen here
+  WorkItem restoring;
+};
+
+}  // namespace platform
