@@ -1,0 +1,39 @@
+#pragma once
+
+#include "KeyboardShortcuts/Shortcut.h"
+
+#include <QMetaType>
+
+#include <compare>
+
+namespace KeyboardShortcuts {
+
+/// A named slot that holds one shortcut, which the user may change or empty. Names with the same text are the
+/// same name.
+///
+/// Making one declares it: a default goes into the settings if they don't know the name yet, which is once in
+/// their life, and the shortcut works from then on. So a program makes each of its names at the first use,
+/// not while its statics are set up.
+class Name {
+ public:
+  /// No name at all; declares nothing.
+  Name() = default;
+  explicit Name(const QString& rawValue, const std::optional<Shortcut>& defaultShortcut = std::nullopt);
+
+  [[nodiscard]] const QString& rawValue() const { return text; }
+  [[nodiscard]] const std::optional<Shortcut>& defaultShortcut() const { return fallback; }
+  /// As getShortcut() and setShortcut() of the service.
+  [[nodiscard]] std::optional<Shortcut> shortcut() const;
+  void setShortcut(const std::optional<Shortcut>& shortcut) const;
+
+  bool operator==(const Name& other) const { return text == other.text; }
+  std::strong_ordering operator<=>(const Name& other) const { return text.compare(other.text) <=> 0; }
+
+ private:
+  QString text;
+  std::optional<Shortcut> fallback;
+};
+
+}  // namespace KeyboardShortcuts
+
+Q_DECLARE_METATYPE(KeyboardShortcuts::Name)

@@ -1,0 +1,103 @@
+#include "KeyboardShortcuts/CarbonKeyboardShortcuts.h"
+#include "KeyboardShortcuts/Conflicts.h"
+#include "platform/base/Menu.h"
+#include "platform/input/KeyboardLayout.h"
+#include "platform/input/SymbolicHotKeys.h"
+
+#include <gtest/gtest.h>
+
+namespace KeyboardShortcuts {
+namespace {
+
+using platform::Menu;
+using platform::MenuItem;
+using platform::ModifierFlag;
+using platform::ModifierFlags;
+
+/// Prints an "s" on every key.
+class LayoutOfS : public platform::KeyboardLayout {
+  std::optional<Translation> translate(quint16) const override { return Translation{0, QStringLiteral("s")}; }
+};
+
+MenuItem item(const char* keyEquivalent, ModifierFlags mask, std::shared_ptr<Menu> submenu = nullptr) {
+  MenuItem result;
+  result.keyEquivalent = QString::fromUtf8(keyEquivalent);
+  result.keyEquivalentModifierMask = mask;
+  result.submenu = std::move(submenu);
+  return result;
+}
+
+const ModifierFlags command = ModifierFlag::Command;
+const ModifierFlags shiftCommand = ModifierFlag::Command | ModifierFlag::Shift;
+
+TEST(MenuConflict, ComparesTextAndModifiers) {
+  platform::KeyboardLayout::setCurrent(std::make_shared<const LayoutOfS>());
+  const auto isTaken = [](const Shortcut& shortcut, const MenuItem& only) {
+    return menuItemWithMatchingShortcut(shortcut, Menu{{only}}) != nullptr;
+  };
+  EXPECT_TRUE(isTaken({Key::s, command}, item("s", command)));
+  EXPECT_FALSE(isTaken({Key::s, command}, item("t", command)));
+  EXPECT_FALSE(isTaken({Key::s, command | ModifierFlag::Option}, item("s", command)));
+  EXPECT_TRUE(isTaken({Key::s, shiftCommand}, item("S", command)));
+  EXPECT_FALSE(isTaken({Key::s, command}, item("S", command)));
+  EXPECT_TRUE(isTaken({Key::s, shiftCommand}, item("s", shiftCommand)));
+  EXPECT_FALSE(isTaken({Key::keypad5, command}, item("", command)));
+  platform::KeyboardLayout::setCurrent(nullptr);
+  EXPECT_FALSE(isTaken({Key::s, command}, item("", command)));
+}
+
+TEST(MenuConflict, FirstHitOfTheTreeWins) {
+  const Shortcut f1(Key::f1, {});
+  const auto deep = std::make_shared<Menu>(Menu{{item("x", {}), item("\uF704", {})}});
+  const auto middle = std::make_shared<Menu>(Menu{{item("y", {}, deep)}});
+  const Menu menu{{item("z", {}), item("", {}, middle), item("\uF704", {})}};
+  EXPECT_EQ(menuItemWithMatchingShortcut(f1, menu), &deep->items[1]);
+  const Menu ownFirst{{item("\uF704", {}, deep)}};
+  EXPECT_EQ(menuItemWithMatchingShortcut(f1, ownFirst), &ownFirst.items[0]);
+}
+
+QVariantMap entry(const QVariant& isEnabled, const QVariant& code, const QVariant& modifiers) {
+  QVariantMap map;
+  for (const auto& [key, value] :
+       {std::pair("kHISymbolicHotKeyEnabled", isEnabled), std::pair("kHISymbolicHotKeyCode", code),
+        std::pair("kHISymbolicHotKeyModifiers", modifiers)})
+    if (value.isValid())
+      map.insert(QString::fromLatin1(key), value);
+  return map;
+}
+
+TEST(SystemConflict, ReadsEnabledEntriesAnew) {
+  EXPECT_TRUE(CarbonKeyboardShortcuts::system().isEmpty());
+  std::optional<QVariant> answer;
+  platform::setSymbolicHotKeysReader([&] { return answer; });
+  EXPECT_TRUE(CarbonKeyboardShortcuts::system().isEmpty());
+  answer = QVariantList{entry(true, 1, 2560 | 0x400),
+                        entry(false, 2, 256),
+                        entry({}, 2, 256),
+                        entry(1, 2, 256),
+                        entry(true, {}, 256),
+                        entry(true, QStringLiteral("2"), 256),
+                        entry(true, 2, 0.5),
+                        entry(true, 111, 0)};
+  EXPECT_EQ(CarbonKeyboardShortcuts::system(), (QList<Shortcut>{Shortcut(1, 2560), Shortcut(111, 0)}));
+  EXPECT_TRUE(isTakenBySystem(Shortcut(1, 2560)));
+  EXPECT_FALSE(isTakenBySystem(Shortcut(1, 2048)));
+  EXPECT_FALSE(isTakenBySystem(Shortcut(Key::f12, {})));
+  answer = QVariantList{entry(true, 1, 2560), 3};
+  EXPECT_TRUE(CarbonKeyboardShortcuts::system().isEmpty());
+  platform::setSymbolicHotKeysReader({});
+}
+
+TEST(Disallowed, OptionOnTwoVersionsOnly) {
+  const Shortcut option(Key::s, ModifierFlag::Option);
+  EXPECT_TRUE(isDisallowed(option, {{15, 0}, true}));
+  EXPECT_TRUE(isDisallowed({Key::s, ModifierFlag::Option | ModifierFlag::Shift}, {{15, 1}, true}));
+  EXPECT_FALSE(isDisallowed({Key::s, ModifierFlag::Option | ModifierFlag::Command}, {{15, 1}, true}));
+  EXPECT_FALSE(isDisallowed({Key::s, ModifierFlag::Shift}, {{15, 1}, true}));
+  EXPECT_FALSE(isDisallowed(option, {{15, 2}, true}));
+  EXPECT_FALSE(isDisallowed(option, {{14, 1}, true}));
+  EXPECT_FALSE(isDisallowed(option, {{15, 0}, false}));
+}
+
+}  // namespace
+}  // namespace KeyboardShortcuts
