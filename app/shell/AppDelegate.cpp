@@ -1,0 +1,234 @@
+#include "app/shell/AppDelegate.h"
+
+#include "KeyboardShortcuts/KeyboardShortcuts.h"
+#include "app/capture/AppPaths.h"
+#include "app/capture/CaptureService.h"
+#include "app/capture/Notifications.h"
+#include "app/capture/RetentionService.h"
+#include "app/settings/LocalizationManager.h"
+#include "app/shell/ShortcutNames.h"
+#include "app/shell/SorrelIcon.h"
+#include "platform/desktop/Workspace.h"
+
+namespace sorrel {
+
+using platform::MainQueue;
+using platform::NotificationCenter;
+
+namespace {
+
+constexpr int statusImageSize = 18;
+
+/// The history panel as the status item's anchor must make room for it.
+constexpr platform::PanelMetrics historyPanel{{460, 500}, 4};
+
+template <typename Window, typename... Arguments>
+void callIfPresent(const Window& window, Arguments&&... arguments) {
+  if (window)
+    window(std::forward<Arguments>(arguments)...);
+}
+
+}  // namespace
+
+AppDelegate::AppDelegate(Windows allWindows, std::unique_ptr<platform::Updater> programUpdater,
+                         std::function<void()> onTerminate)
+    : windows(std::move(allWindows)), updater(std::move(programUpdater)), terminate(std::move(onTerminate)) {
+}
+
+AppDelegate::~AppDelegate() {
+  retentionTimer.cancel();
+  for (const auto& observer : observers)
+    NotificationCenter::defaultCenter().removeObserver(observer);
+}
+
+void AppDelegate::applicationDidFinishLaunching() {
+  [[maybe_unused]] const QUrl created = AppPaths::bottleDirectory();
+  if (updater)
+    updater->setAutomaticallyChecksForUpdates(true);
+  buildContextMenu();
+  item = std::make_unique<platform::StatusItem>(
+      SorrelIcon::image(0, statusImageSize),
+      [this](const platform::Event& event) { statusItemClicked(event); },
+      [this] {
+        buildContextMenu();
+        return menu;
+      });
+  setUpShortcuts();
+  registerObservers();
+  runRetentionSweep();
+  scheduleRetentionSweep();
+  showCount(static_cast<qint64>(ScreenshotStore::all().size()));
+}
+
+void AppDelegate::applicationShouldHandleReopen() {
+  callIfPresent(windows.showHistory, anchor());
+}
+
+void AppDelegate::setUpShortcuts() {
+  const auto bind = [this](const KeyboardShortcuts::Name& name, void (*action)(AppDelegate&)) {
+    KeyboardShortcuts::onKeyDown(name, [weak = weak_from_this(), action] {
+      const auto self = weak.lock();
+      if (!self)
+        return;
+      // An open menu holds the pointer and the keyboard, which the capture tool needs.
+      self->item->cancelTracking();
+      action(*self);
+    });
+  };
+  bind(ShortcutNames::captureNormal(),
+       [](AppDelegate& self) { self.presentCaptureMenu(CaptureMode::normal); });
+  bind(ShortcutNames::captureFeature(),
+       [](AppDelegate& self) { self.presentCaptureMenu(CaptureMode::feature); });
+  bind(ShortcutNames::captureClipboard(),
+       [](AppDelegate&) { CaptureService::shared().interactiveCaptureToClipboard(); });
+  bind(ShortcutNames::openHistory(), [](AppDelegate& self) { self.openPanel(); });
+}
+
+void AppDelegate::registerObservers() {
+  using platform::Notification;
+  const auto observe = [this](const char* name, void (*action)(AppDelegate&, const Notification&)) {
+    observers.push_back(NotificationCenter::defaultCenter().addObserver(
+        QString::fromLatin1(name), NotificationCenter::Queue::Main,
+        [weak = weak_from_this(), action](const Notification& notification) {
+          if (const auto self = weak.lock())
+            action(*self, notification);
+        }));
+  };
+  observe(Notifications::openSettings, [](AppDelegate& self, const auto&) { self.showSettingsWindow(); });
+  observe(Notifications::screenshotsChanged, [](AppDelegate& self, const auto&) { self.refresh(); });
+  observe(Notifications::editScreenshot, [](AppDelegate& self, const Notification& notification) {
+    if (notification.object.metaType() != QMetaType::fromType<QUrl>())
+      return;
+    callIfPresent(self.windows.closeHistory);
+    callIfPresent(self.windows.openEditor, notification.object.toUrl());
+  });
+  observe(Notifications::retentionChanged, [](AppDelegate& self, const auto&) { self.runRetentionSweep(); });
+  observe(Notifications::storageLocationChanged, [](AppDelegate& self, const auto&) { self.refresh(); });
+  observe(Notifications::closeHistoryPanel,
+          [](AppDelegate& self, const auto&) { callIfPresent(self.windows.closeHistory); });
+  observe(Notifications::checkForUpdates, [](AppDelegate& self, const auto&) { self.checkForUpdates(); });
+}
+
+void AppDelegate::runRetentionSweep() {
+  if (RetentionService::sweep() >= 1)
+    refresh();
+}
+
+void AppDelegate::scheduleRetentionSweep() {
+  using namespace std::chrono_literals;
+  retentionTimer = MainQueue::main().scheduleRepeating(24h, 1h, [weak = weak_from_this()] {
+    if (const auto self = weak.lock())
+      self->runRetentionSweep();
+  });
+}
+
+void AppDelegate::refresh() {
+  // Two looks at the folder: the list belongs to the history, the count to the status item.
+  callIfPresent(windows.setScreenshots, ScreenshotStore::all());
+  showCount(static_cast<qint64>(ScreenshotStore::all().size()));
+}
+
+void AppDelegate::showCount(qint64 count) {
+  item->setImage(SorrelIcon::image(count, statusImageSize));
+  updateFolderIcon(count == 0);
+}
+
+void AppDelegate::updateFolderIcon(bool isEmpty) {
+  const QString folder = AppPaths::bottleDirectory().toLocalFile();
+  const QString key = folder + (isEmpty ? QStringLiteral("|true") : QStringLiteral("|false"));
+  if (key == folderIconKey)
+    return;
+  folderIconKey = key;
+  platform::Workspace::setIcon(isEmpty ? QStringLiteral("FolderIconEmpty") : QStringLiteral("FolderIconFull"),
+                               folder);
+}
+
+void AppDelegate::statusItemClicked(const platform::Event& event) {
+  if (event.type == platform::EventType::RightMouseUp ||
+      event.modifierFlags.testFlag(platform::ModifierFlag::Control)) {
+    buildContextMenu();
+    item->popUpMenu(menu);
+    return;
+  }
+  openPanel();
+}
+
+void AppDelegate::buildContextMenu() {
+  using platform::MenuItem;
+  struct Row {
+    const char* titleKey;  // null for a separator
+    const char* keyEquivalent;
+    bool isEnabled;
+    void (AppDelegate::*action)();
+  };
+  const Row rows[] = {
+      {"menu.openHistory", "", bool(windows.toggleHistory), &AppDelegate::openPanel},
+      {"menu.settings", ",", bool(windows.openSettings), &AppDelegate::openSettings},
+      {"menu.checkForUpdates", "", bool(updater), &AppDelegate::checkForUpdates},
+      {},
+      {"menu.openBottleFolder", "", true, &AppDelegate::openBottleFolder},
+      {},
+      {"menu.quit", "q", true, &AppDelegate::quit},
+  };
+  menu = std::make_shared<platform::Menu>();
+  for (const Row& row : rows) {
+    if (!row.titleKey) {
+      menu->items.push_back(MenuItem::separator());
+      continue;
+    }
+    MenuItem entry;
+    entry.title = localized(QString::fromLatin1(row.titleKey));
+    entry.keyEquivalent = QString::fromLatin1(row.keyEquivalent);
+    entry.isEnabled = row.isEnabled;
+    entry.action = [this, action = row.action] { (this->*action)(); };
+    menu->items.push_back(std::move(entry));
+  }
+}
+
+void AppDelegate::openPanel() {
+  callIfPresent(windows.toggleHistory, anchor());
+}
+
+void AppDelegate::openSettings() {
+  showSettingsWindow();
+}
+
+void AppDelegate::openBottleFolder() {
+  platform::Workspace::open(AppPaths::bottleDirectory());
+}
+
+void AppDelegate::checkForUpdates() {
+  if (updater)
+    updater->checkForUpdates();
+}
+
+void AppDelegate::quit() {
+  terminate();
+}
+
+void AppDelegate::presentCaptureMenu(CaptureMode mode) {
+  CaptureService::shared().interactiveCaptureToFile([weak = weak_from_this(), mode](std::optional<QUrl> url) {
+    const auto self = weak.lock();
+    if (!self || !url)
+      return;  // cancelled, or failed: nothing to tell either way
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(Notifications::screenshotsChanged));
+    if (mode == CaptureMode::feature)
+      callIfPresent(self->windows.openEditor, *url);
+    else
+      callIfPresent(self->windows.showHistory, self->anchor());
+  });
+}
+
+void AppDelegate::showSettingsWindow() {
+  // One turn later: the menu or panel that asked is gone by then.
+  MainQueue::main().async([weak = weak_from_this()] {
+    if (const auto self = weak.lock())
+      callIfPresent(self->windows.openSettings);
+  });
+}
+
+AppDelegate::Windows::Anchor AppDelegate::anchor() const {
+  return item->anchor(historyPanel);
+}
+
+}  // namespace sorrel

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "app/capture/ScreenshotStore.h"
+#include "platform/base/MainQueue.h"
+#include "platform/base/Menu.h"
+#include "platform/base/NotificationCenter.h"
+#include "platform/desktop/StatusItem.h"
+#include "platform/desktop/Updater.h"
+
+#include <QRectF>
+#include <QUrl>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace sorrel {
+
+/// The one long-lived object of the program: it owns the status item, the retention timer and the updater,
+/// and is the only place where hot keys and the program's notifications become actions. Others tell it things
+/// through the notifications of app/capture/Notifications.h, all posted on the main thread; it calls them
+/// directly. Main thread only.
+class AppDelegate : public std::enable_shared_from_this<AppDelegate> {
+ public:
+  /// The windows that the coordinator opens. One that is empty doesn't exist: what leads to it does nothing,
+  /// and its row in the menu can't be chosen.
+  struct Windows {
+    using Anchor = std::optional<QRectF>;  // in screen coordinates
+
+    /// Given the folder's pictures whenever they may have changed.
+    std::function<void(std::vector<Screenshot>)> setScreenshots;
+    std::function<void(Anchor)> toggleHistory;
+    /// Opens the history unless it is open.
+    std::function<void(Anchor)> showHistory;
+    std::function<void()> closeHistory;
+    std::function<void(QUrl)> openEditor;
+    std::function<void()> openSettings;
+  };
+
+  /// `updater` may be null where the program has none; `terminate` ends the program.
+  AppDelegate(Windows windows, std::unique_ptr<platform::Updater> updater, std::function<void()> terminate);
+  ~AppDelegate();
+  AppDelegate(const AppDelegate&) = delete;
+  AppDelegate& operator=(const AppDelegate&) = delete;
+
+  void applicationDidFinishLaunching();
+  /// The user started the program again: what he looks for is the history.
+  void applicationShouldHandleReopen();
+
+  [[nodiscard]] const platform::StatusItem* statusItem() const { return item.get(); }
+  /// The menu as it was last built.
+  [[nodiscard]] const platform::Menu& contextMenu() const { return *menu; }
+
+ private:
+  /// What follows a capture to a file: the history, or the editor.
+  enum class CaptureMode { normal, feature };
+
+  void setUpShortcuts();
+  void registerObservers();
+  void runRetentionSweep();
+  void scheduleRetentionSweep();
+  void refresh();
+  void showCount(qint64 count);
+  void updateFolderIcon(bool isEmpty);
+
+  void statusItemClicked(const platform::Event& event);
+  void buildContextMenu();
+  void openPanel();
+  void openSettings();
+  void openBottleFolder();
+  void checkForUpdates();
+  void quit();
+  void presentCaptureMenu(CaptureMode mode);
+  void showSettingsWindow();
+  [[nodiscard]] Windows::Anchor anchor() const;
+
+  Windows windows;
+  std::unique_ptr<platform::Updater> updater;
+  std::function<void()> terminate;
+  std::unique_ptr<platform::StatusItem> item;
+  std::shared_ptr<platform::Menu> menu;
+  platform::WorkItem retentionTimer;
+  std::vector<platform::NotificationCenter::Token> observers;
+  QString folderIconKey;  // what was last applied to the storage folder
+};
+
+}  // namespace sorrel

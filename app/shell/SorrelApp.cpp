@@ -1,0 +1,31 @@
+#include "app/shell/SorrelApp.h"
+
+#include "app/shell/AppDelegate.h"
+#include "platform/base/TerminationSignals.h"
+#include "platform/input/HotKeyService.h"
+
+namespace sorrel {
+
+SorrelApp::SorrelApp(int& argc, char** argv) : application(argc, argv) {
+  QApplication::setApplicationName(QStringLiteral("Sorrel"));
+  QApplication::setDesktopFileName(QStringLiteral("org.sorrel.Sorrel"));
+  QApplication::setQuitOnLastWindowClosed(false);
+}
+
+SorrelApp::~SorrelApp() {
+  platform::HotKeyService::setCurrent(nullptr);
+}
+
+int SorrelApp::run() {
+  if (!instance.isFirst())
+    return 0;
+  platform::handleTerminationSignals(&QApplication::quit);
+  platform::HotKeyService::setCurrent(platform::HotKeyService::forDesktop());
+
+  appDelegate = std::make_shared<AppDelegate>(AppDelegate::Windows{}, nullptr, &QApplication::quit);
+  instance.setRungHandler([this] { appDelegate->applicationShouldHandleReopen(); });
+  appDelegate->applicationDidFinishLaunching();
+  return QApplication::exec();
+}
+
+}  // namespace sorrel

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/base/SingleInstance.h"
+
+#include <QApplication>
+
+#include <memory>
+
+namespace sorrel {
+
+class AppDelegate;
+
+/// The program from its start to its end. Takes no arguments of its own, only the toolkit's.
+class SorrelApp {
+ public:
+  SorrelApp(int& argc, char** argv);
+  ~SorrelApp();
+  SorrelApp(const SorrelApp&) = delete;
+  SorrelApp& operator=(const SorrelApp&) = delete;
+
+  /// Returns the exit status. Where the program runs already on this display, that instance comes forward and
+  /// this one ends at once, with status 0.
+  [[nodiscard]] int run();
+
+ private:
+  QApplication application;
+  platform::SingleInstance instance;
+  std::shared_ptr<AppDelegate> appDelegate;
+};
+
+}  // namespace sorrel
