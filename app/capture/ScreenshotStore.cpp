@@ -29,14 +29,13 @@ bool hasImageExtension(std::string_view name) {
 }  // namespace
 
 std::vector<Screenshot> all() {
-  const QString folder = AppPaths::bottleDirectory().toLocalFile();  // ends in a slash
-  const auto entries = platform::newestFirst(folder, hasImageExtension);
+  auto entries = platform::newestFirst(AppPaths::bottleDirectory().toLocalFile(), hasImageExtension);
   std::vector<Screenshot> screenshots;
   if (!entries)
     return screenshots;
   screenshots.reserve(entries->size());
-  for (const auto& entry : *entries)
-    screenshots.push_back({folder + entry.name, entry.modificationDate});
+  for (auto& entry : *entries)
+    screenshots.push_back({std::move(entry.path), entry.modificationDate});
   return screenshots;
 }
 

@@ -30,9 +30,13 @@ Date modificationDate(int folder, const char* name) {
 }  // namespace
 
 std::optional<std::vector<DirectoryEntry>> newestFirst(const QString& folder, NameFilter isWanted) {
-  const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(QFile::encodeName(folder).constData()), closedir);
+  std::string prefix = QFile::encodeName(folder).toStdString();
+  const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(prefix.c_str()), closedir);
   if (!stream)
     return std::nullopt;
+
+  if (!prefix.ends_with('/'))
+    prefix += '/';
 
   std::string names;
   std::vector<Found> found;
@@ -47,10 +51,14 @@ std::optional<std::vector<DirectoryEntry>> newestFirst(const QString& folder, Na
   std::stable_sort(found.begin(), found.end(),
                    [](const Found& left, const Found& right) { return left.date > right.date; });
 
+  // Each path is put together as bytes and becomes text once: with many files, what counts is memory touched.
+  std::string path = prefix;
   std::vector<DirectoryEntry> entries;
   entries.reserve(found.size());
-  for (const Found& item : found)
-    entries.push_back({QString::fromUtf8(names.data() + item.nameOffset, item.nameLength), item.date});
+  for (const Found& item : found) {
+    path.replace(prefix.size(), std::string::npos, names, item.nameOffset, item.nameLength);
+    entries.push_back({QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size())), item.date});
+  }
   return entries;
 }
 

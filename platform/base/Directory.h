@@ -11,7 +11,7 @@
 namespace platform {
 
 struct DirectoryEntry {
-  QString name;
+  QString path;
   /// Of the contents; distantPast where the system can't tell. A symbolic link has the link's own.
   Date modificationDate = distantPast;
 };

@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
+#include <QFileInfo>
 
 #include <csignal>
 #include <fcntl.h>
@@ -30,7 +31,7 @@ void setModified(const QString& path, time_t seconds, long nanoseconds = 0) {
 QStringList names(const std::vector<DirectoryEntry>& entries) {
   QStringList result;
   for (const auto& entry : entries)
-    result << entry.name;
+    result << QFileInfo(entry.path).fileName();
   return result;
 }
 
@@ -54,6 +55,7 @@ TEST(DirectoryTest, ListsWantedVisibleChildrenNewestFirst) {
   ASSERT_TRUE(entries);
   EXPECT_EQ(names(*entries).join(u'|'),
             QStringLiteral("새것.w|nearly as new.w|old.w|folder.w|broken link.w"));
+  EXPECT_EQ(entries->at(0).path, home.path(QStringLiteral("새것.w")));
   EXPECT_EQ(entries->at(0).modificationDate, Date(std::chrono::nanoseconds(200'000'000'002)));
   EXPECT_FALSE(newestFirst(home.path(QStringLiteral("missing")), endsInWanted));
   EXPECT_FALSE(newestFirst(home.path(QStringLiteral("old.w")), endsInWanted));

@@ -1,0 +1,157 @@
+// From the start of the program to its icon in the tray, and what it costs to keep it there, against the
+// smallest tray program that the same toolkit allows. The tray is this program itself: it sees the very
+// request to be embedded.
+
+#include "bench/Figures.h"
+#include "tests/support/ScratchHome.h"
+#include "tests/support/XvfbServer.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
+#include <chrono>
+#include <cstdlib>
+#include <memory>
+#include <signal.h>
+#include <spawn.h>
+#include <stdexcept>
+#include <string>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+namespace {
+
+/// The owner of the tray's selection on a display.
+class Tray {
+ public:
+  explicit Tray(const std::string& display) : connection(xcb_connect(display.c_str(), nullptr)) {
+    const xcb_screen_t* const screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+    window = xcb_generate_id(connection);
+    xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, 400, 24, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_set_selection_owner(connection, window, atom("_NET_SYSTEM_TRAY_S0"), XCB_CURRENT_TIME);
+    opcode = atom("_NET_SYSTEM_TRAY_OPCODE");
+  }
+  ~Tray() { xcb_disconnect(connection); }
+  Tray(const Tray&) = delete;
+  Tray& operator=(const Tray&) = delete;
+
+  /// Waits for an icon's request to be embedded.
+  void waitForIcon() const {
+    for (;;) {
+      const std::unique_ptr<xcb_generic_event_t, decltype(&std::free)> event(xcb_wait_for_event(connection),
+                                                                             std::free);
+      if (!event)
+        throw std::runtime_error("the display is gone");
+      const auto* const message = reinterpret_cast<const xcb_client_message_event_t*>(event.get());
+      if ((event->response_type & 0x7f) == XCB_CLIENT_MESSAGE && message->type == opcode)
+        return;
+    }
+  }
+
+ private:
+  xcb_atom_t atom(const std::string& name) const {
+    const auto cookie = xcb_intern_atom(connection, false, static_cast<uint16_t>(name.size()), name.c_str());
+    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
+        xcb_intern_atom_reply(connection, cookie, nullptr), std::free);
+    return reply->atom;
+  }
+
+  xcb_connection_t* connection;
+  xcb_window_t window = 0;
+  xcb_atom_t opcode = 0;
+};
+
+/// A program that runs until this object goes.
+class Running {
+ public:
+  explicit Running(const QString& program) {
+    const QByteArray path = QFile::encodeName(program);
+    char* arguments[] = {const_cast<char*>(path.constData()), nullptr};
+    if (posix_spawn(&process, path.constData(), nullptr, nullptr, arguments, environ) != 0)
+      throw std::runtime_error("cannot start " + path.toStdString());
+  }
+  ~Running() {
+    kill(process, SIGKILL);
+    waitpid(process, nullptr, 0);
+  }
+  Running(const Running&) = delete;
+  Running& operator=(const Running&) = delete;
+
+  /// In KiB.
+  [[nodiscard]] double proportionalSetSize() const {
+    return number(folder() + QStringLiteral("/smaps_rollup"), "Pss:");
+  }
+  /// How often its threads have gone to sleep so far.
+  [[nodiscard]] double sleeps() const {
+    double sum = 0;
+    const QDir tasks(folder() + QStringLiteral("/task"));
+    for (const QString& task : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+      sum += number(tasks.filePath(task) + QStringLiteral("/status"), "voluntary_ctxt_switches:");
+    return sum;
+  }
+
+ private:
+  [[nodiscard]] QString folder() const { return QStringLiteral("/proc/%1").arg(process); }
+  static double number(const QString& path, const char* field) {
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly))
+      for (const QByteArray& line : file.readAll().split('\n'))
+        if (line.startsWith(field))
+          return line.mid(static_cast<qsizetype>(qstrlen(field))).trimmed().split(' ').first().toDouble();
+    throw std::runtime_error("cannot read " + path.toStdString());
+  }
+
+  pid_t process = -1;
+};
+
+double secondsToIcon(const Tray& tray, const QString& program) {
+  const auto start = std::chrono::steady_clock::now();
+  const Running running(program);
+  tray.waitForIcon();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double settledMemory(const Tray& tray, const QString& program) {
+  const Running running(program);
+  tray.waitForIcon();
+  std::this_thread::sleep_for(std::chrono::seconds(2));
+  return running.proportionalSetSize();
+}
+
+double sleepsIn30Seconds(const Tray& tray, const QString& program) {
+  const Running running(program);
+  tray.waitForIcon();
+  std::this_thread::sleep_for(std::chrono::seconds(5));
+  const double before = running.sleeps();
+  std::this_thread::sleep_for(std::chrono::seconds(30));
+  return running.sleeps() - before;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const testing_support::ScratchHome home;
+  const QCoreApplication application(argc, argv);
+  const testing_support::XvfbServer server(1440, 900);
+  qputenv("DISPLAY", server.display().c_str());
+  qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+  const Tray tray(server.display());
+
+  const QDir programs(QCoreApplication::applicationDirPath());
+  const QString sorrel = programs.filePath(QStringLiteral("../bin/sorrel"));
+  const QString smallest = programs.filePath(QStringLiteral("references/smallest_tray"));
+  bench::Figures figures(argc, argv);
+  figures.add(bench::MeasuredRatio{"start to status item, against the smallest tray program",
+                                   [&] { return secondsToIcon(tray, sorrel); },
+                                   [&] { return secondsToIcon(tray, smallest); }, 1.5, 21});
+  figures.add(bench::MeasuredRatio{"idle memory (PSS), against the smallest tray program",
+                                   [&] { return settledMemory(tray, sorrel); },
+                                   [&] { return settledMemory(tray, smallest); }, 1.3, 3});
+  figures.add(
+      bench::Amount{"wake-ups in 30 idle seconds", [&] { return sleepsIn30Seconds(tray, sorrel); }, "", 2});
+  return figures.run();
+}
