@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+
+namespace platform {
+
+/// Where the bytes of a pixel's 8-bit channels lie, counted from the pixel's first byte.
+struct ChannelLayout {
+  static constexpr int none = -1;
+
+  int bytesPerPixel = 4;
+  int red = 0;
+  int green = 1;
+  int blue = 2;
+  int alpha = none;  // straight, not multiplied into the colours; none makes the picture opaque
+
+  bool operator==(const ChannelLayout&) const = default;
+};
+
+/// A picture in memory that somebody else owns. Rows run from the top; each starts `stride` bytes after the
+/// one above it.
+struct PictureView {
+  const std::uint8_t* pixels = nullptr;
+  int width = 0;
+  int height = 0;
+  std::size_t stride = 0;
+  ChannelLayout layout;
+};
+
+/// What a row's bytes are predicted from, in the numbering of PNG's filter types.
+enum class PngFilter : std::uint8_t { None, Sub, Up, Average, Paeth };
+
+struct PngOptions {
+  int level = 1;  // libdeflate's, 0 (stored) to 12 (smallest)
+  PngFilter filter = PngFilter::Up;
+};
+
+/// A file's bytes. Owned without being zeroed first, which a vector would do.
+struct PngFile {
+  std::unique_ptr<std::uint8_t[]> bytes;
+  std::size_t size = 0;
+
+  [[nodiscard]] std::span<const std::uint8_t> span() const { return {bytes.get(), size}; }
+};
+
+/// The picture as a PNG file: RGB where the layout has no alpha, RGBA otherwise, 8 bits a channel. Equal
+/// pictures and options give equal bytes.
+///
+/// Empty if the picture is empty or its stride too short for a row, if an option is out of range, if there is
+/// not enough memory, or if the compressed pixels outgrow one chunk (2 GiB).
+[[nodiscard]] std::optional<PngFile> encodePng(const PictureView& picture, const PngOptions& options = {});
+
+}  // namespace platform
