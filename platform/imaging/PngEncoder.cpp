@@ -47,53 +47,53 @@ Byte paeth(Byte left, Byte up, Byte upLeft) {
   return toUp <= toUpLeft ? up : upLeft;
 }
 
-/// Brings a picture's rows into the form that PNG compresses: the channels in its order, a byte that names
-/// the filter before each row, each byte less its prediction.
+/// Brings rows into the form that PNG compresses: the channels in its order, a byte that names the filter
+/// before each row, each byte less its prediction.
 class RowFilter {
  public:
-  RowFilter(const PictureView& view, PngFilter kind)
-      : picture(view),
+  RowFilter(int width, const ChannelLayout& order, PngFilter kind)
+      : layout(order),
         filter(kind),
-        channels(view.layout.alpha == ChannelLayout::none ? 3 : 4),
-        rowBytes(static_cast<std::size_t>(view.width) * channels),
+        channels(order.alpha == ChannelLayout::none ? 3 : 4),
+        rowBytes(static_cast<std::size_t>(width) * channels),
         // Each row has a pixel of zeros before it, as the predictions assume to the left of the picture.
-        rows{allocate(rowBytes + channels), allocate(rowBytes + channels)} {
-    for (auto& row : rows) {
-      if (row)
-        std::memset(row.get(), 0, rowBytes + channels);
+        current(allocate(rowBytes + channels)),
+        previous(allocate(rowBytes + channels)) {
+    for (auto* row : {&current, &previous}) {
+      if (*row)
+        std::memset(row->get(), 0, rowBytes + channels);
     }
   }
 
-  [[nodiscard]] bool hasMemory() const { return rows[0] && rows[1]; }
-  [[nodiscard]] std::size_t size() const { return (rowBytes + 1) * static_cast<std::size_t>(picture.height); }
+  [[nodiscard]] bool hasMemory() const { return current && previous; }
+  /// How many bytes a row gives.
+  [[nodiscard]] std::size_t size() const { return rowBytes + 1; }
 
-  void run(Byte* out) {
-    for (int y = 0; y < picture.height; ++y) {
-      Byte* row = rows[y & 1].get() + channels;
-      const Byte* above = rows[1 - (y & 1)].get() + channels;
-      gather(picture.pixels + static_cast<std::size_t>(y) * picture.stride, row);
-      *out++ = static_cast<Byte>(filter);
-      subtract(row, above, out);
-      out += rowBytes;
-    }
+  void run(const Byte* pixels, Byte* out) {
+    Byte* row = current.get() + channels;
+    gather(pixels, row);
+    *out++ = static_cast<Byte>(filter);
+    subtract(row, previous.get() + channels, out);
+    current.swap(previous);
   }
 
  private:
   void gather(const Byte* from, Byte* to) const {
-    const ChannelLayout layout = picture.layout;
+    const ChannelLayout order = layout;
+    const Byte* const end = to + rowBytes;
     if (channels == 3) {
-      for (int x = 0; x < picture.width; ++x, from += layout.bytesPerPixel, to += 3) {
-        to[0] = from[layout.red];
-        to[1] = from[layout.green];
-        to[2] = from[layout.blue];
+      for (; to != end; from += order.bytesPerPixel, to += 3) {
+        to[0] = from[order.red];
+        to[1] = from[order.green];
+        to[2] = from[order.blue];
       }
       return;
     }
-    for (int x = 0; x < picture.width; ++x, from += layout.bytesPerPixel, to += 4) {
-      to[0] = from[layout.red];
-      to[1] = from[layout.green];
-      to[2] = from[layout.blue];
-      to[3] = from[layout.alpha];
+    for (; to != end; from += order.bytesPerPixel, to += 4) {
+      to[0] = from[order.red];
+      to[1] = from[order.green];
+      to[2] = from[order.blue];
+      to[3] = from[order.alpha];
     }
   }
 
@@ -122,37 +122,31 @@ class RowFilter {
     }
   }
 
-  const PictureView& picture;
+  const ChannelLayout layout;
   const PngFilter filter;
   const std::size_t channels;
   const std::size_t rowBytes;
-  std::array<std::unique_ptr<Byte[]>, 2> rows;
+  std::unique_ptr<Byte[]> current;
+  std::unique_ptr<Byte[]> previous;
 };
 
-bool isSound(const PictureView& picture, const PngOptions& options) {
-  const ChannelLayout& layout = picture.layout;
+bool isSound(const ChannelLayout& layout, const PngOptions& options) {
   const auto inPixel = [&](int offset) { return offset >= 0 && offset < layout.bytesPerPixel; };
-  if (!picture.pixels || picture.width <= 0 || picture.height <= 0 || layout.bytesPerPixel <= 0)
-    return false;
-  if (!inPixel(layout.red) || !inPixel(layout.green) || !inPixel(layout.blue))
-    return false;
-  if (layout.alpha != ChannelLayout::none && !inPixel(layout.alpha))
-    return false;
-  const auto bytesPerPixel = static_cast<std::size_t>(layout.bytesPerPixel);
-  return picture.stride / bytesPerPixel >= static_cast<std::size_t>(picture.width) && options.level >= 0 &&
+  return inPixel(layout.red) && inPixel(layout.green) && inPixel(layout.blue) &&
+         (layout.alpha == ChannelLayout::none || inPixel(layout.alpha)) && options.level >= 0 &&
          options.level <= 12 && options.filter <= PngFilter::Paeth;
 }
 
-Byte* writeHeader(Byte* to, const PictureView& picture) {
+Byte* writeHeader(Byte* to, int width, int height, const ChannelLayout& layout) {
   std::memcpy(to, signature.data(), signature.size());
   Byte* chunk = to + signature.size();
   Byte* data = chunk + 8;
-  putNumber(data, static_cast<std::size_t>(picture.width));
-  putNumber(data + 4, static_cast<std::size_t>(picture.height));
+  putNumber(data, static_cast<std::size_t>(width));
+  putNumber(data + 4, static_cast<std::size_t>(height));
   constexpr Byte bitsPerChannel = 8;
   constexpr Byte colours = 2, coloursWithAlpha = 6;
   data[8] = bitsPerChannel;
-  data[9] = picture.layout.alpha == ChannelLayout::none ? colours : coloursWithAlpha;
+  data[9] = layout.alpha == ChannelLayout::none ? colours : coloursWithAlpha;
   data[10] = data[11] = data[12] = 0;  // deflate, the five filters, not interlaced
   return closeChunk(chunk, "IHDR", headerSize);
 }
@@ -163,30 +157,75 @@ struct Release {
 
 }  // namespace
 
-std::optional<PngFile> encodePng(const PictureView& picture, const PngOptions& options) {
-  if (!isSound(picture, options))
-    return std::nullopt;
-  RowFilter rows(picture, options.filter);
-  const std::unique_ptr<Byte[]> filtered = allocate(rows.size());
-  const std::unique_ptr<libdeflate_compressor, Release> compressor(
-      libdeflate_alloc_compressor(options.level));
-  if (!rows.hasMemory() || !filtered || !compressor)
-    return std::nullopt;
-  rows.run(filtered.get());
+struct PngEncoder::State {
+  State(int pictureWidth, int pictureHeight, const ChannelLayout& order, const PngOptions& options)
+      : width(pictureWidth),
+        height(pictureHeight),
+        layout(order),
+        filter(width, layout, options.filter),
+        filtered(allocate(size())),
+        compressor(libdeflate_alloc_compressor(options.level)) {}
 
-  const std::size_t room = libdeflate_zlib_compress_bound(compressor.get(), rows.size());
+  [[nodiscard]] std::size_t size() const { return filter.size() * static_cast<std::size_t>(height); }
+
+  const int width;
+  const int height;
+  const ChannelLayout layout;
+  RowFilter filter;
+  std::unique_ptr<Byte[]> filtered;
+  std::unique_ptr<libdeflate_compressor, Release> compressor;
+  int rowsDone = 0;
+};
+
+PngEncoder::PngEncoder(std::unique_ptr<State> begun) : state(std::move(begun)) {
+}
+PngEncoder::PngEncoder(PngEncoder&&) noexcept = default;
+PngEncoder& PngEncoder::operator=(PngEncoder&&) noexcept = default;
+PngEncoder::~PngEncoder() = default;
+
+std::optional<PngEncoder> PngEncoder::begin(int width, int height, const ChannelLayout& layout,
+                                            const PngOptions& options) {
+  if (width <= 0 || height <= 0 || !isSound(layout, options))
+    return std::nullopt;
+  auto state = std::make_unique<State>(width, height, layout, options);
+  if (!state->filter.hasMemory() || !state->filtered || !state->compressor)
+    return std::nullopt;
+  return PngEncoder(std::move(state));
+}
+
+void PngEncoder::addRows(const std::uint8_t* pixels, std::size_t stride, int count) {
+  for (; count > 0 && state->rowsDone < state->height; --count, pixels += stride) {
+    const auto row = static_cast<std::size_t>(state->rowsDone++);
+    state->filter.run(pixels, state->filtered.get() + row * state->filter.size());
+  }
+}
+
+std::optional<PngFile> PngEncoder::finish() {
+  if (state->rowsDone != state->height)
+    return std::nullopt;
+  const std::size_t room = libdeflate_zlib_compress_bound(state->compressor.get(), state->size());
   PngFile file{allocate(signature.size() + 3 * chunkFrame + headerSize + room), 0};
   if (!file.bytes)
     return std::nullopt;
-  Byte* chunk = writeHeader(file.bytes.get(), picture);
-  const std::size_t compressed =
-      libdeflate_zlib_compress(compressor.get(), filtered.get(), rows.size(), chunk + 8, room);
+  Byte* chunk = writeHeader(file.bytes.get(), state->width, state->height, state->layout);
+  const std::size_t compressed = libdeflate_zlib_compress(state->compressor.get(), state->filtered.get(),
+                                                          state->size(), chunk + 8, room);
   if (compressed == 0 || compressed > largestChunk)
     return std::nullopt;
   chunk = closeChunk(chunk, "IDAT", compressed);
   chunk = closeChunk(chunk, "IEND", 0);
   file.size = static_cast<std::size_t>(chunk - file.bytes.get());
   return file;
+}
+
+std::optional<PngFile> encodePng(const PictureView& picture, const PngOptions& options) {
+  auto encoder = PngEncoder::begin(picture.width, picture.height, picture.layout, options);
+  if (!encoder || !picture.pixels ||
+      picture.stride / static_cast<std::size_t>(picture.layout.bytesPerPixel) <
+          static_cast<std::size_t>(picture.width))
+    return std::nullopt;
+  encoder->addRows(picture.pixels, picture.stride, picture.height);
+  return encoder->finish();
 }
 
 }  // namespace platform

@@ -47,11 +47,34 @@ struct PngFile {
   [[nodiscard]] std::span<const std::uint8_t> span() const { return {bytes.get(), size}; }
 };
 
-/// The picture as a PNG file: RGB where the layout has no alpha, RGBA otherwise, 8 bits a channel. Equal
-/// pictures and options give equal bytes.
-///
-/// Empty if the picture is empty or its stride too short for a row, if an option is out of range, if there is
-/// not enough memory, or if the compressed pixels outgrow one chunk (2 GiB).
+/// Makes a PNG file of rows as they come, so that a picture need not lie in memory as a whole: RGB where the
+/// layout has no alpha, RGBA otherwise, 8 bits a channel. Equal pictures and options give equal bytes,
+/// however the rows are dealt out.
+class PngEncoder {
+ public:
+  /// Empty if the picture is empty or wider or higher than PNG allows, if a channel lies outside of its
+  /// pixel, if an option is out of range, or if there is not enough memory.
+  [[nodiscard]] static std::optional<PngEncoder> begin(int width, int height, const ChannelLayout& layout,
+                                                       const PngOptions& options = {});
+  PngEncoder(PngEncoder&&) noexcept;
+  PngEncoder& operator=(PngEncoder&&) noexcept;
+  ~PngEncoder();
+
+  /// The next `count` rows, each `stride` bytes after the one above it. Rows beyond the height are ignored.
+  void addRows(const std::uint8_t* pixels, std::size_t stride, int count);
+
+  /// Empty if rows are missing, if there is not enough memory, or if the compressed pixels outgrow one chunk
+  /// (2 GiB).
+  [[nodiscard]] std::optional<PngFile> finish();
+
+ private:
+  struct State;
+  explicit PngEncoder(std::unique_ptr<State> begun);
+  std::unique_ptr<State> state;
+};
+
+/// A picture that lies in memory as a whole. Empty for the reasons above, or if the view has no pixels or a
+/// stride too short for a row.
 [[nodiscard]] std::optional<PngFile> encodePng(const PictureView& picture, const PngOptions& options = {});
 
 }  // namespace platform

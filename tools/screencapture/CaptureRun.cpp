@@ -1,0 +1,174 @@
+#include "tools/screencapture/CaptureRun.h"
+
+#include "tools/screencapture/FrozenScreen.h"
+#include "tools/screencapture/Input.h"
+#include "tools/screencapture/Overlay.h"
+#include "tools/screencapture/WindowList.h"
+
+#include <chrono>
+#include <cstdio>
+#include <poll.h>
+#include <string_view>
+#include <xcb/randr.h>
+
+namespace screencapture {
+
+namespace {
+
+// How long until input that another program holds is asked for again.
+constexpr std::chrono::milliseconds retryInterval{5};
+constexpr std::uint32_t longestResources = 1 << 16;  // 32-bit words
+
+std::vector<Rectangle> monitorsOf(const Display& display) {
+  std::vector<Rectangle> monitors;
+  if (display.has(xcb_randr_id)) {
+    const auto answer = reply(display, xcb_randr_get_monitors_reply,
+                              xcb_randr_get_monitors(display.connection(), display.root(), 1));
+    for (auto each = xcb_randr_get_monitors_monitors_iterator(answer.get()); answer && each.rem;
+         xcb_randr_monitor_info_next(&each))
+      monitors.push_back({each.data->x, each.data->y, each.data->width, each.data->height});
+  }
+  // Where the server names none, or leaves a gap between them, the screen stands for one.
+  monitors.push_back({0, 0, display.size().width, display.size().height});
+  return monitors;
+}
+
+Metrics metricsOf(const Display& display) {
+  const auto resources =
+      reply(display, xcb_get_property_reply,
+            xcb_get_property(display.connection(), 0, display.root(), XCB_ATOM_RESOURCE_MANAGER,
+                             XCB_ATOM_STRING, 0, longestResources));
+  if (!resources)
+    return {};
+  return Metrics::fromResources({static_cast<const char*>(xcb_get_property_value(resources.get())),
+                                 static_cast<std::size_t>(xcb_get_property_value_length(resources.get()))});
+}
+
+Point pointerOf(const Display& display) {
+  const auto pointer =
+      reply(display, xcb_query_pointer_reply, xcb_query_pointer(display.connection(), display.root()));
+  return pointer ? Point{pointer->root_x, pointer->root_y} : Point{};
+}
+
+using Clock = std::chrono::steady_clock;
+
+/// The selection on the screen, from the first picture to the last gesture.
+class Session {
+ public:
+  Session(const Display& used, Input& taken, Overlay& shown)
+      : display(used),
+        input(taken),
+        overlay(shown),
+        selection(display.size(), shownWindows(display), pointerOf(display)),
+        monitors(monitorsOf(display)) {
+    overlay.setMetrics(metricsOf(display));
+    crosshair = overlay.makeCursor(drawCrosshair(overlay.metrics()));
+    camera = overlay.makeCursor(drawCamera(overlay.metrics()));
+    input.setCursor(crosshair);
+  }
+
+  /// Returns when the selection has ended or the connection is lost.
+  void run() {
+    pollfd waiting{xcb_get_file_descriptor(display.connection()), POLLIN, 0};
+    bool isGranted = input.settle();
+    auto lastAttempt = Clock::now();
+    while (true) {
+      while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(display.connection())})
+        handle(*event);
+      if (selection.outcome() != Outcome::Open || display.isLost())
+        return;
+      // After a wait for the server, events may have come in with its answer: they must be seen before a wait
+      // for new ones.
+      if (draw()) {
+        waitForServer();
+      } else if (!isGranted && Clock::now() - lastAttempt >= retryInterval) {
+        input.request();
+        isGranted = input.settle();
+        lastAttempt = Clock::now();
+      } else {
+        display.flush();
+        poll(&waiting, 1, isGranted ? -1 : static_cast<int>(retryInterval.count()));
+      }
+    }
+  }
+
+  Selection& result() { return selection; }
+
+ private:
+  void handle(const xcb_generic_event_t& event) {
+    if ((event.response_type & 0x7f) == XCB_EXPOSE) {
+      const auto& exposed = reinterpret_cast<const xcb_expose_event_t&>(event);
+      overlay.repaint({exposed.x, exposed.y, exposed.width, exposed.height});
+      return;
+    }
+    input.deliver(event, selection);
+  }
+
+  /// Shows what the gestures so far led to; false if there was nothing new.
+  bool draw() {
+    const Scene scene = sceneOf(selection, monitors, overlay.metrics());
+    if (scene == overlay.shown())
+      return false;
+    if (scene.mode != overlay.shown().mode)
+      input.setCursor(scene.mode == Mode::Window ? camera : crosshair);
+    overlay.show(scene);
+    return true;
+  }
+
+  /// Until it has finished drawing. The gestures of that time then become one step, however many they are.
+  void waitForServer() const {
+    (void)reply(display, xcb_get_input_focus_reply, xcb_get_input_focus(display.connection()));
+  }
+
+  const Display& display;
+  Input& input;
+  Overlay& overlay;
+  Selection selection;
+  const std::vector<Rectangle> monitors;
+  xcb_cursor_t crosshair = XCB_CURSOR_NONE;
+  xcb_cursor_t camera = XCB_CURSOR_NONE;
+};
+
+}  // namespace
+
+std::optional<platform::PngFile> captureInteractively(const Display& display) {
+  // Three turns of the server lead to the frozen picture: which extensions it has, what they offer, done.
+  xcb_prefetch_extension_data(display.connection(), &xcb_render_id);
+  Input input(display);
+  const FrozenScreen frozen(display);
+  if (!display.has(xcb_render_id)) {
+    std::fputs("screencapture: the X server lacks the RENDER extension\n", stderr);
+    return std::nullopt;
+  }
+  input.prepare();
+  input.request();
+  const auto answer = reply(display, xcb_render_query_pict_formats_reply,
+                            xcb_render_query_pict_formats(display.connection()));
+  const auto formats = answer ? DrawingFormats::from(*answer, display.screen()) : std::nullopt;
+  if (!formats) {
+    std::fputs("screencapture: the X server can't draw onto this screen\n", stderr);
+    return std::nullopt;
+  }
+  Overlay overlay(display, frozen, *formats);
+  overlay.show();
+  xcb_prefetch_extension_data(display.connection(), &xcb_randr_id);
+
+  Session session(display, input, overlay);
+  session.run();
+  overlay.hide();
+  input.release();
+  display.flush();
+  if (display.isLost()) {
+    std::fputs("screencapture: lost the X server\n", stderr);
+    return std::nullopt;
+  }
+  const std::optional<Rectangle> part = session.result().selected();
+  if (session.result().outcome() != Outcome::Taken || !part)
+    return std::nullopt;
+  auto png = frozen.encode(*part);
+  if (!png)
+    std::fputs("screencapture: the picture can't be fetched\n", stderr);
+  return png;
+}
+
+}  // namespace screencapture

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/imaging/PngEncoder.h"
+#include "tools/screencapture/Display.h"
+
+#include <optional>
+
+namespace screencapture {
+
+/// Lets the user select a part of the screen: freezes it, shows it, follows the gestures to their end. Gives
+/// the part as a PNG file; empty where the user cancelled, and also where something failed, which is then
+/// said on standard error.
+[[nodiscard]] std::optional<platform::PngFile> captureInteractively(const Display& display);
+
+}  // namespace screencapture

@@ -1,0 +1,145 @@
+#include "tools/screencapture/FileWriter.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <fcntl.h>
+#include <memory>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace screencapture {
+
+namespace {
+
+constexpr mode_t anyoneUnlessMasked = 0666;
+constexpr mode_t permissionBits = 07777;
+constexpr int nameAttempts = 100;
+
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : descriptor(number) {}
+  ~Descriptor() {
+    if (descriptor >= 0)
+      ::close(descriptor);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+
+  [[nodiscard]] int get() const { return descriptor; }
+  /// Some file systems report a full disk only here.
+  [[nodiscard]] int close() {
+    const int result = ::close(descriptor);
+    descriptor = -1;
+    return result == 0 ? 0 : errno;
+  }
+
+ private:
+  int descriptor;
+};
+
+int writeAll(int descriptor, std::span<const std::uint8_t> rest) {
+  while (!rest.empty()) {
+    const ssize_t written = write(descriptor, rest.data(), rest.size());
+    if (written < 0 && errno != EINTR)
+      return errno;
+    if (written > 0)
+      rest = rest.subspan(static_cast<std::size_t>(written));
+  }
+  return 0;
+}
+
+std::string folderOf(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+}
+
+/// A name beside the target that a listing doesn't show and that no other run of the program uses.
+std::string hiddenName(const std::string& folder, int attempt) {
+  return folder + "/.screencapture-" + std::to_string(getpid()) + "-" + std::to_string(attempt);
+}
+
+/// Puts the complete file behind `descriptor`, which has no name yet, under `path`.
+int giveName(int descriptor, const std::string& folder, const std::string& path) {
+  const std::string file = "/proc/self/fd/" + std::to_string(descriptor);
+  const auto link = [&](const std::string& name) {
+    return linkat(AT_FDCWD, file.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0 ? 0 : errno;
+  };
+  int error = link(path);
+  // A link replaces nothing, a rename does.
+  for (int attempt = 0; error == EEXIST && attempt < nameAttempts; ++attempt) {
+    const std::string hidden = hiddenName(folder, attempt);
+    error = link(hidden);
+    if (error != 0)
+      continue;
+    if (rename(hidden.c_str(), path.c_str()) == 0)
+      return 0;
+    error = errno;
+    unlink(hidden.c_str());
+    return error;
+  }
+  return error;
+}
+
+int fill(int descriptor, std::optional<mode_t> permissions, std::span<const std::uint8_t> contents) {
+  if (permissions && fchmod(descriptor, *permissions) != 0)
+    return errno;
+  return writeAll(descriptor, contents);
+}
+
+/// For file systems that know no files without a name.
+int writeUnderHiddenName(const std::string& folder, const std::string& path,
+                         std::optional<mode_t> permissions, std::span<const std::uint8_t> contents) {
+  for (int attempt = 0; attempt < nameAttempts; ++attempt) {
+    const std::string hidden = hiddenName(folder, attempt);
+    Descriptor file(open(hidden.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, anyoneUnlessMasked));
+    if (file.get() < 0 && errno == EEXIST)
+      continue;
+    if (file.get() < 0)
+      return errno;
+    int error = fill(file.get(), permissions, contents);
+    if (error == 0)
+      error = file.close();
+    if (error == 0 && rename(hidden.c_str(), path.c_str()) != 0)
+      error = errno;
+    if (error != 0)
+      unlink(hidden.c_str());
+    return error;
+  }
+  return EEXIST;
+}
+
+}  // namespace
+
+int writeFile(const std::string& path, std::span<const std::uint8_t> contents) {
+  std::string target = path;
+  std::optional<mode_t> permissions;
+  struct stat existing {};
+  if (stat(path.c_str(), &existing) == 0) {
+    if (!S_ISREG(existing.st_mode))
+      return S_ISDIR(existing.st_mode) ? EISDIR : EINVAL;
+    if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0)
+      return errno;
+    permissions = existing.st_mode & permissionBits;
+    const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr), &std::free);
+    if (!resolved)
+      return errno;
+    target = resolved.get();
+  }
+  const std::string folder = folderOf(target);
+  Descriptor file(open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, anyoneUnlessMasked));
+  if (file.get() < 0) {
+    // An old kernel takes O_TMPFILE for a try to write a folder, hence EISDIR.
+    if (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)
+      return writeUnderHiddenName(folder, target, permissions, contents);
+    return errno;
+  }
+  if (const int error = fill(file.get(), permissions, contents))
+    return error;
+  const int error = giveName(file.get(), folder, target);
+  // Without /proc a file can't be given a name afterwards.
+  return error == ENOENT ? writeUnderHiddenName(folder, target, permissions, contents) : error;
+}
+
+}  // namespace screencapture

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace screencapture {
+
+/// Writes a file that appears under its path only when it is complete; whatever ends the program before
+/// leaves the path as it was. A new file gets the permissions that the umask allows. An existing one is
+/// replaced and its permissions are kept, unless it may not be written or is no plain file, which is an
+/// error; a symbolic link stays and its target is replaced.
+///
+/// Returns 0 or the error's number (errno).
+[[nodiscard]] int writeFile(const std::string& path, std::span<const std::uint8_t> contents);
+
+}  // namespace screencapture

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <vector>
+
+namespace screencapture {
+
+/// All points and sizes are physical pixels of the whole screen, from its top left corner, over all monitors.
+struct Point {
+  int x = 0;
+  int y = 0;
+  bool operator==(const Point&) const = default;
+};
+
+struct Size {
+  int width = 0;
+  int height = 0;
+  bool operator==(const Size&) const = default;
+};
+
+struct Rectangle {
+  int x = 0;
+  int y = 0;
+  int width = 0;
+  int height = 0;
+  bool operator==(const Rectangle&) const = default;
+
+  [[nodiscard]] int right() const { return x + width; }    // the first column that is not inside any more
+  [[nodiscard]] int bottom() const { return y + height; }  // the first row that is not inside any more
+  [[nodiscard]] bool isEmpty() const { return width <= 0 || height <= 0; }
+  [[nodiscard]] bool contains(Point point) const;
+  /// Larger by `margin` on every side.
+  [[nodiscard]] Rectangle grown(int margin) const;
+  /// Both rectangles' common part; empty where they have none.
+  [[nodiscard]] Rectangle intersected(const Rectangle& other) const;
+  /// The smallest rectangle that holds both points' pixels.
+  [[nodiscard]] static Rectangle spanning(Point one, Point other);
+};
+
+/// What is left of `whole` without `part`, as up to four rectangles that don't overlap.
+[[nodiscard]] std::vector<Rectangle> subtract(const Rectangle& whole, const Rectangle& part);
+
+}  // namespace screencapture

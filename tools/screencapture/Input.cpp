@@ -1,0 +1,138 @@
+#include "tools/screencapture/Input.h"
+
+// A field of this C header is named with a word that C++ keeps for itself.
+#define explicit explicitField
+#include <xcb/xkb.h>
+#undef explicit
+
+namespace screencapture {
+
+namespace {
+
+constexpr xcb_keysym_t space = 0x0020, escape = 0xff1b, leftShift = 0xffe1, rightShift = 0xffe2;
+constexpr std::uint16_t pointerEvents =
+    XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION;
+
+Key keyOf(xcb_keysym_t symbol) {
+  switch (symbol) {
+    case space:
+      return Key::Space;
+    case escape:
+      return Key::Escape;
+    case leftShift:
+    case rightShift:
+      return Key::Shift;
+    default:
+      return Key::Other;
+  }
+}
+
+Button buttonOf(xcb_button_t button) {
+  switch (button) {
+    case XCB_BUTTON_INDEX_1:
+      return Button::Left;
+    case XCB_BUTTON_INDEX_3:
+      return Button::Right;
+    default:
+      return Button::Other;
+  }
+}
+
+}  // namespace
+
+Input::Input(const Display& used) : display(used) {
+  meanings.fill(Key::Other);
+}
+
+void Input::prepare() {
+  xcb_connection_t* const connection = display.connection();
+  if (display.has(xcb_xkb_id)) {
+    // A held key then sends presses alone. Without this each repeat would look like a key let go and pressed.
+    xcb_discard_reply(connection, xcb_xkb_use_extension(connection, 1, 0).sequence);
+    const auto flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
+    xcb_discard_reply(
+        connection,
+        xcb_xkb_per_client_flags(connection, XCB_XKB_ID_USE_CORE_KBD, flag, flag, 0, 0, 0).sequence);
+  }
+  const xcb_keycode_t first = display.setup().min_keycode;
+  mappingRequest = xcb_get_keyboard_mapping(
+      connection, first, static_cast<std::uint8_t>(display.setup().max_keycode - first + 1));
+}
+
+void Input::request() {
+  xcb_connection_t* const connection = display.connection();
+  if (!hasPointer)
+    pointerRequest = xcb_grab_pointer(connection, 0, display.root(), pointerEvents, XCB_GRAB_MODE_ASYNC,
+                                      XCB_GRAB_MODE_ASYNC, XCB_WINDOW_NONE, cursor, XCB_CURRENT_TIME);
+  if (!hasKeyboard) {
+    keyboardRequest = xcb_grab_keyboard(connection, 0, display.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                                        XCB_GRAB_MODE_ASYNC);
+    keysRequest = xcb_query_keymap(connection);
+  }
+}
+
+bool Input::settle() {
+  if (pointerRequest) {
+    const auto answer = reply(display, xcb_grab_pointer_reply, *pointerRequest);
+    hasPointer = answer && answer->status == XCB_GRAB_STATUS_SUCCESS;
+    pointerRequest.reset();
+  }
+  if (keyboardRequest) {
+    const auto answer = reply(display, xcb_grab_keyboard_reply, *keyboardRequest);
+    const auto keys = reply(display, xcb_query_keymap_reply, keysRequest);
+    hasKeyboard = answer && answer->status == XCB_GRAB_STATUS_SUCCESS;
+    if (hasKeyboard && keys)
+      heldKeys.startWith(keys->keys);
+    keyboardRequest.reset();
+  }
+  return hasPointer && hasKeyboard;
+}
+
+void Input::release() {
+  xcb_ungrab_pointer(display.connection(), XCB_CURRENT_TIME);
+  xcb_ungrab_keyboard(display.connection(), XCB_CURRENT_TIME);
+}
+
+void Input::setCursor(xcb_cursor_t look) {
+  cursor = look;
+  if (hasPointer)
+    xcb_change_active_pointer_grab(display.connection(), cursor, XCB_CURRENT_TIME, pointerEvents);
+}
+
+void Input::deliver(const xcb_generic_event_t& event, Selection& to) {
+  // The events of keys, buttons and motion have one shape.
+  const auto& input = reinterpret_cast<const xcb_key_press_event_t&>(event);
+  const Point point{input.root_x, input.root_y};
+  switch (event.response_type & 0x7f) {
+    case XCB_MOTION_NOTIFY:
+      return to.movePointer(point);
+    case XCB_BUTTON_PRESS:
+      return to.pressButton(buttonOf(input.detail), point);
+    case XCB_BUTTON_RELEASE:
+      return to.releaseButton(buttonOf(input.detail), point);
+    case XCB_KEY_PRESS:
+      if (heldKeys.press(input.detail))
+        to.pressKey(keyOf(input.detail));
+      return;
+    case XCB_KEY_RELEASE:
+      if (heldKeys.release(input.detail))
+        to.releaseKey(keyOf(input.detail));
+      return;
+    default:
+      return;
+  }
+}
+
+Key Input::keyOf(xcb_keycode_t code) {
+  if (mappingRequest) {
+    const auto mapping = reply(display, xcb_get_keyboard_mapping_reply, *mappingRequest);
+    mappingRequest.reset();
+    const int perKey = mapping ? mapping->keysyms_per_keycode : 0;
+    for (int i = 0; perKey > 0 && i < xcb_get_keyboard_mapping_keysyms_length(mapping.get()) / perKey; ++i)
+      meanings[static_cast<std::size_t>(display.setup().min_keycode + i)] =
+          screencapture::keyOf(xcb_get_keyboard_mapping_keysyms(mapping.get())[i * perKey]);
+  }
+  return meanings[code];
+}
+
+}  // namespace screencapture

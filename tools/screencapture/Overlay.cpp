@@ -1,0 +1,216 @@
+#include "tools/screencapture/Overlay.h"
+
+#include <bit>
+
+namespace screencapture {
+
+namespace {
+
+/// From 8-bit channels to the protocol's 16 bits with the colours multiplied by alpha.
+constexpr xcb_render_color_t colour(unsigned rgb, double alpha) {
+  const auto channel = [&](unsigned shift) {
+    return static_cast<std::uint16_t>(((rgb >> shift) & 0xff) * 0x101 * alpha);
+  };
+  return {channel(16), channel(8), channel(0), static_cast<std::uint16_t>(0xffff * alpha)};
+}
+
+constexpr xcb_render_color_t veil = colour(0x000000, 0.45);
+constexpr xcb_render_color_t lightLine = colour(0xffffff, 1);
+constexpr xcb_render_color_t darkLine = colour(0x101210, 0.75);
+constexpr xcb_render_color_t windowTint = colour(0x6fae4e, 0.16);
+constexpr xcb_render_color_t windowLine = colour(0x6fae4e, 1);
+constexpr double windowLineWidth = 3;  // at the scale 1
+constexpr std::uint8_t translucentDepth = 32;
+
+}  // namespace
+
+std::optional<DrawingFormats> DrawingFormats::from(const xcb_render_query_pict_formats_reply_t& answer,
+                                                   const xcb_screen_t& screen) {
+  DrawingFormats found;
+  for (auto screens = xcb_render_query_pict_formats_screens_iterator(&answer); screens.rem;
+       xcb_render_pictscreen_next(&screens)) {
+    for (auto depths = xcb_render_pictscreen_depths_iterator(screens.data); depths.rem;
+         xcb_render_pictdepth_next(&depths)) {
+      for (auto visuals = xcb_render_pictdepth_visuals_iterator(depths.data); visuals.rem;
+           xcb_render_pictvisual_next(&visuals)) {
+        if (visuals.data->visual == screen.root_visual)
+          found.screen = visuals.data->format;
+      }
+    }
+  }
+  for (auto formats = xcb_render_query_pict_formats_formats_iterator(&answer); formats.rem;
+       xcb_render_pictforminfo_next(&formats)) {
+    const xcb_render_pictforminfo_t& each = *formats.data;
+    if (each.depth == translucentDepth && each.direct.alpha_mask == 0xff && each.direct.alpha_shift == 24 &&
+        each.direct.red_shift == 16 && each.direct.blue_shift == 0)
+      found.translucent = each.id;
+  }
+  return found.screen && found.translucent ? std::optional(found) : std::nullopt;
+}
+
+/// Artwork in the X server, for as long as this lives.
+class Overlay::Uploaded {
+ public:
+  Uploaded(const Display& used, const Artwork& artwork, xcb_render_pictformat_t format)
+      : display(used), picture(display.newId()) {
+    xcb_connection_t* const connection = display.connection();
+    const auto width = static_cast<std::uint16_t>(artwork.size.width);
+    const auto height = static_cast<std::uint16_t>(artwork.size.height);
+    const xcb_pixmap_t pixmap = display.newId();
+    const xcb_gcontext_t context = display.newId();
+    xcb_create_pixmap(connection, translucentDepth, pixmap, display.root(), width, height);
+    xcb_create_gc(connection, context, pixmap, 0, nullptr);
+    std::vector<std::uint32_t> pixels = artwork.pixels;
+    const bool serverIsLittle = display.setup().image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST;
+    if (serverIsLittle != (std::endian::native == std::endian::little)) {
+      for (std::uint32_t& pixel : pixels)
+        pixel = __builtin_bswap32(pixel);
+    }
+    xcb_put_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, context, width, height, 0, 0, 0,
+                  translucentDepth, static_cast<std::uint32_t>(pixels.size() * sizeof(std::uint32_t)),
+                  reinterpret_cast<const std::uint8_t*>(pixels.data()));
+    xcb_render_create_picture(connection, picture, pixmap, format, 0, nullptr);
+    xcb_free_gc(connection, context);
+    xcb_free_pixmap(connection, pixmap);
+  }
+  ~Uploaded() { xcb_render_free_picture(display.connection(), picture); }
+  Uploaded(const Uploaded&) = delete;
+  Uploaded& operator=(const Uploaded&) = delete;
+
+ private:
+  const Display& display;
+
+ public:
+  const xcb_render_picture_t picture;
+};
+
+Overlay::Overlay(const Display& used, const FrozenScreen& screen, const DrawingFormats& known)
+    : display(used),
+      frozen(screen),
+      formats(known),
+      window(used.newId()),
+      canvas(used.newId()),
+      copying(used.newId()),
+      canvasPicture(used.newId()) {
+  xcb_connection_t* const connection = display.connection();
+  const auto width = static_cast<std::uint16_t>(whole().width);
+  const auto height = static_cast<std::uint16_t>(whole().height);
+  const std::uint32_t values[] = {frozen.pixmap(), 1};
+  xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, display.root(), 0, 0, width, height, 0,
+                    XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                    XCB_CW_BACK_PIXMAP | XCB_CW_OVERRIDE_REDIRECT, values);
+  constexpr std::string_view name = "screencapture";
+  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8,
+                      static_cast<std::uint32_t>(name.size()), name.data());
+}
+
+void Overlay::show() {
+  xcb_connection_t* const connection = display.connection();
+  const auto width = static_cast<std::uint16_t>(whole().width);
+  const auto height = static_cast<std::uint16_t>(whole().height);
+  xcb_map_window(connection, window);
+  // The veil goes straight onto the window: the first picture is there with one pass less over the pixels.
+  const xcb_render_picture_t onWindow = display.newId();
+  const xcb_rectangle_t all = toX(whole());
+  xcb_render_create_picture(connection, onWindow, window, formats.screen, 0, nullptr);
+  xcb_render_fill_rectangles(connection, XCB_RENDER_PICT_OP_OVER, onWindow, veil, 1, &all);
+  xcb_render_free_picture(connection, onWindow);
+  // From here on the server must not paint the window by itself, which would show the screen without the
+  // veil; it tells what to paint instead.
+  const std::uint32_t values[] = {XCB_BACK_PIXMAP_NONE, XCB_EVENT_MASK_EXPOSURE};
+  xcb_change_window_attributes(connection, window, XCB_CW_BACK_PIXMAP | XCB_CW_EVENT_MASK, values);
+
+  xcb_create_pixmap(connection, display.screen().root_depth, canvas, display.root(), width, height);
+  const std::uint32_t noExposures = 0;
+  xcb_create_gc(connection, copying, window, XCB_GC_GRAPHICS_EXPOSURES, &noExposures);
+  xcb_render_create_picture(connection, canvasPicture, canvas, formats.screen, 0, nullptr);
+}
+
+void Overlay::hide() {
+  xcb_destroy_window(display.connection(), window);
+}
+
+void Overlay::show(const Scene& next) {
+  const std::vector<Rectangle> changed = difference(scene, next, measures);
+  scene = next;
+  std::optional<Uploaded> label;
+  if (scene.label)
+    label.emplace(display, drawLabel(scene.label->text, measures), formats.translucent);
+  for (const Rectangle& part : changed)
+    paint(part, label ? &*label : nullptr);
+}
+
+void Overlay::repaint(const Rectangle& part) {
+  std::optional<Uploaded> label;
+  if (scene.label)
+    label.emplace(display, drawLabel(scene.label->text, measures), formats.translucent);
+  paint(part, label ? &*label : nullptr);
+}
+
+xcb_cursor_t Overlay::makeCursor(const Artwork& look) const {
+  const Uploaded picture(display, look, formats.translucent);
+  const xcb_cursor_t cursor = display.newId();
+  xcb_render_create_cursor(display.connection(), cursor, picture.picture,
+                           static_cast<std::uint16_t>(look.hotSpot.x),
+                           static_cast<std::uint16_t>(look.hotSpot.y));
+  return cursor;
+}
+
+void Overlay::paint(const Rectangle& part, const Uploaded* label) {
+  const Rectangle within = part.intersected(whole());
+  if (within.isEmpty())
+    return;
+  const xcb_rectangle_t area = toX(within);
+  xcb_copy_area(display.connection(), frozen.pixmap(), canvas, copying, area.x, area.y, area.x, area.y,
+                area.width, area.height);
+  for (const Rectangle& veiled : subtract(within, scene.bright.value_or(Rectangle{})))
+    fill(veiled, within, veil);
+  if (scene.bright && scene.mode == Mode::Area)
+    paintAreaFrame(*scene.bright, within);
+  if (scene.bright && scene.mode == Mode::Window)
+    paintWindowFrame(*scene.bright, within);
+  if (label && scene.label) {
+    const Rectangle place = scene.label->place.intersected(within);
+    const xcb_rectangle_t to = toX(place);
+    const auto fromX = static_cast<std::int16_t>(place.x - scene.label->place.x);
+    const auto fromY = static_cast<std::int16_t>(place.y - scene.label->place.y);
+    if (!place.isEmpty())
+      xcb_render_composite(display.connection(), XCB_RENDER_PICT_OP_OVER, label->picture,
+                           XCB_RENDER_PICTURE_NONE, canvasPicture, fromX, fromY, 0, 0, to.x, to.y, to.width,
+                           to.height);
+  }
+  xcb_copy_area(display.connection(), canvas, window, copying, area.x, area.y, area.x, area.y, area.width,
+                area.height);
+}
+
+void Overlay::fill(const Rectangle& area, const Rectangle& within, xcb_render_color_t colour) {
+  const Rectangle part = area.intersected(within);
+  if (part.isEmpty())
+    return;
+  const xcb_rectangle_t rectangle = toX(part);
+  xcb_render_fill_rectangles(display.connection(), XCB_RENDER_PICT_OP_OVER, canvasPicture, colour, 1,
+                             &rectangle);
+}
+
+void Overlay::paintAreaFrame(const Rectangle& area, const Rectangle& within) {
+  const Rectangle light = area.grown(measures.line);
+  for (const Rectangle& side : subtract(light.grown(measures.line), light))
+    fill(side, within, darkLine);
+  for (const Rectangle& side : subtract(light, area))
+    fill(side, within, lightLine);
+}
+
+void Overlay::paintWindowFrame(const Rectangle& area, const Rectangle& within) {
+  fill(area, within, windowTint);
+  const Rectangle inside = area.grown(-measures.pixels(windowLineWidth));
+  for (const Rectangle& side : subtract(area, inside))
+    fill(side, within, windowLine);
+  for (const Rectangle& side : subtract(inside, inside.grown(-measures.line)))
+    fill(side, within, lightLine);
+}
+
+Rectangle Overlay::whole() const {
+  return {0, 0, frozen.size().width, frozen.size().height};
+}
+
+}  // namespace screencapture

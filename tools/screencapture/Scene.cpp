@@ -1,0 +1,99 @@
+#include "tools/screencapture/Scene.h"
+
+#include "tools/screencapture/Artwork.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace screencapture {
+
+namespace {
+
+constexpr double dotsPerInchAtScaleOne = 96;
+constexpr double largestScale = 4;
+constexpr double labelDistance = 14;  // from the pointer, at the scale 1
+
+/// Right of and below the pointer, where no hand's drag hides it; on the other side where the monitor ends.
+Rectangle labelPlace(Size size, Point pointer, const Rectangle& monitor, int distance) {
+  const auto beside = [distance](int at, int length, int begin, int end) {
+    const int after = at + distance;
+    const int place = after + length <= end ? after : at - distance - length;
+    return std::clamp(place, begin, std::max(begin, end - length));
+  };
+  return {beside(pointer.x, size.width, monitor.x, monitor.right()),
+          beside(pointer.y, size.height, monitor.y, monitor.bottom()), size.width, size.height};
+}
+
+void append(std::vector<Rectangle>& to, const std::vector<Rectangle>& more) {
+  to.insert(to.end(), more.begin(), more.end());
+}
+
+}  // namespace
+
+Metrics Metrics::fromResources(std::string_view resources) {
+  constexpr std::string_view key = "Xft.dpi:";
+  double dotsPerInch = dotsPerInchAtScaleOne;
+  for (std::size_t start = 0; start < resources.size();) {
+    const std::size_t end = std::min(resources.find('\n', start), resources.size());
+    std::string_view line = resources.substr(start, end - start);
+    start = end + 1;
+    if (!line.starts_with(key))
+      continue;
+    line.remove_prefix(key.size());
+    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+    double value = 0;
+    if (std::from_chars(line.data(), line.data() + line.size(), value).ec == std::errc() && value > 0)
+      dotsPerInch = value;
+  }
+  Metrics metrics;
+  metrics.scale = std::clamp(dotsPerInch / dotsPerInchAtScaleOne, 1.0, largestScale);
+  metrics.line = metrics.pixels(1);
+  return metrics;
+}
+
+int Metrics::pixels(double length) const {
+  return static_cast<int>(std::lround(length * scale));
+}
+
+Scene sceneOf(const Selection& selection, std::span<const Rectangle> monitors, const Metrics& metrics) {
+  Scene scene{selection.mode(), selection.selected(), std::nullopt};
+  if (scene.mode == Mode::Window || !scene.bright)
+    return scene;
+  const auto monitor = std::ranges::find_if(
+      monitors, [&](const Rectangle& each) { return each.contains(selection.pointer()); });
+  if (monitor == monitors.end())
+    return scene;
+  const std::string text = std::to_string(scene.bright->width) + " x " + std::to_string(scene.bright->height);
+  scene.label = Label{text, labelPlace(labelSize(text, metrics), selection.pointer(), *monitor,
+                                       metrics.pixels(labelDistance))};
+  return scene;
+}
+
+std::vector<Rectangle> difference(const Scene& before, const Scene& after, const Metrics& metrics) {
+  std::vector<Rectangle> changed;
+  if (before.bright != after.bright || before.mode != after.mode) {
+    const int frame = metrics.areaFrame();
+    const bool bothAreas = before.mode == Mode::Area && after.mode == Mode::Area;
+    if (bothAreas && before.bright && after.bright) {
+      append(changed, subtract(*before.bright, *after.bright));
+      append(changed, subtract(*after.bright, *before.bright));
+      append(changed, subtract(before.bright->grown(frame), *before.bright));
+      append(changed, subtract(after.bright->grown(frame), *after.bright));
+    } else {
+      for (const auto& bright : {before.bright, after.bright}) {
+        if (bright)
+          changed.push_back(bright->grown(frame));
+      }
+    }
+  }
+  if (before.label != after.label) {
+    for (const auto& label : {before.label, after.label}) {
+      if (label)
+        changed.push_back(label->place);
+    }
+  }
+  return changed;
+}
+
+}  // namespace screencapture
