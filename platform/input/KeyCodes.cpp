@@ -1,5 +1,7 @@
 #include "platform/input/KeyCodes.h"
 
+#include <linux/input-event-codes.h>
+
 namespace platform {
 
 std::optional<int> evdevCode(qint64 keyCode) {

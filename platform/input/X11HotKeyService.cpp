@@ -16,6 +16,7 @@ namespace platform {
 namespace {
 
 constexpr EventHandlerReference theHandler{1};
+constexpr xcb_timestamp_t shortestRepeatMilliseconds = 5;
 
 /// The major opcode of XInput if it has raw events that no grab holds back, which came with 2.1; else -1.
 int findXinput(xcb_connection_t* connection) {
@@ -126,6 +127,8 @@ bool X11HotKeyService::keyPressed(const xcb_key_press_event_t& event) {
   if (!isGrabbed && !wantsRawKeys)
     return false;
   if (isRepeat(event)) {
+    if (event.detail == lastTap.keycode)
+      lastTap.pressed = event.time;
     // The repeat has started the passive grab again.
     if (isGrabbed) {
       xcb_ungrab_keyboard(connection, event.time);
@@ -144,7 +147,8 @@ bool X11HotKeyService::keyPressed(const xcb_key_press_event_t& event) {
 bool X11HotKeyService::hotKeyPressed(const xcb_key_press_event_t& event, const Chord& chord) {
   // Raw releases are asked for before the keyboard is given back, so that no release falls between. A release
   // that came before both shows in isDown(), whose answer also says that the keyboard is free by now.
-  hold(event.detail, chord);
+  held.insert_or_assign(event.detail, chord);
+  lastTap = {event.detail, event.time, 0};
   setRawReleases(RawReleases::Heard);
   xcb_ungrab_keyboard(connection, event.time);
   const bool isStillDown = isDown(event.detail);
@@ -160,7 +164,7 @@ bool X11HotKeyService::hotKeyPressed(const xcb_key_press_event_t& event, const C
 }
 
 bool X11HotKeyService::rawKeyPressed(const xcb_key_press_event_t& event, const Chord& chord) {
-  hold(event.detail, chord);  // before the handler runs, in case it waits for events itself
+  held.insert_or_assign(event.detail, chord);  // before the handler runs, in case it waits for events itself
   HotKeyEvent press;
   press.kind = HotKeyEventKind::RawKeyDown;
   press.keyCode = chord.keyCode;
@@ -169,6 +173,7 @@ bool X11HotKeyService::rawKeyPressed(const xcb_key_press_event_t& event, const C
     held.erase(event.detail);
     return false;
   }
+  lastTap = {event.detail, event.time, 0};
   setRawReleases(RawReleases::Heard);
   if (!isDown(event.detail))
     endHold(event.detail);
@@ -176,8 +181,8 @@ bool X11HotKeyService::rawKeyPressed(const xcb_key_press_event_t& event, const C
 }
 
 bool X11HotKeyService::keyReleased(const xcb_key_release_event_t& event) {
-  if (event.detail == lastPressed)
-    lastReleaseTime = event.time;
+  if (event.detail == lastTap.keycode)
+    lastTap.released = event.time;
   return isRoot(event.event) || (wants(HotKeyEventKind::RawKeyUp) && modifiers.isModifierKey(event.detail));
 }
 
@@ -201,8 +206,12 @@ bool X11HotKeyService::isRoot(xcb_window_t window) const {
 
 /// Between two presses of a key that repeats the server reports a release too, at the time of the second. It
 /// matters where the key was let go before its first press could be dealt with: the repeats are then waiting.
+/// No hand lets a key go and presses it again in one millisecond; a program does, but after no time at all.
 bool X11HotKeyService::isRepeat(const xcb_key_press_event_t& event) const {
-  return held.contains(event.detail) || (event.detail == lastPressed && event.time == lastReleaseTime);
+  if (held.contains(event.detail))
+    return true;
+  return event.detail == lastTap.keycode && event.time == lastTap.released &&
+         lastTap.released - lastTap.pressed >= shortestRepeatMilliseconds;
 }
 
 HotKeyStatus X11HotKeyService::send(const HotKeyEvent& event) const {
@@ -210,12 +219,6 @@ HotKeyStatus X11HotKeyService::send(const HotKeyEvent& event) const {
     return HotKeyStatuses::eventNotHandled;
   const EventHandler running = eventHandler;  // outlives its own replacement
   return running(&event);
-}
-
-void X11HotKeyService::hold(xcb_keycode_t keycode, const Chord& chord) {
-  held.insert_or_assign(keycode, chord);
-  lastPressed = keycode;
-  lastReleaseTime = 0;
 }
 
 void X11HotKeyService::endHold(xcb_keycode_t keycode) {

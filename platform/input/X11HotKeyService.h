@@ -42,6 +42,12 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
     quint32 modifiers = 0;
     bool operator==(const Chord&) const = default;
   };
+  /// The last press and release that came for a key, in the server's milliseconds.
+  struct Tap {
+    xcb_keycode_t keycode = 0;
+    xcb_timestamp_t pressed = 0;
+    xcb_timestamp_t released = 0;
+  };
   struct HotKey {
     Chord chord;
     xcb_keycode_t keycode = 0;
@@ -62,7 +68,6 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
   [[nodiscard]] bool wants(HotKeyEventKind kind) const { return wantedKinds.contains(kind); }
   HotKeyStatus send(const HotKeyEvent& event) const;
 
-  void hold(xcb_keycode_t keycode, const Chord& chord);
   void endHold(xcb_keycode_t keycode);
   [[nodiscard]] bool isDown(xcb_keycode_t keycode) const;
   enum class RawReleases { Ignored, Heard };
@@ -84,8 +89,7 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
   EventHandler eventHandler;
   std::set<HotKeyEventKind> wantedKinds;
   std::map<xcb_keycode_t, Chord> held;  // pressed, reported and not released yet
-  xcb_keycode_t lastPressed = 0;        // of those reported
-  xcb_timestamp_t lastReleaseTime = 0;  // of that key, where its release was seen here
+  Tap lastTap;                          // of the key that was reported last
   WorkItem restoring;
 };
 
