@@ -41,7 +41,7 @@ QUrl CaptureService::uniqueURL() {
 
 void CaptureService::runScreencapture(const QStringList& arguments, const std::optional<QUrl>& fileURL,
                                       Completion completion) {
-  const auto finish = [completion = std::move(completion)](std::optional<QUrl> result) {
+  const auto finish = [completion = std::move(completion)](const std::optional<QUrl>& result) {
     MainQueue::main().async([completion, result] { completion(result); });
   };
   const auto onTermination = [fileURL, finish] {

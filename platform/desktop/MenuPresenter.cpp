@@ -82,7 +82,7 @@ void MenuPresenter::fill(QMenu& target, const std::shared_ptr<const Menu>& menu)
   }
 }
 
-void MenuPresenter::popUp(std::shared_ptr<const Menu> menu, const QPoint& position) {
+void MenuPresenter::popUp(const std::shared_ptr<const Menu>& menu, const QPoint& position) {
   cancelTracking();
   open = new QMenu;
   fill(*open, menu);

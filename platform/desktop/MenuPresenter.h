@@ -25,7 +25,7 @@ class MenuPresenter {
 
   /// Opens the menu with its upper left corner at `position` (window system coordinates), or where it fits;
   /// returns at once. A menu that is open already closes.
-  void popUp(std::shared_ptr<const Menu> menu, const QPoint& position);
+  void popUp(const std::shared_ptr<const Menu>& menu, const QPoint& position);
   /// Closes the menu if one is open; nothing in it is chosen.
   void cancelTracking();
 

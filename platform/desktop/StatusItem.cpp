@@ -144,9 +144,9 @@ std::optional<QRectF> StatusItem::anchor(const PanelMetrics& panel) const {
   return holder == all.end() ? itemFrame : std::optional(panelAnchor(*itemFrame, *holder, panel));
 }
 
-void StatusItem::popUpMenu(std::shared_ptr<const Menu> menu) {
+void StatusItem::popUpMenu(const std::shared_ptr<const Menu>& menu) {
   const QRect place = geometry();
-  presenter.popUp(std::move(menu), place.isEmpty() ? QCursor::pos() : place.bottomLeft() + QPoint(0, 1));
+  presenter.popUp(menu, place.isEmpty() ? QCursor::pos() : place.bottomLeft() + QPoint(0, 1));
 }
 
 void StatusItem::cancelTracking() {

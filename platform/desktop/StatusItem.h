@@ -44,7 +44,7 @@ class StatusItem {
   [[nodiscard]] std::optional<QRectF> anchor(const PanelMetrics& panel) const;
 
   /// Opens the menu at the icon.
-  void popUpMenu(std::shared_ptr<const Menu> menu);
+  void popUpMenu(const std::shared_ptr<const Menu>& menu);
   /// Closes the menu if it is open.
   void cancelTracking();
 

@@ -43,7 +43,7 @@ QString imageOnDisk(const QString& imageName) {
     return {};
   const QByteArray bytes = image.readAll();
   const QString folder = Locations::applicationSupport() + QStringLiteral("/Sorrel/folder-icons");
-  const QString path = folder + u'/' + name;
+  QString path = folder + u'/' + name;
   QFile present(path);
   if (present.open(QIODevice::ReadOnly) && present.readAll() == bytes)
     return path;
