@@ -6,9 +6,9 @@
 
 /// Every key that has a name: KEY(name, virtual key code, evdev code). A virtual key code is a position on
 /// the keyboard, whatever the layout prints there; the evdev code is the kernel's number for the same
-/// position, by its name in <linux/input-event-codes.h>. Where the two keyboards differ, the position decides:
-/// `help` sits where a PC keyboard has Insert, `keypadClear` where it has NumLock. `function` has an evdev
-/// code that X11 can't carry.
+/// position, by its name in <linux/input-event-codes.h>. Where the two keyboards differ, the position
+/// decides: `help` sits where a PC keyboard has Insert, `keypadClear` where it has NumLock. `function` has an
+/// evdev code that X11 can't carry.
 #define PLATFORM_NAMED_KEYS(KEY)          \
   KEY(a, 0, KEY_A)                        \
   KEY(b, 11, KEY_B)                       \

@@ -99,7 +99,7 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray& eventType, void* mess
   const auto* const event = static_cast<const xcb_generic_event_t*>(message);
   switch (event->response_type) {  // an event that another program made up has a further bit and is no key
     case XCB_KEY_PRESS:
-      return keyPressed(*reinterpret_cast<const xcb_key_press_event_t*>(event));
+      return keyPressed(*reinterpret_cast<const xcb_key_press_event_t*>(event), event->full_sequence);
     case XCB_KEY_RELEASE:
       return keyReleased(*reinterpret_cast<const xcb_key_release_event_t*>(event));
     case XCB_MAPPING_NOTIFY:
@@ -121,12 +121,12 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray& eventType, void* mess
   }
 }
 
-bool X11HotKeyService::keyPressed(const xcb_key_press_event_t& event) {
+bool X11HotKeyService::keyPressed(const xcb_key_press_event_t& event, uint32_t lastRequest) {
   const bool isGrabbed = isRoot(event.event);
   const bool wantsRawKeys = wants(HotKeyEventKind::RawKeyDown);
   if (!isGrabbed && !wantsRawKeys)
     return false;
-  if (isRepeat(event)) {
+  if (isRepeat(event, lastRequest)) {
     if (event.detail == lastTap.keycode)
       lastTap.pressed = event.time;
     // The repeat has started the passive grab again.
@@ -146,19 +146,19 @@ bool X11HotKeyService::keyPressed(const xcb_key_press_event_t& event) {
 
 bool X11HotKeyService::hotKeyPressed(const xcb_key_press_event_t& event, const Chord& chord) {
   // Raw releases are asked for before the keyboard is given back, so that no release falls between. A release
-  // that came before both shows in isDown(), whose answer also says that the keyboard is free by now.
+  // that came before both shows in isStillDown(), whose answer also says that the keyboard is free by now.
   held.insert_or_assign(event.detail, chord);
-  lastTap = {event.detail, event.time, 0};
+  lastTap = {event.detail, event.time, 0, 0};
   setRawReleases(RawReleases::Heard);
   xcb_ungrab_keyboard(connection, event.time);
-  const bool isStillDown = isDown(event.detail);
+  const bool isHeld = isStillDown();
   if (const HotKey* const pressed = hotKey(chord); pressed && wants(HotKeyEventKind::HotKeyPressed)) {
     HotKeyEvent press;
     press.kind = HotKeyEventKind::HotKeyPressed;
     press.hotKeyId = pressed->id;
     send(press);
   }
-  if (!isStillDown)
+  if (!isHeld)
     endHold(event.detail);
   return true;
 }
@@ -173,9 +173,9 @@ bool X11HotKeyService::rawKeyPressed(const xcb_key_press_event_t& event, const C
     held.erase(event.detail);
     return false;
   }
-  lastTap = {event.detail, event.time, 0};
+  lastTap = {event.detail, event.time, 0, 0};
   setRawReleases(RawReleases::Heard);
-  if (!isDown(event.detail))
+  if (!isStillDown())
     endHold(event.detail);
   return true;
 }
@@ -204,13 +204,15 @@ bool X11HotKeyService::isRoot(xcb_window_t window) const {
   return std::ranges::find(roots, window) != roots.end();
 }
 
-/// Between two presses of a key that repeats the server reports a release too, at the time of the second. It
-/// matters where the key was let go before its first press could be dealt with: the repeats are then waiting.
-/// No hand lets a key go and presses it again in one millisecond; a program does, but after no time at all.
-bool X11HotKeyService::isRepeat(const xcb_key_press_event_t& event) const {
+/// A key may be let go before its first press could be dealt with; its repeats are then waiting, sent before
+/// the server was asked about the key. Between two of them the server reports a release too, at the time of
+/// the second. No hand lets a key go and presses it again in one millisecond; a program does, but holds it no
+/// longer.
+bool X11HotKeyService::isRepeat(const xcb_key_press_event_t& event, uint32_t lastRequest) const {
   if (held.contains(event.detail))
     return true;
-  return event.detail == lastTap.keycode && event.time == lastTap.released &&
+  const bool wasWaiting = static_cast<int32_t>(lastRequest - lastTap.askedBy) < 0;
+  return event.detail == lastTap.keycode && wasWaiting && event.time == lastTap.released &&
          lastTap.released - lastTap.pressed >= shortestRepeatMilliseconds;
 }
 
@@ -246,9 +248,11 @@ void X11HotKeyService::endHold(xcb_keycode_t keycode) {
   }
 }
 
-bool X11HotKeyService::isDown(xcb_keycode_t keycode) const {
-  const XcbPointer<xcb_query_keymap_reply_t> keys(
-      xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr));
+bool X11HotKeyService::isStillDown() {
+  const xcb_query_keymap_cookie_t request = xcb_query_keymap(connection);
+  lastTap.askedBy = request.sequence;
+  const int keycode = lastTap.keycode;
+  const XcbPointer<xcb_query_keymap_reply_t> keys(xcb_query_keymap_reply(connection, request, nullptr));
   return keys && (keys->keys[keycode / 8] & (1U << (keycode % 8)));
 }
 

@@ -47,6 +47,7 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
     xcb_keycode_t keycode = 0;
     xcb_timestamp_t pressed = 0;
     xcb_timestamp_t released = 0;
+    uint32_t askedBy = 0;  // number of the request that asked, after the press, whether the key is down
   };
   struct HotKey {
     Chord chord;
@@ -55,8 +56,8 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
   };
 
   bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
-  /// These say whether the event stops here.
-  bool keyPressed(const xcb_key_press_event_t& event);
+  /// These say whether the event stops here. `lastRequest` is the last that the server had seen by then.
+  bool keyPressed(const xcb_key_press_event_t& event, uint32_t lastRequest);
   bool keyReleased(const xcb_key_release_event_t& event);
   bool hotKeyPressed(const xcb_key_press_event_t& event, const Chord& chord);
   bool rawKeyPressed(const xcb_key_press_event_t& event, const Chord& chord);
@@ -64,12 +65,13 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
   [[nodiscard]] std::optional<Chord> chordOf(const xcb_key_press_event_t& event) const;
   [[nodiscard]] const HotKey* hotKey(const Chord& chord) const;
   [[nodiscard]] bool isRoot(xcb_window_t window) const;
-  [[nodiscard]] bool isRepeat(const xcb_key_press_event_t& event) const;
+  [[nodiscard]] bool isRepeat(const xcb_key_press_event_t& event, uint32_t lastRequest) const;
   [[nodiscard]] bool wants(HotKeyEventKind kind) const { return wantedKinds.contains(kind); }
   HotKeyStatus send(const HotKeyEvent& event) const;
 
   void endHold(xcb_keycode_t keycode);
-  [[nodiscard]] bool isDown(xcb_keycode_t keycode) const;
+  /// Asks the server about the key of the last tap.
+  [[nodiscard]] bool isStillDown();
   enum class RawReleases { Ignored, Heard };
   void setRawReleases(RawReleases wanted) const;
 
