@@ -3,14 +3,12 @@
 #include "platform/base/Log.h"
 #include "platform/input/KeyCodes.h"
 #include "platform/input/X11Connection.h"
+#include "platform/input/XcbXkb.h"
 
 #include <QCoreApplication>
 
 #include <algorithm>
 #include <xcb/xinput.h>
-#define explicit explicitComponents
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace platform {
 namespace {

@@ -2,16 +2,13 @@
 
 #include "platform/input/KeyCodes.h"
 #include "platform/input/X11Connection.h"
+#include "platform/input/XcbXkb.h"
 
 #include <algorithm>
 #include <array>
 #include <span>
 #include <vector>
 #include <xkbcommon/xkbcommon.h>
-// The header has members with a name that C++ keeps for itself.
-#define explicit explicitComponents
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace platform {
 namespace {

@@ -1,15 +1,13 @@
 #include "tests/platform/input/X11Fixture.h"
 
 #include "platform/input/X11Connection.h"
+#include "platform/input/XcbXkb.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QProcess>
 
 #include <algorithm>
-#define explicit explicitComponents
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace testing_support {
 
