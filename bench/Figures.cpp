@@ -77,8 +77,14 @@ void Figures::add(const MeasuredRatio& ratio) {
 }
 
 void Figures::add(const Amount& amount) {
-  if (isChosen(amount.name))
-    others.push_back([amount] { print(amount.name, amount.measure(), amount.unit, amount.atMost); });
+  if (!isChosen(amount.name))
+    return;
+  others.push_back([amount] {
+    std::vector<double> values;
+    for (int round = 0; round < amount.rounds; ++round)
+      values.push_back(amount.measure());
+    print(amount.name, median(values), amount.unit, amount.atMost);
+  });
 }
 
 int Figures::run() {

@@ -26,12 +26,13 @@ struct MeasuredRatio {
   int rounds = 11;
 };
 
-/// A count or size that has no reference.
+/// A count, size or time that has no reference: the median of `rounds` measurements.
 struct Amount {
   std::string name;
   std::function<double()> measure;
   std::string unit;
   double atMost;
+  int rounds = 1;
 };
 
 /// Measures those whose names contain one of the program's arguments (all, without arguments) and prints a

@@ -99,7 +99,9 @@ class RowFilter {
 
   template <typename Predict>
   void subtractEach(const Byte* row, Byte* out, Predict predict) const {
-    for (std::size_t i = 0; i < rowBytes; ++i)
+    // A byte may be part of anything, this object too, so only copies stay in registers over the writes.
+    const std::size_t count = rowBytes;
+    for (std::size_t i = 0; i < count; ++i)
       out[i] = static_cast<Byte>(row[i] - predict(i));
   }
 
@@ -111,14 +113,14 @@ class RowFilter {
         std::memcpy(out, row, rowBytes);
         return;
       case PngFilter::Sub:
-        return subtractEach(row, out, [&](std::size_t i) { return left[i]; });
+        return subtractEach(row, out, [=](std::size_t i) { return left[i]; });
       case PngFilter::Up:
-        return subtractEach(row, out, [&](std::size_t i) { return above[i]; });
+        return subtractEach(row, out, [=](std::size_t i) { return above[i]; });
       case PngFilter::Average:
         return subtractEach(row, out,
-                            [&](std::size_t i) { return static_cast<Byte>((left[i] + above[i]) / 2); });
+                            [=](std::size_t i) { return static_cast<Byte>((left[i] + above[i]) / 2); });
       case PngFilter::Paeth:
-        return subtractEach(row, out, [&](std::size_t i) { return paeth(left[i], above[i], aboveLeft[i]); });
+        return subtractEach(row, out, [=](std::size_t i) { return paeth(left[i], above[i], aboveLeft[i]); });
     }
   }
 

@@ -15,14 +15,16 @@ namespace {
 
 constexpr int startTimeoutMilliseconds = 30'000;
 
-[[noreturn]] void runServer(int readyDescriptor, const std::string& screen) {
+[[noreturn]] void runServer(std::vector<std::string> words) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   const int null = open("/dev/null", O_RDWR | O_CLOEXEC);
   dup2(null, STDOUT_FILENO);
   dup2(null, STDERR_FILENO);
-  const std::string ready = std::to_string(readyDescriptor);
-  execlp("Xvfb", "Xvfb", "-displayfd", ready.c_str(), "-screen", "0", screen.c_str(), "-noreset", "-nolisten",
-         "tcp", static_cast<char*>(nullptr));
+  std::vector<char*> arguments;
+  for (std::string& word : words)
+    arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  execvp(arguments[0], arguments.data());
   _exit(127);
 }
 
@@ -44,16 +46,19 @@ std::string readNumber(int descriptor) {
 
 }  // namespace
 
-XvfbServer::XvfbServer(int width, int height, int depth) {
+XvfbServer::XvfbServer(int width, int height, int depth, const std::vector<std::string>& options) {
   const std::string screen =
       std::to_string(width) + "x" + std::to_string(height) + "x" + std::to_string(depth);
   std::array<int, 2> ready{};
   if (pipe(ready.data()) != 0)
     throw std::runtime_error("no pipe for the X server");
+  std::vector<std::string> words{
+      "Xvfb", "-displayfd", std::to_string(ready[1]), "-screen", "0", screen, "-noreset", "-nolisten", "tcp"};
+  words.insert(words.end(), options.begin(), options.end());
   process = fork();
   if (process == 0) {
     close(ready[0]);
-    runServer(ready[1], screen);
+    runServer(std::move(words));
   }
   close(ready[1]);
   const std::string number = process > 0 ? readNumber(ready[0]) : std::string();

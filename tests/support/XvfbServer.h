@@ -2,6 +2,7 @@
 
 #include <string>
 #include <sys/types.h>
+#include <vector>
 
 namespace testing_support {
 
@@ -9,10 +10,11 @@ namespace testing_support {
 /// long as this object lives, and ends with the test program even if that is killed.
 ///
 /// Its screen is `width` by `height` pixels at the given depth (24, 16 or 8 bits), black, with the X server's
-/// own keyboard (a US layout). Throws std::runtime_error where the server can't be started.
+/// own keyboard (a US layout). `options` go to the server as they are, for example "-ardelay", "50". Throws
+/// std::runtime_error where the server can't be started.
 class XvfbServer {
  public:
-  XvfbServer(int width, int height, int depth = 24);
+  XvfbServer(int width, int height, int depth = 24, const std::vector<std::string>& options = {});
   ~XvfbServer();
   XvfbServer(const XvfbServer&) = delete;
   XvfbServer& operator=(const XvfbServer&) = delete;

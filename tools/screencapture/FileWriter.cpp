@@ -88,9 +88,18 @@ int fill(int descriptor, std::optional<mode_t> permissions, std::span<const std:
   return writeAll(descriptor, contents);
 }
 
+int writeNameless(const std::string& folder, const std::string& path, std::optional<mode_t> permissions,
+                  std::span<const std::uint8_t> contents) {
+  const Descriptor file(open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, anyoneUnlessMasked));
+  if (file.get() < 0)
+    return errno;
+  const int error = fill(file.get(), permissions, contents);
+  return error != 0 ? error : giveName(file.get(), folder, path);
+}
+
 /// For file systems that know no files without a name.
-int writeUnderHiddenName(const std::string& folder, const std::string& path,
-                         std::optional<mode_t> permissions, std::span<const std::uint8_t> contents) {
+int writeHidden(const std::string& folder, const std::string& path, std::optional<mode_t> permissions,
+                std::span<const std::uint8_t> contents) {
   for (int attempt = 0; attempt < nameAttempts; ++attempt) {
     const std::string hidden = hiddenName(folder, attempt);
     Descriptor file(open(hidden.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, anyoneUnlessMasked));
@@ -112,7 +121,7 @@ int writeUnderHiddenName(const std::string& folder, const std::string& path,
 
 }  // namespace
 
-int writeFile(const std::string& path, std::span<const std::uint8_t> contents) {
+int writeFile(const std::string& path, std::span<const std::uint8_t> contents, Unfinished unfinished) {
   std::string target = path;
   std::optional<mode_t> permissions;
   struct stat existing {};
@@ -128,18 +137,14 @@ int writeFile(const std::string& path, std::span<const std::uint8_t> contents) {
     target = resolved.get();
   }
   const std::string folder = folderOf(target);
-  Descriptor file(open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, anyoneUnlessMasked));
-  if (file.get() < 0) {
-    // An old kernel takes O_TMPFILE for a try to write a folder, hence EISDIR.
-    if (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)
-      return writeUnderHiddenName(folder, target, permissions, contents);
-    return errno;
-  }
-  if (const int error = fill(file.get(), permissions, contents))
-    return error;
-  const int error = giveName(file.get(), folder, target);
-  // Without /proc a file can't be given a name afterwards.
-  return error == ENOENT ? writeUnderHiddenName(folder, target, permissions, contents) : error;
+  int error = EOPNOTSUPP;
+  if (unfinished == Unfinished::Nameless)
+    error = writeNameless(folder, target, permissions, contents);
+  // An old kernel takes the flag for a try to write a folder, hence EISDIR; without /proc the file can't be
+  // named, hence ENOENT.
+  if (error == EOPNOTSUPP || error == EISDIR || error == EINVAL || error == ENOENT)
+    error = writeHidden(folder, target, permissions, contents);
+  return error;
 }
 
 }  // namespace screencapture

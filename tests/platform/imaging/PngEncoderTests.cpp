@@ -1,37 +1,13 @@
 #include "platform/imaging/PngEncoder.h"
+#include "tests/support/DecodedPng.h"
 
 #include <gtest/gtest.h>
-#include <png.h>
 #include <random>
 #include <vector>
 
 using namespace platform;
 
 namespace {
-
-struct Decoded {
-  int width = 0;
-  int height = 0;
-  int channels = 0;
-  std::vector<std::uint8_t> bytes;
-};
-
-/// Reads a file with libpng, which checks every chunk's checksum; the format is the file's own.
-std::optional<Decoded> decode(std::span<const std::uint8_t> file) {
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  if (!png_image_begin_read_from_memory(&image, file.data(), file.size()))
-    return std::nullopt;
-  Decoded result{static_cast<int>(image.width),
-                 static_cast<int>(image.height),
-                 static_cast<int>(PNG_IMAGE_SAMPLE_CHANNELS(image.format)),
-                 {}};
-  result.bytes.resize(PNG_IMAGE_SIZE(image));
-  const bool clean = png_image_finish_read(&image, nullptr, result.bytes.data(), 0, nullptr) != 0 &&
-                     !PNG_IMAGE_FAILED(image);
-  png_image_free(&image);
-  return clean ? std::optional(result) : std::nullopt;
-}
 
 struct Picture {
   PictureView view;
@@ -81,7 +57,7 @@ TEST(PngEncoder, isReadBackExactlyWhateverTheSizeStrideLayoutFilterAndLevel) {
     const PngOptions options{static_cast<int>(random() % 13), static_cast<PngFilter>(round % 5)};
     const auto file = encodePng(picture.view, options);
     ASSERT_TRUE(file);
-    const auto decoded = decode(file->span());
+    const auto decoded = testing_support::DecodedPng::read(file->span());
     ASSERT_TRUE(decoded) << "round " << round;
     EXPECT_EQ(decoded->width, width);
     EXPECT_EQ(decoded->height, height);
@@ -104,6 +80,24 @@ TEST(PngEncoder, givesEqualBytesForEqualPicturesWhateverLiesBetweenTheRows) {
   const auto second = encodePng(repainted.view);
   ASSERT_TRUE(first && second);
   EXPECT_TRUE(std::ranges::equal(first->span(), second->span()));
+}
+
+TEST(PngEncoder, takesRowsInAnyPortionsButAllOfThem) {
+  std::mt19937 random(4);
+  const Picture picture(50, 40, 3, layouts[2], random);
+  const auto whole = encodePng(picture.view);
+  auto encoder = PngEncoder::begin(50, 40, layouts[2]);
+  ASSERT_TRUE(whole && encoder);
+  for (int row = 0; row < 40;) {
+    EXPECT_FALSE(encoder->finish());
+    const int count = 1 + static_cast<int>(random() % 9);  // the last portion may be too much
+    encoder->addRows(picture.view.pixels + static_cast<std::size_t>(row) * picture.view.stride,
+                     picture.view.stride, count);
+    row += count;
+  }
+  const auto dealt = encoder->finish();
+  ASSERT_TRUE(dealt);
+  EXPECT_TRUE(std::ranges::equal(whole->span(), dealt->span()));
 }
 
 TEST(PngEncoder, refusesWhatIsNoPicture) {

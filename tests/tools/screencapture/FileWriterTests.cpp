@@ -1,0 +1,109 @@
+#include "tests/support/ScratchHome.h"
+#include "tools/screencapture/FileWriter.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace screencapture;
+
+namespace {
+
+const std::vector<std::uint8_t> picture(100'000, 7);
+const QByteArray pictureBytes(100'000, 7);
+
+class FileWriter : public testing::TestWithParam<Unfinished> {
+ protected:
+  [[nodiscard]] std::string path(const char* name) const {
+    return home.path(QString::fromUtf8(name)).toStdString();
+  }
+  [[nodiscard]] QByteArray contents(const char* name) const {
+    QFile file(home.path(QString::fromUtf8(name)));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+  [[nodiscard]] mode_t permissions(const char* name) const {
+    struct stat file {};
+    return stat(path(name).c_str(), &file) == 0 ? file.st_mode & 07777 : 0;
+  }
+  /// All names in the folder, hidden ones too, but for the scratch home's own.
+  [[nodiscard]] QStringList names() const {
+    QStringList all =
+        QDir(home.path()).entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
+    all.removeAll(QStringLiteral(".runtime"));
+    return all;
+  }
+
+  testing_support::ScratchHome home;
+};
+
+INSTANTIATE_TEST_SUITE_P(Ways, FileWriter, testing::Values(Unfinished::Nameless, Unfinished::Hidden));
+
+}  // namespace
+
+TEST_P(FileWriter, aNewFileGetsWhatTheUmaskAllows) {
+  const mode_t before = umask(027);
+  EXPECT_EQ(writeFile(path("new.png"), picture, GetParam()), 0);
+  umask(before);
+  EXPECT_EQ(contents("new.png"), pictureBytes);
+  EXPECT_EQ(permissions("new.png"), 0640U);
+  EXPECT_EQ(names(), QStringList{QStringLiteral("new.png")});
+}
+
+TEST_P(FileWriter, anExistingFileKeepsItsPermissionsAndALinkStays) {
+  home.write(QStringLiteral("old.png"), "old");
+  chmod(path("old.png").c_str(), 0604);
+  ASSERT_EQ(symlink("old.png", path("link.png").c_str()), 0);
+  EXPECT_EQ(writeFile(path("link.png"), picture, GetParam()), 0);
+  EXPECT_EQ(contents("old.png"), pictureBytes);
+  EXPECT_EQ(permissions("old.png"), 0604U);
+  EXPECT_TRUE(QFileInfo(home.path(QStringLiteral("link.png"))).isSymLink());
+  EXPECT_EQ(names().size(), 2);
+}
+
+TEST_P(FileWriter, whatCannotBeWrittenIsLeftAlone) {
+  home.write(QStringLiteral("guarded.png"), "old");
+  chmod(path("guarded.png").c_str(), 0444);
+  chmod(home.path().toLocal8Bit().constData(), 0777);
+  mkdir(path("closed").c_str(), 0555);
+  mkfifo(path("pipe").c_str(), 0666);
+  // The administrator may write everything, so for this test be nobody.
+  const uid_t user = geteuid();
+  constexpr uid_t nobody = 65534;
+  if (user == 0) {
+    ASSERT_EQ(seteuid(nobody), 0);
+  }
+  EXPECT_EQ(writeFile(path("guarded.png"), picture, GetParam()), EACCES);
+  EXPECT_EQ(writeFile(path("closed/new.png"), picture, GetParam()), EACCES);
+  EXPECT_EQ(writeFile(path("missing/new.png"), picture, GetParam()), ENOENT);
+  EXPECT_EQ(writeFile(path("closed"), picture, GetParam()), EISDIR);
+  EXPECT_EQ(writeFile(path("pipe"), picture, GetParam()), EINVAL);
+  if (user == 0) {
+    ASSERT_EQ(seteuid(user), 0);
+  }
+  EXPECT_EQ(contents("guarded.png"), "old");
+  EXPECT_EQ(names().size(), 3);
+}
+
+TEST_P(FileWriter, aFullDiskLeavesTheOldFileAndNothingElse) {
+  home.write(QStringLiteral("old.png"), "old");
+  rlimit limit{};
+  getrlimit(RLIMIT_FSIZE, &limit);
+  const rlimit small{50'000, limit.rlim_max};
+  const auto handler = signal(SIGXFSZ, SIG_IGN);
+  setrlimit(RLIMIT_FSIZE, &small);
+  const int replaced = writeFile(path("old.png"), picture, GetParam());
+  const int added = writeFile(path("new.png"), picture, GetParam());
+  setrlimit(RLIMIT_FSIZE, &limit);
+  signal(SIGXFSZ, handler);
+  EXPECT_EQ(replaced, EFBIG);
+  EXPECT_EQ(added, EFBIG);
+  EXPECT_EQ(contents("old.png"), "old");
+  EXPECT_EQ(names(), QStringList{QStringLiteral("old.png")});
+}
