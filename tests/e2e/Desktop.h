@@ -1,0 +1,69 @@
+#pragma once
+
+#include "tests/e2e/Program.h"
+#include "tests/e2e/Screen.h"
+#include "tests/e2e/StatusNotifierHost.h"
+#include "tests/support/XTestInput.h"
+#include "tests/support/XvfbServer.h"
+
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace e2e {
+
+enum class Tray { None, XEmbedAtTop, XEmbedAtBottom, StatusNotifier };
+enum class Language { English, Korean };
+
+struct DesktopOptions {
+  QSize size{1024, 640};
+  int depth = 24;
+  Tray tray = Tray::XEmbedAtTop;
+  Language language = Language::English;
+};
+
+/// A desktop of a test's own: an X server, a window manager, a bus, perhaps a tray, a home folder and fonts
+/// that are the same everywhere. Programs started on it see nothing of the user's own desktop, and all of
+/// them, also those that they have started in turn, are gone when this object goes.
+class Desktop {
+ public:
+  explicit Desktop(const DesktopOptions& options = {});
+  ~Desktop();
+  Desktop(const Desktop&) = delete;
+  Desktop& operator=(const Desktop&) = delete;
+
+  /// Starts a program and leaves it running.
+  [[nodiscard]] std::unique_ptr<Program> start(const QStringList& command) const;
+  /// Runs a program to its end, which must be a good one, and returns what it has written.
+  QByteArray run(const QStringList& command) const;
+
+  /// The absolute path of `relative` in the home folder, which alone is there at first.
+  [[nodiscard]] QString home(const QString& relative = {}) const;
+  /// Writes a file below the home folder, making the folders above it.
+  QString write(const QString& relative, const QByteArray& contents) const;
+  [[nodiscard]] const QString& busAddress() const { return address; }
+  [[nodiscard]] const QProcessEnvironment& environment() const { return variables; }
+
+  [[nodiscard]] Screen& screen() { return *view; }
+  [[nodiscard]] testing_support::XTestInput& input() { return *hand; }
+  /// The panel of a desktop with Tray::StatusNotifier.
+  [[nodiscard]] StatusNotifierHost& statusNotifier() { return *host; }
+
+ private:
+  void startBus();
+  void startWindowManager();
+  void startTray(Tray tray);
+
+  QTemporaryDir folder;
+  testing_support::XvfbServer server;
+  QProcessEnvironment variables;
+  QString address;
+  std::unique_ptr<Screen> view;
+  std::unique_ptr<testing_support::XTestInput> hand;
+  std::unique_ptr<Program> bus;
+  std::unique_ptr<StatusNotifierHost> host;
+  std::unique_ptr<Program> windowManager;
+  std::unique_ptr<Program> tray;
+};
+
+}  // namespace e2e

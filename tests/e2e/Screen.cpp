@@ -1,0 +1,286 @@
+#include "tests/e2e/Screen.h"
+
+#include "tests/e2e/Waiting.h"
+
+#include <QElapsedTimer>
+
+#include <cstdlib>
+#include <cstring>
+#include <random>
+#include <stdexcept>
+#include <xcb/randr.h>
+#include <xcb/xcb.h>
+#include <xcb/xcbext.h>
+
+namespace e2e {
+namespace {
+
+struct Free {
+  void operator()(void* memory) const { std::free(memory); }
+};
+template <typename T>
+using Reply = std::unique_ptr<T, Free>;
+
+template <typename T>
+Reply<T> owned(T* reply) {
+  return Reply<T>(reply);
+}
+
+constexpr int evdevOffset = 8;  // an X keycode is the evdev code plus this
+
+xcb_keycode_t keycode(int evdevCode) {
+  return static_cast<xcb_keycode_t>(evdevCode + evdevOffset);
+}
+
+}  // namespace
+
+Screen::Screen(const QString& display) : connection(xcb_connect(display.toLatin1().constData(), nullptr)) {
+  if (xcb_connection_has_error(connection)) {
+    xcb_disconnect(connection);
+    throw std::runtime_error("no display " + display.toStdString());
+  }
+  screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+}
+
+Screen::~Screen() {
+  xcb_disconnect(connection);
+}
+
+QSize Screen::size() const {
+  return {screen->width_in_pixels, screen->height_in_pixels};
+}
+
+QImage Screen::picture() const {
+  const auto reply =
+      owned(xcb_get_image_reply(connection,
+                                xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, screen->root, 0, 0,
+                                              screen->width_in_pixels, screen->height_in_pixels, ~0U),
+                                nullptr));
+  if (!reply)
+    throw std::runtime_error("the screen can't be read");
+  const QImage::Format format = reply->depth == 16 ? QImage::Format_RGB16 : QImage::Format_RGB32;
+  const int stride = xcb_get_image_data_length(reply.get()) / size().height();
+  return QImage(xcb_get_image_data(reply.get()), size().width(), size().height(), stride, format)
+      .convertToFormat(QImage::Format_RGB32)
+      .copy();
+}
+
+QImage Screen::settledPicture() const {
+  QImage last = picture();
+  QElapsedTimer unchanged;
+  unchanged.start();
+  until("the screen stands still", [&] {
+    QImage now = picture();
+    if (now != last) {
+      last = std::move(now);
+      unchanged.restart();
+    }
+    return unchanged.hasExpired(100);
+  });
+  return last;
+}
+
+quint32 Screen::atom(const char* name) const {
+  const auto cookie = xcb_intern_atom(connection, 0, static_cast<uint16_t>(std::strlen(name)), name);
+  return owned(xcb_intern_atom_reply(connection, cookie, nullptr))->atom;
+}
+
+QByteArray Screen::property(quint32 window, const char* name) const {
+  const auto cookie = xcb_get_property(connection, 0, window, atom(name), XCB_ATOM_ANY, 0, 1024);
+  const auto reply = owned(xcb_get_property_reply(connection, cookie, nullptr));
+  if (!reply)
+    return {};
+  return {static_cast<const char*>(xcb_get_property_value(reply.get())),
+          xcb_get_property_value_length(reply.get())};
+}
+
+void Screen::collect(quint32 window, QPoint origin, std::vector<ScreenWindow>& found) const {
+  const auto tree = owned(xcb_query_tree_reply(connection, xcb_query_tree(connection, window), nullptr));
+  if (!tree)  // gone meanwhile
+    return;
+  const xcb_window_t* children = xcb_query_tree_children(tree.get());
+  for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
+    const xcb_window_t child = children[i];
+    const auto attributes = owned(
+        xcb_get_window_attributes_reply(connection, xcb_get_window_attributes(connection, child), nullptr));
+    const auto geometry =
+        owned(xcb_get_geometry_reply(connection, xcb_get_geometry(connection, child), nullptr));
+    if (!attributes || !geometry || attributes->map_state != XCB_MAP_STATE_VIEWABLE)
+      continue;
+    const QPoint corner =
+        origin + QPoint(geometry->x + geometry->border_width, geometry->y + geometry->border_width);
+    found.push_back({child, QString::fromUtf8(property(child, "WM_NAME")),
+                     QString::fromUtf8(property(child, "WM_CLASS").replace('\0', ' ')).trimmed(),
+                     QRect(corner, QSize(geometry->width, geometry->height))});
+    collect(child, corner, found);
+  }
+}
+
+std::vector<ScreenWindow> Screen::windows() const {
+  std::vector<ScreenWindow> found;
+  collect(screen->root, {}, found);
+  return found;
+}
+
+std::optional<ScreenWindow> Screen::find(const QString& text) const {
+  const std::vector<ScreenWindow> all = windows();
+  const auto match = std::find_if(all.rbegin(), all.rend(), [&](const ScreenWindow& window) {
+    return window.title.contains(text) || window.className.contains(text);
+  });
+  return match == all.rend() ? std::nullopt : std::optional(*match);
+}
+
+bool Screen::isSelectionOwned(const char* name) const {
+  const auto owner = owned(
+      xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, atom(name)), nullptr));
+  return owner && owner->owner != XCB_WINDOW_NONE;
+}
+
+quint32 Screen::pixmapOf(const QImage& picture) {
+  if (screen->root_depth != 24)
+    throw std::runtime_error("pictures are put on screens of 24 bits only");
+  const QImage image = picture.convertToFormat(QImage::Format_RGB32);
+  const auto width = static_cast<uint16_t>(image.width());
+  const xcb_pixmap_t pixmap = xcb_generate_id(connection);
+  xcb_create_pixmap(connection, screen->root_depth, pixmap, screen->root, width,
+                    static_cast<uint16_t>(image.height()));
+  const xcb_gcontext_t context = xcb_generate_id(connection);
+  xcb_create_gc(connection, context, pixmap, 0, nullptr);
+  // A row at a time, since a request has a greatest length.
+  for (int y = 0; y < image.height(); ++y)
+    xcb_put_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, context, width, 1, 0,
+                  static_cast<int16_t>(y), 0, screen->root_depth, static_cast<uint32_t>(image.width()) * 4,
+                  image.constScanLine(y));
+  xcb_free_gc(connection, context);
+  return pixmap;
+}
+
+void Screen::paintRoot(const QImage& picture) {
+  const xcb_pixmap_t pixmap = pixmapOf(picture);
+  xcb_change_window_attributes(connection, screen->root, XCB_CW_BACK_PIXMAP, &pixmap);
+  xcb_clear_area(connection, 0, screen->root, 0, 0, 0, 0);
+  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, screen->root, atom("_XROOTPMAP_ID"), XCB_ATOM_PIXMAP,
+                      32, 1, &pixmap);
+}
+
+quint32 Screen::openWindow(const QString& title, QPoint position, const QImage& picture) {
+  const uint32_t values[] = {pixmapOf(picture), XCB_EVENT_MASK_KEY_PRESS};
+  const xcb_window_t window = xcb_generate_id(connection);
+  xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screen->root,
+                    static_cast<int16_t>(position.x()), static_cast<int16_t>(position.y()),
+                    static_cast<uint16_t>(picture.width()), static_cast<uint16_t>(picture.height()), 0,
+                    XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual,
+                    XCB_CW_BACK_PIXMAP | XCB_CW_EVENT_MASK, values);
+  const QByteArray name = title.toUtf8();
+  for (const auto& [property, type] : {std::pair(quint32(XCB_ATOM_WM_NAME), quint32(XCB_ATOM_STRING)),
+                                       std::pair(atom("_NET_WM_NAME"), atom("UTF8_STRING"))})
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, property, type, 8,
+                        static_cast<uint32_t>(name.size()), name.constData());
+  // WM_NORMAL_HINTS: the position is the user's and counts for the contents (static gravity).
+  uint32_t hints[18] = {1U | 1U << 9};
+  hints[17] = XCB_GRAVITY_STATIC;
+  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NORMAL_HINTS,
+                      XCB_ATOM_WM_SIZE_HINTS, 32, 18, hints);
+  xcb_map_window(connection, window);
+  xcb_flush(connection);
+  until("the window '" + title.toStdString() + "' is in its place", [&] {
+    return std::ranges::any_of(windows(), [&](const ScreenWindow& each) {
+      return each.id == window && each.area == QRect(position, picture.size());
+    });
+  });
+  return window;
+}
+
+void Screen::setMonitors(const std::vector<QRect>& monitors) {
+  const auto resources = owned(xcb_randr_get_screen_resources_current_reply(
+      connection, xcb_randr_get_screen_resources_current(connection, screen->root), nullptr));
+  for (std::size_t i = 0; i < monitors.size(); ++i) {
+    struct {
+      xcb_randr_set_monitor_request_t request;
+      xcb_randr_monitor_info_t info;
+      xcb_randr_output_t output;
+    } message{};
+    message.request.window = screen->root;
+    message.info.name = atom(("monitor" + std::to_string(i)).c_str());
+    message.info.primary = i == 0;
+    message.info.nOutput = i == 0;  // the server has a single output: it goes to the first
+    message.info.x = static_cast<int16_t>(monitors[i].x());
+    message.info.y = static_cast<int16_t>(monitors[i].y());
+    message.info.width = static_cast<uint16_t>(monitors[i].width());
+    message.info.height = static_cast<uint16_t>(monitors[i].height());
+    message.output = xcb_randr_get_screen_resources_current_outputs(resources.get())[0];
+    // Not xcb_randr_set_monitor(): libxcb 1.15 sends a part there that it never fills in.
+    const xcb_protocol_request_t protocol{1, &xcb_randr_id, XCB_RANDR_SET_MONITOR, 1};
+    const std::size_t length = sizeof message - (message.info.nOutput ? 0 : sizeof message.output);
+    iovec parts[] = {{}, {}, {&message, length}};  // the first two are for libxcb's use
+    const unsigned sequence = xcb_send_request(connection, XCB_REQUEST_CHECKED, parts + 2, &protocol);
+    if (owned(xcb_request_check(connection, {sequence})))
+      throw std::runtime_error("the screen can't be split into monitors");
+  }
+}
+
+bool Screen::grabKey(int evdevCode, quint16 modifiers) {
+  const auto cookie = xcb_grab_key_checked(connection, 0, screen->root, modifiers, keycode(evdevCode),
+                                           XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+  return !owned(xcb_request_check(connection, cookie));
+}
+
+void Screen::ungrabKey(int evdevCode, quint16 modifiers) {
+  xcb_ungrab_key(connection, keycode(evdevCode), screen->root, modifiers);
+  xcb_flush(connection);
+}
+
+bool Screen::isKeyGrabbed(int evdevCode, quint16 modifiers) const {
+  // Nobody else may come by while the key is tried.
+  xcb_grab_server(connection);
+  const auto cookie = xcb_grab_key_checked(connection, 0, screen->root, modifiers, keycode(evdevCode),
+                                           XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+  const bool isFree = !owned(xcb_request_check(connection, cookie));
+  if (isFree)
+    xcb_ungrab_key(connection, keycode(evdevCode), screen->root, modifiers);
+  xcb_ungrab_server(connection);
+  xcb_flush(connection);
+  return !isFree;
+}
+
+bool Screen::isInputGrabbed() const {
+  xcb_grab_server(connection);  // as above
+  const auto keyboardCookie = xcb_grab_keyboard(connection, 0, screen->root, XCB_CURRENT_TIME,
+                                                XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+  const auto pointerCookie = xcb_grab_pointer(connection, 0, screen->root, 0, XCB_GRAB_MODE_ASYNC,
+                                              XCB_GRAB_MODE_ASYNC, 0, 0, XCB_CURRENT_TIME);
+  xcb_ungrab_keyboard(connection, XCB_CURRENT_TIME);
+  xcb_ungrab_pointer(connection, XCB_CURRENT_TIME);
+  xcb_ungrab_server(connection);
+  const auto keyboard = owned(xcb_grab_keyboard_reply(connection, keyboardCookie, nullptr));
+  const auto pointer = owned(xcb_grab_pointer_reply(connection, pointerCookie, nullptr));
+  xcb_flush(connection);
+  return keyboard->status != XCB_GRAB_STATUS_SUCCESS || pointer->status != XCB_GRAB_STATUS_SUCCESS;
+}
+
+quint16 Screen::modifiers() const {
+  const auto pointer =
+      owned(xcb_query_pointer_reply(connection, xcb_query_pointer(connection, screen->root), nullptr));
+  return pointer->mask & 0xFF;
+}
+
+std::vector<int> Screen::takeKeyPresses() {
+  std::vector<int> pressed;
+  while (const auto event = owned(xcb_poll_for_event(connection))) {
+    if ((event->response_type & 0x7F) == XCB_KEY_PRESS)
+      pressed.push_back(reinterpret_cast<const xcb_key_press_event_t*>(event.get())->detail);
+  }
+  return pressed;
+}
+
+QImage randomPicture(QSize size, unsigned seed) {
+  std::mt19937 random(seed);
+  QImage picture(size, QImage::Format_RGB32);
+  for (int y = 0; y < size.height(); ++y) {
+    auto* row = reinterpret_cast<QRgb*>(picture.scanLine(y));
+    std::generate_n(row, size.width(), [&] { return 0xFF000000U | random(); });
+  }
+  return picture;
+}
+
+}  // namespace e2e
