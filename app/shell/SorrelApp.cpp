@@ -3,6 +3,7 @@
 #include "app/shell/AppDelegate.h"
 #include "platform/base/TerminationSignals.h"
 #include "platform/input/HotKeyService.h"
+#include "platform/input/KeyboardLayout.h"
 
 namespace sorrel {
 
@@ -14,6 +15,7 @@ SorrelApp::SorrelApp(int& argc, char** argv) : application(argc, argv) {
 
 SorrelApp::~SorrelApp() {
   platform::HotKeyService::setCurrent(nullptr);
+  platform::KeyboardLayout::setCurrent(nullptr);
 }
 
 int SorrelApp::run() {
@@ -21,6 +23,7 @@ int SorrelApp::run() {
     return 0;
   platform::handleTerminationSignals(&QApplication::quit);
   platform::HotKeyService::setCurrent(platform::HotKeyService::forDesktop());
+  platform::KeyboardLayout::setCurrent(platform::KeyboardLayout::forDesktop());
 
   appDelegate = std::make_shared<AppDelegate>(AppDelegate::Windows{}, nullptr, &QApplication::quit);
   instance.setRungHandler([this] { appDelegate->applicationShouldHandleReopen(); });
