@@ -1,0 +1,138 @@
+// Shows Sorrel at work on a desktop of its own, in numbered pictures: tour FOLDER. Ends with a status other
+// than 0 where a step doesn't happen.
+
+#include "tests/e2e/Sorrel.h"
+#include "tests/e2e/TourScenery.h"
+#include "tests/e2e/Waiting.h"
+#include "tests/support/ScratchHome.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QPainter>
+
+#include <cstdio>
+#include <linux/input-event-codes.h>
+#include <signal.h>
+#include <stdexcept>
+
+namespace e2e {
+namespace {
+
+constexpr QRect photographArea(150, 170, 520, 346);
+constexpr QRect selectionArea(120, 132, 580, 420);
+
+/// The pictures and their captions, as they come.
+class Album {
+ public:
+  explicit Album(const QString& path) : folder(path) {
+    if (!QDir().mkpath(path))
+      throw std::runtime_error("can't make " + path.toStdString());
+  }
+
+  void add(const QString& name, const QString& caption, const QImage& picture) {
+    const QString file = QStringLiteral("%1-%2.png").arg(++count, 2, 10, QLatin1Char('0')).arg(name);
+    if (!picture.save(folder.filePath(file)))
+      throw std::runtime_error("can't write " + file.toStdString());
+    index += file + QStringLiteral("  ") + caption + u'\n';
+  }
+
+  void close() const {
+    QFile file(folder.filePath(QStringLiteral("index.txt")));
+    if (!file.open(QIODevice::WriteOnly) || file.write(index.toUtf8()) < 0)
+      throw std::runtime_error("can't write the index");
+  }
+
+ private:
+  QDir folder;
+  QString index;
+  int count = 0;
+};
+
+/// The status images before and after, large enough to be seen.
+QImage sideBySide(const QImage& left, const QImage& right) {
+  constexpr int magnification = 6;
+  QImage both(left.width() + right.width(), left.height(), QImage::Format_RGB32);
+  QPainter painter(&both);
+  painter.drawImage(0, 0, left);
+  painter.drawImage(left.width(), 0, right);
+  painter.end();
+  return both.scaled(both.size() * magnification);
+}
+
+void require(bool holds, const char* what) {
+  if (!holds)
+    throw std::runtime_error(what);
+}
+
+void takeTour(Album& album) {
+  Desktop desktop({.size = {1440, 900}});
+  Screen& screen = desktop.screen();
+  screen.paintRoot(scenery::wallpaper(screen.size()));
+  screen.openWindow(QStringLiteral("Notes"), {780, 250}, scenery::notes({520, 420}));
+  screen.openWindow(QStringLiteral("Evening.png"), photographArea.topLeft(),
+                    scenery::photograph(photographArea.size()));
+
+  auto sorrel = std::make_unique<Sorrel>(desktop);
+  const QImage emptyImage = sorrel->statusImage();
+  const QImage before = screen.settledPicture();
+  album.add(QStringLiteral("empty"), QStringLiteral("Sorrel is in the tray; the bottle is empty."), before);
+
+  sorrel->beginCapture(KEY_S);
+  desktop.input().moveTo(selectionArea.left(), selectionArea.top());
+  desktop.input().pressButton(1);
+  desktop.input().moveTo(400, 300);
+  desktop.input().moveTo(selectionArea.right(), selectionArea.bottom());
+  album.add(QStringLiteral("selection"), QStringLiteral("Alt+Shift+S, and an area is dragged."),
+            screen.settledPicture());
+  desktop.input().releaseButton(1);
+  const QString path = sorrel->waitForCapture({});
+  const QImage capture(path);
+  require(capture.convertToFormat(QImage::Format_RGB32) == before.copy(selectionArea),
+          "the capture differs from what was on the screen");
+  album.add(QStringLiteral("capture"),
+            QStringLiteral("%1 in the bottle, pixel for pixel what was on the screen.")
+                .arg(QFileInfo(path).fileName()),
+            capture);
+
+  until("the status image changes", [&] { return sorrel->statusImage() != emptyImage; });
+  album.add(QStringLiteral("bottle"), QStringLiteral("The bottle in the tray has something in it."),
+            screen.settledPicture());
+  album.add(QStringLiteral("status-images"), QStringLiteral("The status image before and after, enlarged."),
+            sideBySide(emptyImage, sorrel->statusImage()));
+
+  sorrel->openMenu();
+  album.add(QStringLiteral("menu-english"), QStringLiteral("The menu."), screen.settledPicture());
+  desktop.input().tapKey(KEY_ESC);
+
+  sorrel->program().send(SIGTERM);
+  require(sorrel->program().waitForEnd() == 0, "Sorrel doesn't end cleanly");
+  Sorrel::store(desktop, QStringLiteral("appLanguage"), QStringLiteral("ko"));
+  sorrel = std::make_unique<Sorrel>(desktop);
+  sorrel->openMenu();
+  album.add(QStringLiteral("menu-korean"), QStringLiteral("The menu in Korean."), screen.settledPicture());
+}
+
+}  // namespace
+}  // namespace e2e
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fprintf(stderr, "usage: tour FOLDER\n");
+    return 64;
+  }
+  // The scenery is drawn with the desktop's own fonts.
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("FONTCONFIG_FILE", E2E_DATA_DIR "/fonts.conf");
+  const testing_support::ScratchHome home;
+  const QGuiApplication application(argc, argv);
+  try {
+    e2e::Album album(QString::fromLocal8Bit(argv[1]));
+    e2e::takeTour(album);
+    album.close();
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "tour: %s\n", failure.what());
+    return 1;
+  }
+  return 0;
+}
