@@ -1,0 +1,91 @@
+// Starting, tidying up at the start, and ending.
+
+#include "tests/e2e/Sorrel.h"
+#include "tests/e2e/Waiting.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QThread>
+
+#include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
+#include <random>
+#include <signal.h>
+#include <xcb/xproto.h>
+
+namespace e2e {
+namespace {
+
+TEST(Lifecycle, ASecondStartEndsWellAndTheFirstGoesOn) {
+  Desktop desktop;
+  Sorrel sorrel(desktop);
+  desktop.run({Sorrel::built()});
+  EXPECT_TRUE(sorrel.program().isRunning());
+  sorrel.capture(QRect(100, 100, 50, 50));
+}
+
+TEST(Lifecycle, TerminationSignalsEndItCleanly) {
+  Desktop desktop;
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    Sorrel sorrel(desktop);
+    sorrel.program().send(signal);
+    EXPECT_EQ(sorrel.program().waitForEnd(), 0) << strsignal(signal);
+    EXPECT_FALSE(desktop.screen().isKeyGrabbed(KEY_S, XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT));
+  }
+}
+
+TEST(Lifecycle, OldPicturesAreInTheTrashAfterTheStart) {
+  Desktop desktop;
+  const auto picture = [&](const QString& name, int days) {
+    QFile file(desktop.write(QStringLiteral("Documents/Sorrel bottle/") + name, "x"));
+    EXPECT_TRUE(file.open(QIODevice::ReadWrite));
+    EXPECT_TRUE(file.setFileTime(QDateTime::currentDateTime().addDays(-days), QFile::FileModificationTime));
+  };
+  picture(QStringLiteral("old.png"), 31);
+  picture(QStringLiteral("young.png"), 29);
+  picture(QStringLiteral("old.txt"), 31);
+  Sorrel sorrel(desktop);
+  until("the log tells of it", [&] {
+    return sorrel.program().errors() == "Sorrel retention: trashed 1 screenshot(s) older than 30 day(s).\n";
+  });
+  EXPECT_EQ(sorrel.bottle(), QStringList(QStringLiteral("young.png")));
+  EXPECT_EQ(QDir(desktop.home(QStringLiteral(".local/share/Trash/files"))).entryList(QDir::Files),
+            QStringList(QStringLiteral("old.png")));
+}
+
+TEST(Lifecycle, AKillWhileSettingsAreWrittenLosesNothing) {
+  const unsigned seed = std::random_device()();
+  std::printf("seed %u\n", seed);
+  std::mt19937 random(seed);
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("defaults.json"));
+  const QString writer = QStringLiteral(E2E_BUILD_DIR "/tests/settings_writer");
+
+  qint64 written = 0;
+  for (int round = 0; round < 200; ++round) {
+    Program program({writer, path}, QProcessEnvironment::systemEnvironment());
+    const auto turns = 1 + random() % 5;
+    until("it has written", [&] { return program.output().count('\n') >= static_cast<qsizetype>(turns); });
+    QThread::usleep(random() % 3000);  // anywhere within the writes that follow
+    program.send(SIGKILL);
+    ASSERT_EQ(program.waitForEnd(), -SIGKILL);
+
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QJsonObject store = QJsonDocument::fromJson(file.readAll()).object();
+    const qint64 last = program.output().trimmed().split('\n').last().toLongLong();
+    ASSERT_GT(last, written);
+    // What it has said it had written is there, or the one value after that.
+    ASSERT_GE(store.value(QStringLiteral("turn")).toInteger(), last);
+    ASSERT_LE(store.value(QStringLiteral("turn")).toInteger(), last + 1);
+    ASSERT_TRUE(store.value(QStringLiteral("text")).toString().endsWith(u"end"));
+    written = last;
+  }
+}
+
+}  // namespace
+}  // namespace e2e
