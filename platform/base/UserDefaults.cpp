@@ -38,23 +38,34 @@ UserDefaults::~UserDefaults() = default;
 
 void UserDefaults::read() {
   QFile file(filePath);
-  if (!file.open(QIODevice::ReadOnly))
-    return;  // no settings yet
-  QJsonParseError error;
-  const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
-  if (document.isObject()) {
-    values = document.object();
+  if (!file.exists())
     return;
+  QString problem;
+  if (file.open(QIODevice::ReadOnly)) {
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
+    file.close();
+    if (document.isObject()) {
+      values = document.object();
+      return;
+    }
+    problem = error.errorString();
+  } else {
+    problem = file.errorString();
   }
-  file.close();
+  setAside(problem);
+}
+
+void UserDefaults::setAside(const QString& problem) {
   QString aside;
   for (int number = 1; aside.isEmpty() || QFile::exists(aside); ++number)
     aside = QStringLiteral("%1.broken%2").arg(filePath).arg(number);
-  const bool isSetAside = QFile::rename(filePath, aside);
+  mayWrite = QFile::rename(filePath, aside);
   log(QStringLiteral("Sorrel settings: %1 can't be read (%2); %3")
-          .arg(filePath, error.errorString(),
-               isSetAside ? QStringLiteral("set aside as %1").arg(QFileInfo(aside).fileName())
-                          : QStringLiteral("it could not be set aside")));
+          .arg(filePath, problem,
+               mayWrite
+                   ? QStringLiteral("set aside as %1").arg(QFileInfo(aside).fileName())
+                   : QStringLiteral("it can't be set aside either, so changes last until the end only")));
 }
 
 QJsonValue UserDefaults::object(const QString& key) const {
@@ -90,17 +101,21 @@ void UserDefaults::write(const QString& key, const QJsonValue& value) {
     values.remove(key);
   else
     values.insert(key, value);
-
-  QDir().mkpath(QFileInfo(filePath).path());
-  QSaveFile file(filePath);  // writes beside the file, syncs, renames
-  const QByteArray bytes = QJsonDocument(values).toJson();
-  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-    log(QStringLiteral("Sorrel settings: %1 can't be written: %2").arg(filePath, file.errorString()));
+  if (mayWrite)
+    save();
 
   const auto current = observers;  // an observer may add others
   for (const auto& weak : current)
     if (const auto observer = weak.lock(); observer && observer->key == key)
       observer->block();
+}
+
+void UserDefaults::save() const {
+  QDir().mkpath(QFileInfo(filePath).path());
+  QSaveFile file(filePath);  // writes beside the file, syncs, renames
+  const QByteArray bytes = QJsonDocument(values).toJson();
+  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+    log(QStringLiteral("Sorrel settings: %1 can't be written: %2").arg(filePath, file.errorString()));
 }
 
 UserDefaults::Token UserDefaults::observe(const QString& key, std::function<void()> block) {

@@ -14,10 +14,10 @@ namespace platform {
 /// The program's settings: typed values by key, kept in one JSON file.
 ///
 /// Reading never fails: a key that is absent, or holds another type than the one asked for, reads as absent.
-/// A file that can't be parsed is set aside beside itself (".broken" and a number are added to its name) with
-/// a log line, and the store starts empty. A write is complete on the disk, or has left the old file as it
-/// was, when the call returns; a write that fails is logged, and the value holds until the program ends. Main
-/// thread only.
+/// A file that can't be read or parsed is set aside beside itself (".broken" and a number are added to its
+/// name) with a log line, and the store starts empty; where it can't be set aside it isn't touched. A write
+/// is complete on the disk, or has left the old file as it was, when the call returns; a write that fails is
+/// logged, and the value holds until the program ends. Main thread only.
 class UserDefaults {
  public:
   /// The settings of this user's Sorrel, under the configuration folder; the file is read at the first use.
@@ -57,10 +57,13 @@ class UserDefaults {
     std::function<void()> block;
   };
   void read();
+  void setAside(const QString& problem);
+  void save() const;
   void write(const QString& key, const QJsonValue& value);
 
   const QString filePath;
   QJsonObject values;
+  bool mayWrite = true;  // not over a file that couldn't be read
   std::vector<std::weak_ptr<Observer>> observers;
 };
 

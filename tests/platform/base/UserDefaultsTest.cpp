@@ -69,6 +69,24 @@ TEST_F(UserDefaultsTest, AFileThatCannotBeParsedIsSetAsideWhole) {
   EXPECT_EQ(first.readAll(), "{\"a\": 1");
 }
 
+TEST_F(UserDefaultsTest, WhatCannotBeOpenedIsSetAsideToo) {
+  // A folder in the file's place: no user, not even root, can read that as a file.
+  home.write(QStringLiteral("config/Sorrel/defaults.json/mine"), "kept");
+  const QByteArray name = QFile::encodeName(file);
+  LogCapture log;
+  {
+    UserDefaults defaults(file);
+    defaults.set(key, 1);
+    EXPECT_EQ(defaults.integer(key), 1);
+  }
+  EXPECT_EQ(log.logged.size(), 1);
+  const QDir folder(home.path(QStringLiteral("config/Sorrel")));
+  QFile kept(
+      folder.filePath(folder.entryList({QStringLiteral("*.broken*")}).value(0) + QStringLiteral("/mine")));
+  ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+  EXPECT_EQ(kept.readAll(), "kept");
+}
+
 TEST_F(UserDefaultsTest, AWriteThatFailsIsLoggedAndLeavesTheOldFile) {
   UserDefaults defaults(file);
   defaults.set(key, 1);
