@@ -157,8 +157,8 @@ Artwork drawCamera(const Metrics& metrics) {
   Painter painter({metrics.pixels(28), metrics.pixels(24)});
   painter.artwork.hotSpot = {painter.artwork.size.width / 2, metrics.pixels(13)};
   const auto at = [scale](double x, double y) { return Vector{x * scale, y * scale}; };
-  const RoundedBox body{at(14, 13), at(11, 7.5), 2.5 * scale};
-  const RoundedBox finder{at(14, 6), at(4.5, 2.5), 1.5 * scale};
+  const RoundedBox body{at(14, 13), at(11, 7), 2.5 * scale};
+  const RoundedBox finder{at(14, 6), at(4, 3), 1.5 * scale};
   const double edge = scale;
   painter.fill(ink, grown(body, edge));
   painter.fill(ink, grown(finder, edge));

@@ -24,8 +24,9 @@ std::vector<Rectangle> monitorsOf(const Display& display) {
   if (display.has(xcb_randr_id)) {
     const auto answer = reply(display, xcb_randr_get_monitors_reply,
                               xcb_randr_get_monitors(display.connection(), display.root(), 1));
-    for (auto each = xcb_randr_get_monitors_monitors_iterator(answer.get()); answer && each.rem;
-         xcb_randr_monitor_info_next(&each))
+    auto each =
+        answer ? xcb_randr_get_monitors_monitors_iterator(answer.get()) : xcb_randr_monitor_info_iterator_t{};
+    for (; each.rem; xcb_randr_monitor_info_next(&each))
       monitors.push_back({each.data->x, each.data->y, each.data->width, each.data->height});
   }
   // Where the server names none, or leaves a gap between them, the screen stands for one.
@@ -60,7 +61,8 @@ class Session {
         input(taken),
         overlay(shown),
         selection(display.size(), shownWindows(display), pointerOf(display)),
-        monitors(monitorsOf(display)) {
+        monitors(monitorsOf(display)),
+        isGranted(input.settle()) {
     overlay.setMetrics(metricsOf(display));
     crosshair = overlay.makeCursor(drawCrosshair(overlay.metrics()));
     camera = overlay.makeCursor(drawCamera(overlay.metrics()));
@@ -70,7 +72,6 @@ class Session {
   /// Returns when the selection has ended or the connection is lost.
   void run() {
     pollfd waiting{xcb_get_file_descriptor(display.connection()), POLLIN, 0};
-    bool isGranted = input.settle();
     auto lastAttempt = Clock::now();
     while (true) {
       while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(display.connection())})
@@ -125,9 +126,16 @@ class Session {
   Overlay& overlay;
   Selection selection;
   const std::vector<Rectangle> monitors;
+  bool isGranted;
   xcb_cursor_t crosshair = XCB_CURSOR_NONE;
   xcb_cursor_t camera = XCB_CURSOR_NONE;
 };
+
+/// Says why there is no picture, unless the whole X server is gone, which is then the reason.
+std::nullopt_t failure(const Display& display, const char* reason) {
+  std::fprintf(stderr, "screencapture: %s\n", display.isLost() ? "lost the X server" : reason);
+  return std::nullopt;
+}
 
 }  // namespace
 
@@ -136,19 +144,15 @@ std::optional<platform::PngFile> captureInteractively(const Display& display) {
   xcb_prefetch_extension_data(display.connection(), &xcb_render_id);
   Input input(display);
   const FrozenScreen frozen(display);
-  if (!display.has(xcb_render_id)) {
-    std::fputs("screencapture: the X server lacks the RENDER extension\n", stderr);
-    return std::nullopt;
-  }
+  if (!display.has(xcb_render_id))
+    return failure(display, "the X server lacks the RENDER extension");
   input.prepare();
   input.request();
   const auto answer = reply(display, xcb_render_query_pict_formats_reply,
                             xcb_render_query_pict_formats(display.connection()));
   const auto formats = answer ? DrawingFormats::from(*answer, display.screen()) : std::nullopt;
-  if (!formats) {
-    std::fputs("screencapture: the X server can't draw onto this screen\n", stderr);
-    return std::nullopt;
-  }
+  if (!formats)
+    return failure(display, "the X server can't draw onto this screen");
   Overlay overlay(display, frozen, *formats);
   overlay.show();
   xcb_prefetch_extension_data(display.connection(), &xcb_randr_id);
@@ -158,17 +162,11 @@ std::optional<platform::PngFile> captureInteractively(const Display& display) {
   overlay.hide();
   input.release();
   display.flush();
-  if (display.isLost()) {
-    std::fputs("screencapture: lost the X server\n", stderr);
+  if (session.result().outcome() == Outcome::Cancelled)
     return std::nullopt;
-  }
   const std::optional<Rectangle> part = session.result().selected();
-  if (session.result().outcome() != Outcome::Taken || !part)
-    return std::nullopt;
-  auto png = frozen.encode(*part);
-  if (!png)
-    std::fputs("screencapture: the picture can't be fetched\n", stderr);
-  return png;
+  auto png = part && !display.isLost() ? frozen.encode(*part) : std::nullopt;
+  return png ? std::move(png) : failure(display, "the picture can't be fetched");
 }
 
 }  // namespace screencapture
