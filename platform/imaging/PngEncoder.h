@@ -34,6 +34,8 @@ struct PictureView {
 /// What a row's bytes are predicted from, in the numbering of PNG's filter types.
 enum class PngFilter : std::uint8_t { None, Sub, Up, Average, Paeth };
 
+/// By default what suits a screenshot that somebody waits for: of the filters, Up gave the smallest files and
+/// cost no more time than none, and higher levels saved some hundredths of the size.
 struct PngOptions {
   int level = 1;  // libdeflate's, 0 (stored) to 12 (smallest)
   PngFilter filter = PngFilter::Up;
