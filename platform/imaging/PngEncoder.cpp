@@ -7,6 +7,7 @@
 #include <limits>
 #include <new>
 #include <string_view>
+#include <sys/mman.h>
 
 namespace platform {
 
@@ -22,6 +23,26 @@ constexpr std::size_t largestChunk = 0x7fffffff;
 /// Bytes without an initial value, or null where there is no memory for them.
 std::unique_ptr<Byte[]> allocate(std::size_t size) {
   return std::unique_ptr<Byte[]>(new (std::nothrow) Byte[size]);
+}
+
+struct FreeBytes {
+  void operator()(Byte* bytes) const { std::free(bytes); }
+};
+using LargeBytes = std::unique_ptr<Byte[], FreeBytes>;
+
+/// The same for a whole picture. Getting such memory page by page, at the first write to each, would take as
+/// long as filling it several times over, so the system is asked for large pages.
+LargeBytes allocateLarge(std::size_t size) {
+  constexpr std::size_t largePage = std::size_t{2} << 20;
+  if (size < largePage)
+    return LargeBytes(static_cast<Byte*>(std::malloc(size)));
+  if (size > std::numeric_limits<std::size_t>::max() - largePage)
+    return nullptr;
+  const std::size_t rounded = (size + largePage - 1) / largePage * largePage;
+  LargeBytes bytes(static_cast<Byte*>(std::aligned_alloc(largePage, rounded)));
+  if (bytes)
+    madvise(bytes.get(), rounded, MADV_HUGEPAGE);  // a hint, without which all works as well
+  return bytes;
 }
 
 void putNumber(Byte* to, std::size_t number) {
@@ -165,7 +186,7 @@ struct PngEncoder::State {
         height(pictureHeight),
         layout(order),
         filter(width, layout, options.filter),
-        filtered(allocate(size())),
+        filtered(allocateLarge(size())),
         compressor(libdeflate_alloc_compressor(options.level)) {}
 
   [[nodiscard]] std::size_t size() const { return filter.size() * static_cast<std::size_t>(height); }
@@ -174,7 +195,7 @@ struct PngEncoder::State {
   const int height;
   const ChannelLayout layout;
   RowFilter filter;
-  std::unique_ptr<Byte[]> filtered;
+  LargeBytes filtered;
   std::unique_ptr<libdeflate_compressor, Release> compressor;
   int rowsDone = 0;
 };
