@@ -303,6 +303,7 @@ void X11HotKeyService::restoreGrabs() {
   const X11Modifiers moved = X11Modifiers::read(connection);
   if (moved == modifiers)
     return;
+  xcb_grab_server(connection);  // no key press may fall in between
   for (const auto& [reference, hotKey] : hotKeys)
     ungrab(hotKey);
   modifiers = moved;
@@ -311,6 +312,7 @@ void X11HotKeyService::restoreGrabs() {
       log(QStringLiteral("Sorrel hot keys: key code %1 with modifiers %2 is lost to a change of the keyboard")
               .arg(hotKey.chord.keyCode)
               .arg(hotKey.chord.modifiers));
+  xcb_ungrab_server(connection);
   xcb_flush(connection);
 }
 
