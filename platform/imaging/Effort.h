@@ -1,0 +1,15 @@
+#pragma once
+
+namespace platform {
+
+enum class Cores { One, All };
+enum class Instructions { Plain, Widest };
+
+/// How much of the machine a filter may use. The pixels are the same whatever it uses: less than everything
+/// is for measuring and for tests.
+struct Effort {
+  Cores cores = Cores::All;
+  Instructions instructions = Instructions::Widest;
+};
+
+}  // namespace platform

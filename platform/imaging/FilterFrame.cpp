@@ -1,0 +1,69 @@
+#include "platform/imaging/FilterFrame.h"
+
+#include "platform/imaging/PixelMemory.h"
+
+#include <QColorSpace>
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+/// A picture of that size, its pixels not set, that shares all but them with `source`. Null without memory.
+QImage blankLike(const QImage& source, const QSize& size) {
+  const std::size_t stride = static_cast<std::size_t>(size.width()) * 4;
+  void* memory = allocatePixelMemory(stride * static_cast<std::size_t>(size.height()));
+  if (!memory)
+    return {};
+  QImage result(static_cast<uchar*>(memory), size.width(), size.height(), static_cast<qsizetype>(stride),
+                source.format(), std::free, memory);
+  result.setDevicePixelRatio(source.devicePixelRatio());
+  result.setColorSpace(source.colorSpace());
+  return result;
+}
+
+SourceRows sourceRows(const QImage& source) {
+  return {source.constBits(), static_cast<std::size_t>(source.bytesPerLine()), source.width(),
+          source.height()};
+}
+
+ResultRows resultRows(QImage& result) {
+  return {result.bits(), static_cast<std::size_t>(result.bytesPerLine())};
+}
+
+}  // namespace
+
+std::optional<QRect> regionToFilter(const QImage& source, const QRect& regionOfInterest) {
+  if (source.isNull() || source.format() != QImage::Format_RGBA8888_Premultiplied)
+    return std::nullopt;
+  if (regionOfInterest.isNull())
+    return source.rect();
+  const QRect region = regionOfInterest & source.rect();
+  return region.isEmpty() ? std::nullopt : std::optional(region);
+}
+
+QImage filtered(QImage source, const QRect& region, Destination destination,
+                const std::function<void(const SourceRows&, const ResultRows&)>& work) {
+  const bool overwrites =
+      destination == Destination::SourceIfUnshared && region == source.rect() && source.isDetached();
+  QImage result = overwrites ? std::move(source) : blankLike(source, region.size());
+  if (result.isNull())
+    return {};
+  try {
+    const ResultRows rows = resultRows(result);
+    work(sourceRows(overwrites ? result : source), rows);
+  } catch (const std::bad_alloc&) {
+    return {};  // told to the caller, as a null picture
+  }
+  return result;
+}
+
+int smallestBand(int width) {
+  constexpr int pixelsWorthAThread = 32'768;
+  return std::max(1, pixelsWorthAThread / std::max(1, width));
+}
+
+}  // namespace platform

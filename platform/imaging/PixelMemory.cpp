@@ -1,0 +1,18 @@
+#include "platform/imaging/PixelMemory.h"
+
+#include <sys/mman.h>
+
+namespace platform {
+
+void* allocatePixelMemory(std::size_t bytes) {
+  constexpr std::size_t hugePage = std::size_t{2} << 20;
+  if (bytes < 4 * hugePage)  // pieces that the heap is likely to hold on to and hand out again
+    return std::malloc(bytes);
+  const std::size_t reserved = (bytes + hugePage - 1) / hugePage * hugePage;
+  void* memory = std::aligned_alloc(hugePage, reserved);
+  if (memory)
+    madvise(memory, reserved, MADV_HUGEPAGE);  // only advice: without it the pages are small
+  return memory;
+}
+
+}  // namespace platform
