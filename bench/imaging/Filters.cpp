@@ -1,0 +1,168 @@
+// The filters of the editor's blur layer, against copying the picture, and the gaussian against the way that
+// needs no idea: convolving each row and each column with all weights up to 5 sigma.
+
+#include "bench/Figures.h"
+#include "platform/imaging/GaussianBlur.h"
+#include "platform/imaging/Pixellate.h"
+
+#include <QImage>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstring>
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+using platform::Cores;
+
+namespace {
+
+/// Flat windows with text-like noise in them.
+QImage screenshotLike(int width, int height) {
+  std::mt19937 random(1);
+  QImage picture(width, height, QImage::Format_RGBA8888_Premultiplied);
+  picture.fill(qRgb(60, 90, 140));
+  for (int y = 0; y < height; ++y) {
+    uchar* line = picture.scanLine(y);
+    for (int x = 0; x < width; ++x)
+      for (int channel = 0; channel < 3; ++channel)
+        if (x / 300 % 2 == y / 200 % 2)
+          line[4 * x + channel] = y / 12 % 2 && random() % 4 == 0 ? 20 : 245;
+  }
+  return picture;
+}
+
+double secondsOf(const std::function<void()>& work) {
+  const auto begin = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+double medianSecondsOf(const std::function<void()>& work) {
+  std::vector<double> seconds(15);
+  for (double& one : seconds)
+    one = secondsOf(work);
+  std::nth_element(seconds.begin(), seconds.begin() + 7, seconds.end());
+  return seconds[7];
+}
+
+/// Convolves `count` lines of `length` pixels; pixels of a line lie `step` floats apart, lines `lineStep`.
+void convolvePlainly(const std::vector<float>& from, std::vector<float>& to, int length, int step, int count,
+                     int lineStep, const std::vector<float>& weights) {
+  const int radius = static_cast<int>(weights.size()) / 2;
+  std::vector<float> line(static_cast<size_t>(4 * (length + 2 * radius)));
+  for (int number = 0; number < count; ++number) {
+    const float* begin = from.data() + static_cast<std::ptrdiff_t>(number) * lineStep;
+    for (int at = 0; at < length + 2 * radius; ++at)
+      std::memcpy(&line[static_cast<size_t>(4 * at)], begin + std::clamp(at - radius, 0, length - 1) * step,
+                  4 * sizeof(float));
+    for (int at = 0; at < length; ++at) {
+      float sum[4] = {};
+      for (size_t tap = 0; tap < weights.size(); ++tap)
+        for (size_t channel = 0; channel < 4; ++channel)
+          sum[channel] += weights[tap] * line[4 * (static_cast<size_t>(at) + tap) + channel];
+      std::memcpy(&to[static_cast<size_t>(number) * static_cast<size_t>(lineStep) +
+                      static_cast<size_t>(at) * static_cast<size_t>(step)],
+                  sum, sizeof sum);
+    }
+  }
+}
+
+/// Seconds that the plain way takes for a whole picture. It is the same for each row and grows with their
+/// number, so that a fortieth of them is measured.
+double plainSeconds(const QImage& picture, double sigma) {
+  constexpr int part = 40;
+  const int width = picture.width();
+  const int height = picture.height() / part;
+  std::vector<float> weights;
+  float sum = 0;
+  for (int x = -static_cast<int>(std::ceil(5 * sigma)); x <= 5 * sigma + 1; ++x) {
+    weights.push_back(static_cast<float>(std::exp(-x * x / (2 * sigma * sigma))));
+    sum += weights.back();
+  }
+  for (float& weight : weights)
+    weight /= sum;
+  std::vector<float> values(static_cast<size_t>(width * height * 4));
+  std::vector<float> blurred(values.size());
+  return part * secondsOf([&] {
+           std::copy_n(picture.constBits(), values.size(), values.begin());
+           convolvePlainly(values, blurred, width, 4, height, 4 * width, weights);
+           convolvePlainly(blurred, values, height, 4 * width, width, 4, weights);
+           QImage result(width, height, picture.format());
+           std::transform(values.begin(), values.end(), result.bits(),
+                          [](float value) { return static_cast<uchar>(value + 0.5F); });
+         });
+}
+
+void addFiguresOf(const QImage& picture, bench::Figures& figures) {
+  const double width = picture.width();
+  const std::string size = std::to_string(picture.width()) + "x" + std::to_string(picture.height());
+  auto copy = std::make_shared<QImage>(picture.copy());
+  const auto copyAll = [picture, copy] {
+    std::memcpy(copy->bits(), picture.constBits(), static_cast<size_t>(picture.sizeInBytes()));
+  };
+  for (const Cores cores : {Cores::One, Cores::All}) {
+    const std::string on = size + (cores == Cores::One ? ", one core" : ", all cores");
+    for (const double part : {0.014, 0.024}) {
+      const std::string name = "gaussian " + std::to_string(part).substr(0, 5) + " of " + on;
+      const auto blur = [picture, sigma = part * width, cores] {
+        if (platform::gaussianBlur(picture, sigma, {}, {cores}).isNull())
+          std::abort();
+      };
+      figures.add(bench::Ratio{name + ", of memcpy", blur, copyAll, 8});
+      figures.add(bench::MeasuredRatio{
+          name + ", of plain", [blur] { return medianSecondsOf(blur); },
+          [picture, sigma = part * width] { return plainSeconds(picture, sigma); }, 0.01, 3});
+    }
+    const auto pixellate = [picture, cellSize = 0.023 * width, cores] {
+      if (platform::pixellate(picture, cellSize, {}, {cores}).isNull())
+        std::abort();
+    };
+    figures.add(bench::Ratio{"pixellate " + on + ", of memcpy", pixellate, copyAll, 4});
+  }
+}
+
+/// The slowest place of the slider that sets how strong a filter is, from 0 to 1, in milliseconds of the
+/// processor's time.
+double slowestStep(const std::function<void(double)>& filter) {
+  constexpr int repetitions = 20;
+  std::clock_t slowest = 0;
+  for (int tenth = 0; tenth <= 10; ++tenth) {
+    const std::clock_t begin = std::clock();
+    for (int repetition = 0; repetition < repetitions; ++repetition)
+      filter(tenth / 10.0);
+    slowest = std::max(slowest, std::clock() - begin);
+  }
+  return static_cast<double>(slowest) * 1'000 / CLOCKS_PER_SEC / repetitions;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  bench::Figures figures(argc, argv);
+  for (const QSize& size : {QSize(2880, 1800), QSize(5120, 2880)})
+    addFiguresOf(screenshotLike(size.width(), size.height()), figures);
+  const QImage shown = screenshotLike(1000, 625);
+  figures.add(bench::Amount{"gaussian slider's slowest step, 1000x625, one core",
+                            [shown] {
+                              return slowestStep([&](double place) {
+                                (void)platform::gaussianBlur(shown, 1000 * (place * 0.02 + 0.004), {},
+                                                             {Cores::One});
+                              });
+                            },
+                            "ms", 4});
+  figures.add(bench::Amount{"pixellate slider's slowest step, 1000x625, one core",
+                            [shown] {
+                              return slowestStep([&](double place) {
+                                (void)platform::pixellate(shown, 1000 * (place * 0.03 + 0.008), {},
+                                                          {Cores::One});
+                              });
+                            },
+                            "ms", 4});
+  return figures.run();
+}
