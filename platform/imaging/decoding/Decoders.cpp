@@ -1,0 +1,81 @@
+#include "platform/imaging/decoding/Decoders.h"
+
+#include "platform/imaging/ImageDecoder.h"
+#include "platform/imaging/ImageFormat.h"
+#include "platform/imaging/Thumbnail.h"
+#include "platform/imaging/decoding/ReducedPicture.h"
+#include "platform/imaging/decoding/WholePicture.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace platform {
+namespace decoding {
+namespace {
+
+bool decodeFormat(ImageFormat format, Bytes file, RowSink& sink) {
+  switch (format) {
+    case ImageFormat::Png:
+      return decodePng(file, sink);
+    case ImageFormat::Jpeg:
+      return decodeJpeg(file, sink);
+    case ImageFormat::Tiff:
+      return decodeTiff(file, sink);
+    case ImageFormat::Gif:
+      return decodeGif(file, sink);
+    case ImageFormat::Bmp:
+      return decodeBmp(file, sink);
+    case ImageFormat::WebP:
+      return decodeWebP(file, sink);
+    case ImageFormat::Heic:
+      return decodeHeic(file, sink);
+  }
+  return false;
+}
+
+}  // namespace
+
+std::optional<QImage> decodeInto(const QByteArray& file, RowSink& sink) {
+  const Bytes bytes(reinterpret_cast<const std::uint8_t*>(file.constData()),
+                    static_cast<std::size_t>(file.size()));
+  const auto format = imageFormatOf(bytes);
+  if (!format || file.size() > sink.bounds().bytes || !decodeFormat(*format, bytes, sink))
+    return std::nullopt;
+  return sink.finish();
+}
+
+std::optional<QByteArray> readFile(const QString& path, const DecodeBounds& bounds) {
+  QFile file(path);
+  if (!QFileInfo(path).isFile())  // opening a pipe would wait for its other end
+    return std::nullopt;
+  // Read and not mapped: a mapped file that another program cuts short would end this one.
+  if (!file.open(QIODevice::ReadOnly) || file.size() > bounds.bytes)
+    return std::nullopt;
+  return file.readAll();
+}
+
+}  // namespace decoding
+
+std::optional<QImage> ImageDecoder::decode(const QByteArray& file, const DecodeBounds& bounds) {
+  decoding::WholePicture picture(bounds);
+  return decoding::decodeInto(file, picture);
+}
+
+std::optional<QImage> ImageDecoder::read(const QString& path, const DecodeBounds& bounds) {
+  const auto file = decoding::readFile(path, bounds);
+  return file ? decode(*file, bounds) : std::nullopt;
+}
+
+std::optional<QImage> Thumbnail::decode(const QByteArray& file, int longestSide, const DecodeBounds& bounds) {
+  if (longestSide < 1)
+    return std::nullopt;
+  decoding::ReducedPicture picture(longestSide, bounds);
+  return decoding::decodeInto(file, picture);
+}
+
+std::optional<QImage> Thumbnail::read(const QString& path, int longestSide, const DecodeBounds& bounds) {
+  const auto file = decoding::readFile(path, bounds);
+  return file ? decode(*file, longestSide, bounds) : std::nullopt;
+}
+
+}  // namespace platform
