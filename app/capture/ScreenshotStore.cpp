@@ -4,7 +4,6 @@
 #include "platform/base/Directory.h"
 #include "platform/base/Trash.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -14,16 +13,7 @@ namespace {
 constexpr std::array<std::string_view, 6> imageExtensions{"png", "jpg", "jpeg", "heic", "tiff", "gif"};
 
 bool hasImageExtension(std::string_view name) {
-  const size_t dot = name.rfind('.');
-  if (dot == std::string_view::npos)
-    return false;
-  const std::string_view extension = name.substr(dot + 1);
-  const auto equalsIgnoringCase = [extension](std::string_view accepted) {
-    return std::equal(
-        extension.begin(), extension.end(), accepted.begin(), accepted.end(),
-        [](char left, char right) { return (left >= 'A' && left <= 'Z' ? left + 32 : left) == right; });
-  };
-  return std::any_of(imageExtensions.begin(), imageExtensions.end(), equalsIgnoringCase);
+  return platform::hasExtension(name, imageExtensions);
 }
 
 }  // namespace

@@ -29,6 +29,19 @@ Date modificationDate(int folder, const char* name) {
 
 }  // namespace
 
+bool hasExtension(std::string_view name, std::span<const std::string_view> extensions) {
+  const size_t dot = name.rfind('.');
+  if (dot == std::string_view::npos)
+    return false;
+  const std::string_view extension = name.substr(dot + 1);
+  const auto equalsIgnoringCase = [extension](std::string_view accepted) {
+    return std::equal(
+        extension.begin(), extension.end(), accepted.begin(), accepted.end(),
+        [](char left, char right) { return (left >= 'A' && left <= 'Z' ? left + 32 : left) == right; });
+  };
+  return std::any_of(extensions.begin(), extensions.end(), equalsIgnoringCase);
+}
+
 std::optional<std::vector<DirectoryEntry>> newestFirst(const QString& folder, NameFilter isWanted) {
   std::string prefix = QFile::encodeName(folder).toStdString();
   const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(prefix.c_str()), closedir);

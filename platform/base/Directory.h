@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -18,6 +19,10 @@ struct DirectoryEntry {
 
 /// Says from the bytes of a name alone whether the entry is wanted.
 using NameFilter = bool (*)(std::string_view name);
+
+/// Whether the name ends in one of the extensions, which are in lower case and without their point; the
+/// name's own case doesn't count.
+[[nodiscard]] bool hasExtension(std::string_view name, std::span<const std::string_view> extensions);
 
 /// The visible direct children of a folder whose names `isWanted` accepts, newest first; those of one date in
 /// the order in which the folder gives them. Names that begin with a dot are hidden. Absent if the folder
