@@ -1,0 +1,106 @@
+#include "app/settings/WatermarkPresets.h"
+#include "platform/base/Log.h"
+#include "tests/support/ScratchHome.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+namespace WatermarkPresets = sorrel::WatermarkPresets;
+
+namespace {
+
+class WatermarkPresetsTest : public testing::Test {
+ protected:
+  [[nodiscard]] QUrl file(const QString& name, const QByteArray& contents = {}) const {
+    return QUrl::fromLocalFile(home.write(name, contents));
+  }
+  [[nodiscard]] QString folder() const {
+    return home.path(QStringLiteral(".local/share/Sorrel/watermark-logos"));
+  }
+  void put(const QString& name, int age) const {
+    QFile preset(home.write(QStringLiteral(".local/share/Sorrel/watermark-logos/") + name));
+    ASSERT_TRUE(preset.open(QIODevice::ReadWrite) &&
+                preset.setFileTime(QDateTime(QDate(2026, 3, 14), QTime(12, 0)).addDays(-age),
+                                   QFileDevice::FileModificationTime));
+  }
+  [[nodiscard]] static QString listed() {
+    QStringList names;
+    for (const QUrl& preset : WatermarkPresets::all())
+      names << preset.fileName();
+    return names.join(u',');
+  }
+
+  const testing_support::ScratchHome home;
+};
+
+TEST_F(WatermarkPresetsTest, theFolderIsMadeWhereverItIsAskedFor) {
+  EXPECT_TRUE(WatermarkPresets::all().isEmpty());
+  EXPECT_EQ(WatermarkPresets::directory(), QUrl::fromLocalFile(folder() + u'/'));
+  EXPECT_TRUE(QFileInfo(folder()).isDir());
+}
+
+TEST_F(WatermarkPresetsTest, listsPicturesNewestFirst) {
+  int age = 0;
+  for (const char* name :
+       {"b.PNG", "a.jpg", "d.Jpeg", "c.tiff", "e.gif", "f.tif", "g", ".h.png", "i.png.txt"})
+    put(QString::fromLatin1(name), age++);
+  EXPECT_EQ(listed(), QStringLiteral("b.PNG,a.jpg,d.Jpeg,c.tiff"));
+  put(QStringLiteral("a.jpg"), -1);
+  EXPECT_EQ(listed(), QStringLiteral("a.jpg,b.PNG,d.Jpeg,c.tiff"));
+}
+
+TEST_F(WatermarkPresetsTest, addingCopiesUnderAFreeName) {
+  const struct {
+    const char* source;
+    const char* target;
+  } cases[] = {
+      {"logo.png", "logo.png"},           {"logo.png", "logo (2).png"},
+      {"logo.png", "logo (3).png"},       {"logo", "logo (4).png"},
+      {"other.JPG", "other.JPG"},         {"v1.2.jpeg", "v1.2.jpeg"},
+      {"v1.2.jpeg", "v1.2 (2).jpeg"},     {".hidden", ".hidden.png"},
+      {"로고 (2).tiff", "로고 (2).tiff"}, {"로고 (2).tiff", "로고 (2) (2).tiff"},
+      {"photo.heic", "photo.heic"},
+  };
+  for (const auto& [source, target] : cases) {
+    const QByteArray contents = QByteArray("not even a picture, ") + target;
+    const QUrl from = file(QString::fromUtf8(source), contents);
+    const auto added = WatermarkPresets::add(from);
+    ASSERT_TRUE(added) << target;
+    EXPECT_EQ(added->toLocalFile(), folder() + u'/' + QString::fromUtf8(target));
+    QFile copy(added->toLocalFile());
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+    EXPECT_EQ(copy.readAll(), contents);
+    EXPECT_TRUE(QFile::exists(from.toLocalFile())) << "the source stays";
+  }
+  EXPECT_FALSE(listed().contains(QStringLiteral("heic"))) << "added, but not a kind that is listed";
+}
+
+TEST_F(WatermarkPresetsTest, aFailedCopyIsLogged) {
+  platform::LogCapture log;
+  EXPECT_FALSE(WatermarkPresets::add(QUrl::fromLocalFile(home.path(QStringLiteral("missing.png")))));
+  EXPECT_FALSE(WatermarkPresets::add(QUrl::fromLocalFile(home.path())));
+  QDir(home.path(QStringLiteral(".local/share/Sorrel"))).removeRecursively();
+  home.write(QStringLiteral(".local/share/Sorrel"), "in the folder's place");
+  EXPECT_FALSE(WatermarkPresets::add(file(QStringLiteral("logo.png"))));
+  EXPECT_TRUE(WatermarkPresets::all().isEmpty());
+  ASSERT_EQ(log.logged.size(), 3);
+  for (const QString& line : log.logged) {
+    EXPECT_TRUE(line.startsWith(QStringLiteral("Sorrel preset add failed: "))) << line.toStdString();
+    EXPECT_GT(line.size(), 30);
+  }
+}
+
+TEST_F(WatermarkPresetsTest, removingDeletesAtOnceAndFailsSilently) {
+  put(QStringLiteral("logo.png"), 0);
+  const platform::LogCapture log;
+  WatermarkPresets::remove(WatermarkPresets::all().front());
+  EXPECT_FALSE(QFile::exists(folder() + QStringLiteral("/logo.png")));
+  WatermarkPresets::remove(QUrl::fromLocalFile(folder() + QStringLiteral("/logo.png")));
+  EXPECT_TRUE(log.logged.isEmpty());
+}
+
+}  // namespace
