@@ -1,0 +1,102 @@
+#include "app/editor/model/EditorModel.h"
+
+#include "platform/base/UserDefaults.h"
+#include "platform/imaging/ImageDecoder.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cmath>
+
+namespace sorrel {
+
+std::unique_ptr<EditorModel> EditorModel::open(const QUrl& fileURL) {
+  const auto decoded = platform::ImageDecoder::read(fileURL.toLocalFile());
+  if (!decoded || decoded->isNull())
+    return nullptr;
+  return std::unique_ptr<EditorModel>(new EditorModel(fileURL, *decoded));
+}
+
+EditorModel::EditorModel(const QUrl& url, const QImage& decoded)
+    : fileURL(url), originalByteCount(QFileInfo(url.toLocalFile()).size()) {
+  baseImage = decoded;
+  imagePixelSize = decoded.size();
+  displaySize = fitted(decoded.size());
+  textWM = TextWatermark::initial(displaySize);
+  const auto& defaults = platform::UserDefaults::standard();
+  if (defaults.boolean(QStringLiteral("rememberWatermarkText")))
+    textWM.change([&](TextWatermark& watermark) {
+      watermark.text = defaults.string(QStringLiteral("lastWatermarkText")).value_or(QString());
+    });
+}
+
+Observers::Token EditorModel::observe(std::function<void()> observer) {
+  return observers.add(std::move(observer));
+}
+
+QSizeF EditorModel::fitted(const QSize& pixels) {
+  const double fit = std::min({1000.0 / pixels.width(), 640.0 / pixels.height(), 1.0});
+  return {std::round(pixels.width() * fit), std::round(pixels.height() * fit)};
+}
+
+double EditorModel::outputScale() const {
+  return imagePixelSize->width() / displaySize->width();
+}
+
+QPointF EditorModel::inOutput(const QPointF& point, double scale) const {
+  return {scale * point.x(), imagePixelSize->height() - scale * point.y()};
+}
+
+QList<QPointF> EditorModel::inOutput(const QList<QPointF>& points, double scale) const {
+  QList<QPointF> output;
+  output.reserve(points.size());
+  for (const QPointF& point : points)
+    output.append(inOutput(point, scale));
+  return output;
+}
+
+void EditorModel::undoLast() {
+  if (undoStack->isEmpty())
+    return;
+  const EditAction last = undoStack->last();
+  undoStack.change([](auto& entries) { entries.removeLast(); });
+  switch (last) {
+    case EditAction::pen:
+      if (!strokes->isEmpty())
+        strokes.change([](auto& committed) { committed.removeLast(); });
+      break;
+    case EditAction::blur:
+      if (!blurRegions->isEmpty())
+        blurRegions.change([](auto& regions) { regions.removeLast(); });
+      break;
+    case EditAction::crop:
+      restoreCrop();
+      break;
+  }
+}
+
+void EditorModel::dropProcessed() {
+  gaussianCache = {};
+  mosaicCache = {};
+}
+
+void EditorModel::dropFilterCaches() {
+  dropProcessed();
+  baseCICache = {};
+}
+
+QString rawValue(EditorModel::Tool tool) {
+  switch (tool) {
+    case EditorModel::Tool::pen:
+      return QStringLiteral("pen");
+    case EditorModel::Tool::blur:
+      return QStringLiteral("blur");
+    case EditorModel::Tool::watermark:
+      return QStringLiteral("watermark");
+    case EditorModel::Tool::crop:
+      break;
+  }
+  return QStringLiteral("crop");
+}
+
+}  // namespace sorrel

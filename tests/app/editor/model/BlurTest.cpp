@@ -1,0 +1,164 @@
+#include "platform/imaging/GaussianBlur.h"
+#include "platform/imaging/Pixellate.h"
+#include "tests/app/editor/model/DocumentFixture.h"
+
+using namespace sorrel;
+using platform::gaussianBlur;
+using platform::pixellate;
+
+namespace {
+
+class BlurTest : public DocumentFixture {};
+
+TEST_F(BlurTest, aGestureOfSomeSizeBecomesARegion) {
+  const auto model = open({400, 300});
+  const auto regionsAfter = [&](const auto& gesture) {
+    gesture();
+    EXPECT_FALSE(model->currentBlurRect.get() || model->currentBlurStroke.get());
+    EXPECT_EQ(model->undoStack->size(), model->blurRegions->size());
+    return model->blurRegions->size();
+  };
+  EXPECT_EQ(regionsAfter([&] { model->commitBlur(); }), 0);
+  EXPECT_EQ(regionsAfter([&] { blurStroke(*model, {{5, 5}}); }), 0);
+  EXPECT_EQ(regionsAfter([&] { blurArea(*model, {0, 0, 4, 100}); }), 0);
+  EXPECT_EQ(regionsAfter([&] { blurArea(*model, {0, 0, 100, 4}); }), 0);
+  EXPECT_EQ(regionsAfter([&] { blurArea(*model, {0, 0, 4.5, 100}); }), 1);
+  model->blurBrushWidth = 12;
+  model->blurStyle = BlurStyle::mosaic;
+  EXPECT_EQ(regionsAfter([&] { blurStroke(*model, {{5, 5}, {6, 6}}); }), 2);
+  model->blurBrushWidth = 50;
+  model->blurStyle = BlurStyle::gaussian;
+  EXPECT_EQ(model->blurRegions->at(0).kind, BlurRegion::Kind(QRectF(0, 0, 4.5, 100)));
+  EXPECT_EQ(model->blurRegions->at(1).kind, BlurRegion::Kind(BlurRegion::Stroke{{{5, 5}, {6, 6}}, 12}));
+  EXPECT_EQ(model->blurRegions->at(0).style, BlurStyle::gaussian);
+  EXPECT_EQ(model->blurRegions->at(1).style, BlurStyle::mosaic);
+  EXPECT_NE(model->blurRegions->at(0).id, model->blurRegions->at(1).id);
+}
+
+TEST_F(BlurTest, theStrengthFollowsTheWidth) {
+  const QImage narrow = noise({100, 60});
+  const auto small = open(narrow);
+  small->blurIntensity = 0;
+  EXPECT_EQ(small->processed(BlurStyle::gaussian), gaussianBlur(narrow, 4));
+  EXPECT_EQ(small->processed(BlurStyle::mosaic), pixellate(narrow, 6));
+
+  const QImage wide = noise({1000, 80});
+  const auto model = open(wide);
+  EXPECT_EQ(model->processed(BlurStyle::gaussian), gaussianBlur(wide, 14));
+  EXPECT_EQ(model->processed(BlurStyle::mosaic), pixellate(wide, 23));
+  model->blurIntensity = 1;
+  EXPECT_EQ(model->processed(BlurStyle::gaussian), gaussianBlur(wide, 24));
+  EXPECT_EQ(model->processed(BlurStyle::mosaic), pixellate(wide, 38));
+
+  const auto reduced = open(noise({2000, 300}));
+  EXPECT_EQ(reduced->processed(BlurStyle::gaussian).size(), QSize(1000, 150));
+}
+
+TEST_F(BlurTest, processedPicturesAreKeptUntilSomethingChangesThem) {
+  const auto model = open(noise({1200, 300}));
+  const auto kept = [&](BlurStyle style) { return model->processed(style).constBits(); };
+  const uchar* const gaussian = kept(BlurStyle::gaussian);
+  const QImage before = model->processed(BlurStyle::gaussian);
+  EXPECT_EQ(kept(BlurStyle::gaussian), gaussian);
+  blurArea(*model, {0, 0, 50, 50});
+  model->undoLast();
+  EXPECT_EQ(kept(BlurStyle::gaussian), gaussian);
+  model->blurIntensity = model->blurIntensity.get();
+  EXPECT_NE(kept(BlurStyle::gaussian), gaussian) << "each assignment counts";
+  EXPECT_EQ(model->processed(BlurStyle::gaussian), before);
+  model->applyCrop({0, 0, 500, 200});
+  EXPECT_EQ(model->processed(BlurStyle::gaussian).size(), QSize(600, 240));
+  model->undoLast();
+  EXPECT_EQ(model->processed(BlurStyle::gaussian), before);
+}
+
+/// Regions of all kinds on a picture of 1.5 pixels for a point, against each being painted from a filter run
+/// over the whole picture.
+TEST_F(BlurTest, sharedPartialFilterRunsGiveThePixelsOfOneWholeRunEach) {
+  const QImage picture = noise({1500, 400});
+  const auto model = open(picture);
+  model->blurIntensity = 0.3;
+  const QImage gaussian = gaussianBlur(picture, 1500 * (0.3 * 0.02 + 0.004));
+  const QImage mosaic = pixellate(picture, 1500 * (0.3 * 0.03 + 0.008));
+  const QRectF areas[] = {
+      {100, 50, 120, 60}, {150.3, 80.7, 200.1, 90.9}, {-20, 200, 90, 400}, {990, 5, 50, 60}};
+  const QList<QPointF> strokes[] = {{{300, 100}, {420, 150}, {380, 200}},
+                                    {{400, 60}, {560, 110}},
+                                    {{700, 30}, {700, 30}},
+                                    {{600, 250}, {2000, 300}}};
+  QImage expected = picture;
+  const auto paint = [&](const auto& covered) {
+    const QImage& filtered = model->blurStyle == BlurStyle::gaussian ? gaussian : mosaic;
+    layOver(
+        expected, [&](int x, int y) { return pixelAt(filtered, x, y); }, covered);
+    model->blurStyle = model->blurStyle == BlurStyle::gaussian ? BlurStyle::mosaic : BlurStyle::gaussian;
+  };
+  QImage edges = plain(picture.size(), Qt::black);  // of rectangles (red) and of lines (blue)
+  for (const QRectF& area : areas) {
+    blurArea(*model, area);
+    const auto covered = [pixels = QRectF(1.5 * area.topLeft(), 1.5 * area.size())](int x, int y) {
+      return coverage(pixels, x, y);
+    };
+    paint(covered);
+    layOver(
+        edges,
+        [](int, int) {
+          return Pixel{255, 0, 0, 255};
+        },
+        [&](int x, int y) { return covered(x, y) > 0 && covered(x, y) < 1; });
+  }
+  for (const QList<QPointF>& stroke : strokes) {
+    blurStroke(*model, stroke);
+    QList<QPointF> pixels;
+    for (const QPointF& point : stroke)
+      pixels << 1.5 * point;
+    const double width = 1.5 * 34;
+    paint([&](int x, int y) { return coverage(pixels, width, x, y); });
+    layOver(
+        edges,
+        [](int, int) {
+          return Pixel{0, 0, 255, 255};
+        },
+        [&](int x, int y) {
+          return coverage(pixels, width - 1.2, x, y) < 1 && coverage(pixels, width + 1.2, x, y) > 0;
+        });
+  }
+  const QImage drawn = flattened(*model);
+  const auto isInside = [&](int x, int y) { return edges.pixel(x, y) == qRgb(0, 0, 0); };
+  EXPECT_EQ(worstDifference(drawn, expected, isInside), 0);
+  EXPECT_LE(worstDifference(drawn, expected, [&](int x, int y) { return qBlue(edges.pixel(x, y)) == 0; }), 3);
+}
+
+/// The picture is black and white in a chequer, so what is blurred is grey.
+TEST_F(BlurTest, nothingSharpIsLeftUpToTheBorder) {
+  for (const int alpha : {255, 128}) {
+    QImage picture(400, 300, QImage::Format_RGBA8888_Premultiplied);
+    for (int y = 0; y < 300; ++y)
+      for (int x = 0; x < 400; ++x)
+        picture.setPixelColor(x, y, (x + y) % 2 ? QColor(255, 255, 255, alpha) : QColor(0, 0, 0, alpha));
+    for (const BlurStyle style : {BlurStyle::gaussian, BlurStyle::mosaic}) {
+      const auto model = open(picture);
+      model->blurStyle = style;
+      blurArea(*model, {50, 40, 100, 80});
+      blurStroke(*model, {{250, 100}, {350, 100}});  // 34 high: from 83 to 117
+      blurArea(*model, {-10, 250, 500, 100});        // along the picture's edge
+      const QImage drawn = flattened(*model);
+      for (const QRect& part : {QRect(50, 40, 100, 80), QRect(250, 83, 100, 34), QRect(0, 250, 400, 50)})
+        for (int y = part.top(); y <= part.bottom(); ++y)
+          for (int x = part.left(); x <= part.right(); ++x)
+            ASSERT_NEAR(pixelAt(drawn, x, y)[0], alpha / 2, alpha / 4) << x << ", " << y;
+      EXPECT_EQ(pixelAt(drawn, 49, 40), pixelAt(picture, 49, 40));
+      EXPECT_EQ(pixelAt(drawn, 300, 82), pixelAt(picture, 300, 82));
+    }
+  }
+}
+
+TEST_F(BlurTest, regionsOutsideThePictureAndEmptyOnesDoNothing) {
+  const auto model = open(noise({200, 100}));
+  blurArea(*model, {300, 0, 50, 50});
+  blurStroke(*model, {{-100, -100}, {-50, -80}});
+  blurStroke(*model, {{1e9, 50}, {2e9, 50}});
+  EXPECT_EQ(flattened(*model), model->baseImage.get());
+}
+
+}  // namespace

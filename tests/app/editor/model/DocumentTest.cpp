@@ -1,0 +1,149 @@
+// Opening, the coordinate spaces, publication, and what is remembered.
+
+#include "tests/app/editor/model/DocumentFixture.h"
+
+using namespace sorrel;
+using platform::UserDefaults;
+
+namespace {
+
+class DocumentTest : public DocumentFixture {};
+
+TEST_F(DocumentTest, opensWithTheDefaults) {
+  const auto model = open({2880, 1800});
+  EXPECT_EQ(model->imagePixelSize.get(), QSize(2880, 1800));
+  EXPECT_EQ(model->displaySize.get(), QSizeF(1000, 625));
+  EXPECT_EQ(model->originalByteCount, QFile(model->fileURL.toLocalFile()).size());
+  EXPECT_EQ(model->tool.get(), EditorModel::Tool::pen);
+  EXPECT_EQ(model->colorHex.get(), 0xE5484Du);
+  EXPECT_EQ(model->lineWidth.get(), 5);
+  TextWatermark text;
+  text.center = {500, 531.25};
+  EXPECT_EQ(model->textWM.get(), text);
+  EXPECT_EQ(model->textWM->opacity, 0.85);
+  EXPECT_FALSE(model->logoWM.get() || model->current.get() || model->sorrelBurstID.get());
+  EXPECT_FALSE(model->currentBlurRect.get() || model->currentBlurStroke.get() || model->isEditingText.get());
+  EXPECT_EQ(model->blurStyle.get(), BlurStyle::gaussian);
+  EXPECT_EQ(model->blurApply.get(), BlurApply::brush);
+  EXPECT_EQ(model->blurBrushWidth.get(), 34);
+  EXPECT_EQ(model->blurIntensity.get(), 0.5);
+  EXPECT_TRUE(model->undoStack->isEmpty() && model->strokes->isEmpty() && model->blurRegions->isEmpty());
+  QString tools;
+  for (const auto tool : EditorModel::allTools)
+    tools += rawValue(tool) + u' ';
+  EXPECT_EQ(tools, QStringLiteral("pen blur watermark crop "));
+}
+
+TEST_F(DocumentTest, opensNothingThatIsNoPicture) {
+  for (const QByteArray& contents : {QByteArray(), QByteArray("\x89PNG\r\n\x1a\n"), QByteArray("text")})
+    EXPECT_FALSE(EditorModel::open(QUrl::fromLocalFile(home.write(QStringLiteral("a.png"), contents))));
+  EXPECT_FALSE(EditorModel::open(QUrl::fromLocalFile(home.path(QStringLiteral("missing.png")))));
+  EXPECT_FALSE(EditorModel::open(QUrl::fromLocalFile(home.path())));
+  EXPECT_FALSE(EditorModel::open(QUrl()));
+}
+
+TEST_F(DocumentTest, fitsTheDisplayBoxAndNeverEnlarges) {
+  const struct {
+    QSize pixels;
+    QSizeF display;
+  } cases[] = {
+      {{3000, 300}, {1000, 100}}, {{640, 1000}, {410, 640}},  {{1000, 640}, {1000, 640}},
+      {{500, 300}, {500, 300}},   {{1001, 640}, {1000, 639}}, {{1, 1}, {1, 1}},
+  };
+  for (const auto& [pixels, display] : cases)
+    EXPECT_EQ(open(pixels)->displaySize.get(), display) << pixels.width() << " x " << pixels.height();
+}
+
+TEST_F(DocumentTest, aSliverWithoutDisplayWidthKeepsItsPixels) {
+  const QImage sliver = map({2, 3000});
+  const auto model = open(sliver);
+  EXPECT_EQ(model->displaySize->width(), 0);
+  drawStroke(*model, {{0, 0}, {1, 500}});
+  blurArea(*model, {0, 0, 10, 100});
+  model->textWM.change([](auto& text) { text.text = QStringLiteral("text"); });
+  EXPECT_TRUE(model->save());
+  EXPECT_EQ(EditorModel::open(model->fileURL)->baseImage.get(), sliver);
+  EXPECT_TRUE(model->processed(BlurStyle::gaussian).isNull());
+}
+
+TEST_F(DocumentTest, tellsObserversOncePerChangeAndBeforeIt) {
+  const auto model = open({200, 100});
+  int told = 0;
+  qsizetype strokesSeen = -1;
+  auto token = model->observe([&] {
+    ++told;
+    strokesSeen = model->strokes->size();
+  });
+  const auto count = [&](auto&& operation) {
+    told = 0;
+    operation();
+    return told;
+  };
+  EXPECT_EQ(count([&] { model->begin({1, 1}); }), 1);
+  EXPECT_EQ(count([&] { model->current.change([](auto& stroke) { stroke->points.append({2, 2}); }); }), 1);
+  model->observe([] { FAIL() << "its token has gone"; }).reset();
+  EXPECT_EQ(count([&] { model->commit(); }), 3) << "strokes, undoStack, current";
+  EXPECT_EQ(count([&] { model->commit(); }), 1) << "current again";
+  EXPECT_EQ(count([&] { model->undoLast(); }), 2);
+  EXPECT_EQ(strokesSeen, 1) << "told while the stroke was still there";
+  EXPECT_EQ(count([&] { model->undoLast(); }), 0);
+  EXPECT_EQ(count([&] { model->extendBlurBrush({5, 5}); }), 1);
+  EXPECT_EQ(count([&] { model->commitBlur(); }), 2) << "too short: both gestures are cleared";
+  EXPECT_EQ(count([&] { blurArea(*model, {0, 0, 50, 50}); }), 5);
+  EXPECT_EQ(count([&] { model->setLogo(plain({4, 4}, Qt::red)); }), 1);
+  EXPECT_EQ(count([&] { model->applyCrop({0, 0, 8, 100}); }), 0) << "refused";
+  EXPECT_EQ(count([&] { model->applyCrop({0, 0, 50, 50}); }), 8);
+  EXPECT_EQ(count([&] { model->undoLast(); }), 9);
+  EXPECT_EQ(count([&] { model->tool = model->tool.get(); }), 1) << "also the same value again";
+  EXPECT_EQ(count([&] { (void)model->processed(BlurStyle::mosaic); }), 0);
+  token.reset();
+  EXPECT_EQ(count([&] { model->lineWidth = 9; }), 0);
+}
+
+TEST_F(DocumentTest, theTextIsRememberedOnlyIfTheUserWantsIt) {
+  auto& defaults = UserDefaults::standard();
+  const QString remember = QStringLiteral("rememberWatermarkText");
+  const QString last = QStringLiteral("lastWatermarkText");
+  const auto saveWith = [&](const QString& text) {
+    const auto model = open({50, 50});
+    model->textWM.change([&](auto& watermark) { watermark.text = text; });
+    EXPECT_TRUE(model->save());
+  };
+  defaults.set(last, QStringLiteral("old"));
+  EXPECT_EQ(open({50, 50})->textWM->text, QString());
+  saveWith(QStringLiteral("new"));
+  EXPECT_EQ(defaults.string(last), QStringLiteral("old"));
+
+  defaults.set(remember, true);
+  EXPECT_EQ(open({50, 50})->textWM->text, QStringLiteral("old"));
+  saveWith(QStringLiteral("new\n"));
+  EXPECT_EQ(defaults.string(last), QStringLiteral("new\n")) << "untrimmed";
+  saveWith(QStringLiteral(" \n"));
+  EXPECT_EQ(defaults.string(last), QStringLiteral(" \n")) << "also where nothing was drawn";
+
+  defaults.set(last, QStringLiteral("old"));
+  const auto cropped = open({50, 50});
+  cropped->applyCrop({0, 0, 20, 20});
+  EXPECT_EQ(cropped->textWM->text, QString()) << "it is in the pixels now";
+  EXPECT_TRUE(cropped->save());
+  EXPECT_EQ(defaults.string(last), QString());
+  defaults.remove(last);
+  EXPECT_EQ(open({50, 50})->textWM->text, QString());
+}
+
+TEST_F(DocumentTest, theNameInTheTextTriggersABurst) {
+  const auto model = open({50, 50});
+  const auto fires = [&](const char* text) {
+    const auto before = model->sorrelBurstID.get();
+    model->maybeTriggerBurst(QString::fromUtf8(text));
+    return model->sorrelBurstID.get() != before;
+  };
+  for (const char* text :
+       {"sorrel", " SORREL\n", "Sorrel", "소렐", "\t소렐 ", "\u1109\u1169\u1105\u1166\u11AF"})
+    EXPECT_TRUE(fires(text)) << text;
+  EXPECT_TRUE(fires("소렐")) << "again";
+  for (const char* text : {"sorrels", "sor rel", "", "소렐a"})
+    EXPECT_FALSE(fires(text)) << text;
+}
+
+}  // namespace

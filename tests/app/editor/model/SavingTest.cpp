@@ -1,0 +1,112 @@
+#include "platform/base/Log.h"
+#include "tests/app/editor/model/DocumentFixture.h"
+
+#include <QDir>
+
+#include <csignal>
+#include <sys/resource.h>
+
+using namespace sorrel;
+
+namespace {
+
+class SavingTest : public DocumentFixture {
+ protected:
+  static QByteArray contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+};
+
+/// While it lives, no file can grow beyond `bytes`: a full disk, as far as a program can tell.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) : previousHandler(std::signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &previous);
+    const rlimit limit{bytes, previous.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~FileSizeLimit() {
+    setrlimit(RLIMIT_FSIZE, &previous);
+    std::signal(SIGXFSZ, previousHandler);
+  }
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+ private:
+  rlimit previous{};
+  void (*previousHandler)(int);
+};
+
+TEST_F(SavingTest, theNameDecidesTheFormatAndTheFileStaysItself) {
+  const QByteArray png("\x89PNG"), jpeg("\xff\xd8\xff"), tiff("II*\0", 4), gif("GIF8"), bmp("BM");
+  const struct {
+    const char* name;
+    const QByteArray& beginning;
+    int atMostOff;
+  } cases[] = {
+      {"a.png", png, 0},   {"a.PNG", png, 0},  {"a.jpg", jpeg, 12}, {"a.JPEG", jpeg, 12},
+      {"a.tiff", tiff, 0}, {"a.Tif", tiff, 0}, {"a.gif", gif, 0},   {"a.BMP", bmp, 0},
+      {"a.heic", png, 0},  {"a.webp", png, 0}, {"picture", png, 0}, {"a.png.jpg", jpeg, 12},
+  };
+  for (const auto& [name, beginning, atMostOff] : cases) {
+    const auto model = open({300, 200}, Qt::white);
+    const QString path = home.path(QString::fromUtf8(name));
+    QFile::copy(model->fileURL.toLocalFile(), path);
+    const auto edited = EditorModel::open(QUrl::fromLocalFile(path));
+    ASSERT_TRUE(edited) << name << ": opened by what is in it";
+    edited->blurBrushWidth = 20;
+    drawStroke(*edited, {{-50, 100}, {400, 100}});
+    ASSERT_TRUE(edited->save()) << name;
+    EXPECT_TRUE(contents(path).startsWith(beginning)) << name;
+    const auto again = EditorModel::open(QUrl::fromLocalFile(path));
+    ASSERT_TRUE(again) << name;
+    EXPECT_LE(worstDifference(again->baseImage, flattened(*edited), [](int, int y) { return y < 90; }),
+              atMostOff);
+    EXPECT_NEAR(again->baseImage->pixelColor(150, 100).red(), 0xE5, 12) << name;
+    EXPECT_NEAR(again->baseImage->pixelColor(150, 100).blue(), 0x4D, 12) << name;
+    EXPECT_EQ(edited->strokes->size(), 1) << "saving changes nothing";
+    EXPECT_EQ(edited->originalByteCount, QFile(model->fileURL.toLocalFile()).size());
+    QFile::remove(path);
+  }
+}
+
+TEST_F(SavingTest, everyPixelIsSavedWhateverTheDisplaySize) {
+  const QImage picture = map({2880, 1800});
+  const auto model = open(picture);
+  ASSERT_TRUE(model->save());
+  EXPECT_EQ(EditorModel::open(model->fileURL)->baseImage.get(), picture);
+}
+
+TEST_F(SavingTest, aFullDiskLeavesTheFileWholeAndIsLogged) {
+  auto& defaults = platform::UserDefaults::standard();
+  defaults.set(QStringLiteral("rememberWatermarkText"), true);
+  const auto model = open({900, 600});
+  const QString path = model->fileURL.toLocalFile();
+  const QByteArray before = contents(path);
+  model->setLogo(noise({400, 400}));  // what is to be saved is larger than what is there
+  model->textWM.change([](auto& text) { text.text = QStringLiteral("text"); });
+  platform::LogCapture log;
+  {
+    const FileSizeLimit limit(rlim_t(before.size()));
+    EXPECT_FALSE(model->save());
+  }
+  EXPECT_EQ(contents(path), before);
+  ASSERT_EQ(log.logged.size(), 1);
+  EXPECT_TRUE(log.logged.front().startsWith(QStringLiteral("Sorrel editor save failed: ")));
+  EXPECT_GT(log.logged.front().size(), 30);
+  EXPECT_FALSE(defaults.contains(QStringLiteral("lastWatermarkText")));
+  EXPECT_TRUE(model->save()) << "as soon as there is room";
+}
+
+TEST_F(SavingTest, aFolderInTheFilesPlaceIsLeftAlone) {
+  const auto model = open({90, 60});
+  QFile::remove(model->fileURL.toLocalFile());
+  QDir().mkdir(model->fileURL.toLocalFile());
+  platform::LogCapture log;
+  EXPECT_FALSE(model->save());
+  EXPECT_EQ(log.logged.size(), 1);
+  EXPECT_TRUE(QFileInfo(model->fileURL.toLocalFile()).isDir());
+}
+
+}  // namespace
