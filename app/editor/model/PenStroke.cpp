@@ -3,7 +3,24 @@
 #include "app/editor/model/EditorModel.h"
 #include "platform/imaging/DrawingSurface.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace sorrel {
+
+QColor colorFromHex(quint32 colorHex) {
+  return QColor::fromRgb(0xff000000 | colorHex);
+}
+
+std::optional<quint32> hexRGB(const QColor& color) {
+  const QColor sRgb = color.toRgb();
+  if (!sRgb.isValid())
+    return std::nullopt;
+  const auto channel = [](float component) {
+    return quint32(std::lround(std::clamp(component, 0.0F, 1.0F) * 255.0F));
+  };
+  return channel(sRgb.redF()) << 16 | channel(sRgb.greenF()) << 8 | channel(sRgb.blueF());
+}
 
 void EditorModel::begin(const QPointF& point) {
   current = PenStroke{.points = {point}, .colorHex = colorHex, .width = lineWidth};
@@ -20,7 +37,7 @@ void EditorModel::commit() {
 void EditorModel::drawStrokes(platform::DrawingSurface& surface, double scale) const {
   for (const PenStroke& stroke : strokes.get())
     surface.draw(platform::RoundLine{inOutput(stroke.points, scale), scale * stroke.width},
-                 QColor::fromRgb(0xff000000 | stroke.colorHex));
+                 colorFromHex(stroke.colorHex));
 }
 
 }  // namespace sorrel

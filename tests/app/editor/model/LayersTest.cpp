@@ -44,6 +44,14 @@ TEST_F(LayersTest, aStrokeKeepsTheColourAndWidthOfItsBeginning) {
   EXPECT_EQ(flattened(*model).pixel(4, 5), qRgb(0, 255, 0)) << "the high byte means nothing";
 }
 
+TEST_F(LayersTest, coloursLeadToHexAndBack) {
+  for (const quint32 hex : {0x000000U, 0xE5484DU, 0x0180FEU, 0xFFFFFFU})
+    EXPECT_EQ(hexRGB(colorFromHex(hex)), hex);
+  EXPECT_EQ(colorFromHex(0xAB123456), QColor(0x12, 0x34, 0x56));
+  EXPECT_EQ(hexRGB(QColor::fromHslF(0, 1, 0.5F, 0.3F)), 0xFF0000U);
+  EXPECT_EQ(hexRGB(QColor()), std::nullopt);
+}
+
 TEST_F(LayersTest, strokesKeepWithinHalfAPixelOfTheirOutline) {
   const auto model = open({1500, 300});  // 1.5 pixels for a display point
   const struct {
