@@ -15,11 +15,13 @@ struct Document {
   QList<BlurRegion> blurRegions;
   TextWatermark textWM;
   std::optional<LogoWatermark> logoWM;
-  QList<EditorModel::EditAction> undoStack;
+  std::vector<EditorModel::EditAction> undoStack;
 
   static Document of(const EditorModel& model) {
-    return {model.baseImage,   model.imagePixelSize, model.displaySize, model.strokes,
-            model.blurRegions, model.textWM,         model.logoWM,      model.undoStack};
+    return {model.baseImage,   model.imagePixelSize,
+            model.displaySize, model.strokes,
+            model.blurRegions, model.textWM,
+            model.logoWM,      {model.undoStack->begin(), model.undoStack->end()}};
   }
   bool operator==(const Document&) const = default;
 };
@@ -133,7 +135,7 @@ TEST_F(UndoTest, undoesAnyRandomSequenceOfEdits) {
       }
       const Document was = Document::of(*model);
       edits.apply(*model);
-      if (model->undoStack->size() > was.undoStack.size())
+      if (model->undoStack->size() > qsizetype(was.undoStack.size()))
         before.push_back(was);
     }
     while (!before.empty()) {
