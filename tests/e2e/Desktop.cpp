@@ -1,7 +1,5 @@
 #include "tests/e2e/Desktop.h"
 
-#include "tests/e2e/Waiting.h"
-
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -10,6 +8,8 @@
 #include <stdexcept>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+
+using namespace Qt::StringLiterals;
 
 namespace e2e {
 namespace {
@@ -29,18 +29,18 @@ QProcessEnvironment environmentOf(const QString& home, const QString& display, L
     variables.insert(QString::fromLatin1(name), value);
   };
   set("HOME", home);
-  set("XDG_CONFIG_HOME", home + QStringLiteral("/.config"));
-  set("XDG_DATA_HOME", home + QStringLiteral("/.local/share"));
-  set("XDG_CACHE_HOME", home + QStringLiteral("/.cache"));
-  set("XDG_RUNTIME_DIR", home + QStringLiteral("/.runtime"));
-  set("XDG_DATA_DIRS", dataFolder + QStringLiteral(":/usr/local/share:/usr/share"));
-  set("XDG_SESSION_TYPE", QStringLiteral("x11"));
+  set("XDG_CONFIG_HOME", home + u"/.config"_s);
+  set("XDG_DATA_HOME", home + u"/.local/share"_s);
+  set("XDG_CACHE_HOME", home + u"/.cache"_s);
+  set("XDG_RUNTIME_DIR", home + u"/.runtime"_s);
+  set("XDG_DATA_DIRS", dataFolder + u":/usr/local/share:/usr/share"_s);
+  set("XDG_SESSION_TYPE", u"x11"_s);
   set("DISPLAY", display);
-  set("FONTCONFIG_FILE", dataFolder + QStringLiteral("fonts.conf"));
-  set("NO_AT_BRIDGE", QStringLiteral("1"));
+  set("FONTCONFIG_FILE", dataFolder + u"fonts.conf"_s);
+  set("NO_AT_BRIDGE", u"1"_s);
   const bool isKorean = language == Language::Korean;
-  set("LANG", isKorean ? QStringLiteral("ko_KR.UTF-8") : QStringLiteral("en_US.UTF-8"));
-  set("LANGUAGE", isKorean ? QStringLiteral("ko") : QStringLiteral("en"));
+  set("LANG", isKorean ? u"ko_KR.UTF-8"_s : u"en_US.UTF-8"_s);
+  set("LANGUAGE", isKorean ? u"ko"_s : u"en"_s);
   return variables;
 }
 
@@ -63,11 +63,10 @@ Desktop::Desktop(const DesktopOptions& options)
     : server(options.size.width(), options.size.height(), options.depth),
       variables(environmentOf(folder.path(), QString::fromStdString(server.display()), options.language)) {
   prctl(PR_SET_CHILD_SUBREAPER, 1);
-  QDir(home()).mkdir(QStringLiteral(".runtime"));
-  QFile::setPermissions(home(QStringLiteral(".runtime")),
-                        QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-  view = std::make_unique<Screen>(QString::fromStdString(server.display()));
-  hand = std::make_unique<testing_support::XTestInput>(server.display());
+  QDir(home()).mkdir(u".runtime"_s);
+  QFile::setPermissions(home(u".runtime"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  view = std::make_unique<Screen>(server.display());
+  hand = std::make_unique<XTestInput>(server.display());
   startBus();
   startWindowManager();
   startTray(options.tray);
@@ -85,19 +84,18 @@ Desktop::~Desktop() {
 }
 
 void Desktop::startBus() {
-  bus = start({QStringLiteral("dbus-daemon"), QStringLiteral("--nofork"), QStringLiteral("--print-address"),
-               QStringLiteral("--config-file"), dataFolder + QStringLiteral("bus.conf")});
+  bus = start({u"dbus-daemon"_s, u"--nofork"_s, u"--print-address"_s, u"--config-file"_s,
+               dataFolder + u"bus.conf"_s});
   until("the bus tells its address", [this] { return bus->output().endsWith('\n'); });
   address = QString::fromLatin1(bus->output().trimmed());
-  variables.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), address);
+  variables.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, address);
 }
 
 void Desktop::startWindowManager() {
   // It takes the screen over well before it takes care of windows; a window opened in between is lost. What
   // it starts itself comes after that.
-  windowManager = start({QStringLiteral("openbox"), QStringLiteral("--sm-disable"),
-                         QStringLiteral("--config-file"), dataFolder + QStringLiteral("openbox.xml"),
-                         QStringLiteral("--startup"), QStringLiteral("echo ready")});
+  windowManager = start({u"openbox"_s, u"--sm-disable"_s, u"--config-file"_s, dataFolder + u"openbox.xml"_s,
+                         u"--startup"_s, u"echo ready"_s});
   until("the window manager is there", [this] { return windowManager->output().contains("ready"); });
 }
 
@@ -106,15 +104,14 @@ void Desktop::startTray(Tray kind) {
     host = std::make_unique<StatusNotifierHost>(address);
   if (kind != Tray::XEmbedAtTop && kind != Tray::XEmbedAtBottom)
     return;
-  const QString edge = kind == Tray::XEmbedAtTop ? QStringLiteral("top") : QStringLiteral("bottom");
+  const QString edge = kind == Tray::XEmbedAtTop ? u"top"_s : u"bottom"_s;
   tray = start(QStringLiteral("trayer --edge %1 --align right --widthtype percent --width 100 --height 28 "
                               "--SetDockType true --SetPartialStrut true --expand true "
                               "--transparent true --alpha 0 --tint 0x2E3440")
                    .arg(edge)
                    .split(u' '));
-  until("the tray is there", [this] {
-    return view->isSelectionOwned("_NET_SYSTEM_TRAY_S0") && view->find(QStringLiteral("trayer"));
-  });
+  until("the tray is there",
+        [this] { return view->isSelectionOwned("_NET_SYSTEM_TRAY_S0") && view->find(u"trayer"_s); });
 }
 
 std::unique_ptr<Program> Desktop::start(const QStringList& command) const {

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "tests/e2e/Program.h"
-#include "tests/e2e/Screen.h"
 #include "tests/e2e/StatusNotifierHost.h"
+#include "tests/support/Program.h"
+#include "tests/support/Screen.h"
+#include "tests/support/Waiting.h"
 #include "tests/support/XTestInput.h"
 #include "tests/support/XvfbServer.h"
 
@@ -11,6 +12,8 @@
 #include <memory>
 
 namespace e2e {
+
+using namespace testing_support;
 
 enum class Tray { None, XEmbedAtTop, XEmbedAtBottom, StatusNotifier };
 enum class Language { English, Korean };
@@ -41,11 +44,9 @@ class Desktop {
   [[nodiscard]] QString home(const QString& relative = {}) const;
   /// Writes a file below the home folder, making the folders above it.
   QString write(const QString& relative, const QByteArray& contents) const;
-  [[nodiscard]] const QString& busAddress() const { return address; }
-  [[nodiscard]] const QProcessEnvironment& environment() const { return variables; }
 
   [[nodiscard]] Screen& screen() { return *view; }
-  [[nodiscard]] testing_support::XTestInput& input() { return *hand; }
+  [[nodiscard]] XTestInput& input() { return *hand; }
   /// The panel of a desktop with Tray::StatusNotifier.
   [[nodiscard]] StatusNotifierHost& statusNotifier() { return *host; }
 
@@ -55,11 +56,11 @@ class Desktop {
   void startTray(Tray tray);
 
   QTemporaryDir folder;
-  testing_support::XvfbServer server;
+  XvfbServer server;
   QProcessEnvironment variables;
   QString address;
   std::unique_ptr<Screen> view;
-  std::unique_ptr<testing_support::XTestInput> hand;
+  std::unique_ptr<XTestInput> hand;
   std::unique_ptr<Program> bus;
   std::unique_ptr<StatusNotifierHost> host;
   std::unique_ptr<Program> windowManager;

@@ -1,7 +1,6 @@
 // Starting, tidying up at the start, and ending.
 
 #include "tests/e2e/Sorrel.h"
-#include "tests/e2e/Waiting.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -16,6 +15,8 @@
 #include <random>
 #include <signal.h>
 #include <xcb/xproto.h>
+
+using namespace Qt::StringLiterals;
 
 namespace e2e {
 namespace {
@@ -41,20 +42,20 @@ TEST(Lifecycle, TerminationSignalsEndItCleanly) {
 TEST(Lifecycle, OldPicturesAreInTheTrashAfterTheStart) {
   Desktop desktop;
   const auto picture = [&](const QString& name, int days) {
-    QFile file(desktop.write(QStringLiteral("Documents/Sorrel bottle/") + name, "x"));
+    QFile file(desktop.write(u"Documents/Sorrel bottle/"_s + name, "x"));
     EXPECT_TRUE(file.open(QIODevice::ReadWrite));
     EXPECT_TRUE(file.setFileTime(QDateTime::currentDateTime().addDays(-days), QFile::FileModificationTime));
   };
-  picture(QStringLiteral("old.png"), 31);
-  picture(QStringLiteral("young.png"), 29);
-  picture(QStringLiteral("old.txt"), 31);
+  picture(u"old.png"_s, 31);
+  picture(u"young.png"_s, 29);
+  picture(u"old.txt"_s, 31);
   Sorrel sorrel(desktop);
   until("the log tells of it", [&] {
     return sorrel.program().errors() == "Sorrel retention: trashed 1 screenshot(s) older than 30 day(s).\n";
   });
-  EXPECT_EQ(sorrel.bottle(), QStringList(QStringLiteral("young.png")));
-  EXPECT_EQ(QDir(desktop.home(QStringLiteral(".local/share/Trash/files"))).entryList(QDir::Files),
-            QStringList(QStringLiteral("old.png")));
+  EXPECT_EQ(sorrel.bottle(), QStringList(u"young.png"_s));
+  EXPECT_EQ(QDir(desktop.home(u".local/share/Trash/files"_s)).entryList(QDir::Files),
+            QStringList(u"old.png"_s));
 }
 
 TEST(Lifecycle, AKillWhileSettingsAreWrittenLosesNothing) {
@@ -62,7 +63,7 @@ TEST(Lifecycle, AKillWhileSettingsAreWrittenLosesNothing) {
   std::printf("seed %u\n", seed);
   std::mt19937 random(seed);
   const QTemporaryDir folder;
-  const QString path = folder.filePath(QStringLiteral("defaults.json"));
+  const QString path = folder.filePath(u"defaults.json"_s);
   const QString writer = QStringLiteral(E2E_BUILD_DIR "/tests/settings_writer");
 
   qint64 written = 0;
@@ -80,9 +81,9 @@ TEST(Lifecycle, AKillWhileSettingsAreWrittenLosesNothing) {
     const qint64 last = program.output().trimmed().split('\n').last().toLongLong();
     ASSERT_GT(last, written);
     // What it has said it had written is there, or the one value after that.
-    ASSERT_GE(store.value(QStringLiteral("turn")).toInteger(), last);
-    ASSERT_LE(store.value(QStringLiteral("turn")).toInteger(), last + 1);
-    ASSERT_TRUE(store.value(QStringLiteral("text")).toString().endsWith(u"end"));
+    ASSERT_GE(store.value(u"turn"_s).toInteger(), last);
+    ASSERT_LE(store.value(u"turn"_s).toInteger(), last + 1);
+    ASSERT_TRUE(store.value(u"text"_s).toString().endsWith(u"end"));
     written = last;
   }
 }

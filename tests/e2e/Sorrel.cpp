@@ -1,7 +1,5 @@
 #include "tests/e2e/Sorrel.h"
 
-#include "tests/e2e/Waiting.h"
-
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
@@ -10,12 +8,14 @@
 #include <linux/input-event-codes.h>
 #include <xcb/xproto.h>
 
+using namespace Qt::StringLiterals;
+
 namespace e2e {
 namespace {
 
-constexpr quint16 altShift = XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT;
+constexpr int altShift = XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT;
 
-const QString storePath = QStringLiteral(".config/Sorrel/defaults.json");
+const QString storePath = u".config/Sorrel/defaults.json"_s;
 
 QJsonObject readStore(const Desktop& desktop) {
   QFile file(desktop.home(storePath));
@@ -54,7 +54,7 @@ QJsonValue Sorrel::stored(const Desktop& desktop, const QString& key) {
 }
 
 void Sorrel::pressHotKey(int evdevCode) {
-  testing_support::XTestInput& input = desktop.input();
+  XTestInput& input = desktop.input();
   input.pressKey(KEY_LEFTALT);
   input.pressKey(KEY_LEFTSHIFT);
   input.tapKey(evdevCode);
@@ -63,16 +63,18 @@ void Sorrel::pressHotKey(int evdevCode) {
 }
 
 bool Sorrel::isSelecting() {
-  return desktop.screen().find(QStringLiteral("screencapture")).has_value();
+  return desktop.screen().find(u"screencapture"_s).has_value();
 }
 
 void Sorrel::beginCapture(int evdevCode) {
   pressHotKey(evdevCode);
-  until("the selection is there", [this] { return isSelecting() && desktop.screen().isInputGrabbed(); });
+  until("the selection is there", [this] {
+    return isSelecting() && desktop.screen().isKeyboardGrabbed() && desktop.screen().isPointerGrabbed();
+  });
 }
 
 void Sorrel::drag(const QRect& area) {
-  testing_support::XTestInput& input = desktop.input();
+  XTestInput& input = desktop.input();
   input.moveTo(area.left(), area.top());
   input.pressButton(1);
   input.moveTo(area.center().x(), area.center().y());
@@ -106,19 +108,19 @@ void Sorrel::cancel() {
 }
 
 QString Sorrel::bottlePath() const {
-  const QString chosen = stored(desktop, QStringLiteral("storageDirectory")).toString();
-  return chosen.isEmpty() ? desktop.home(QStringLiteral("Documents/Sorrel bottle"))
+  const QString chosen = stored(desktop, u"storageDirectory"_s).toString();
+  return chosen.isEmpty() ? desktop.home(u"Documents/Sorrel bottle"_s)
                           : QString(chosen).replace(u'~', desktop.home());
 }
 
 QStringList Sorrel::bottle() const {
-  return QDir(bottlePath()).entryList({QStringLiteral("*.png*")}, QDir::Files | QDir::Hidden, QDir::Name);
+  return QDir(bottlePath()).entryList({u"*.png*"_s}, QDir::Files | QDir::Hidden, QDir::Name);
 }
 
 QRect Sorrel::statusItem() {
   QRect area;
   until("the icon is in the tray", [&] {
-    const std::optional<ScreenWindow> tray = desktop.screen().find(QStringLiteral("trayer"));
+    const std::optional<ScreenWindow> tray = desktop.screen().find(u"trayer"_s);
     for (const ScreenWindow& window : windowsOf(desktop)) {
       if (tray && tray->area.contains(window.area))
         area = window.area;

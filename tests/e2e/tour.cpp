@@ -3,8 +3,8 @@
 
 #include "tests/e2e/Sorrel.h"
 #include "tests/e2e/TourScenery.h"
-#include "tests/e2e/Waiting.h"
 #include "tests/support/ScratchHome.h"
+#include "tests/support/Waiting.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -15,6 +15,8 @@
 #include <linux/input-event-codes.h>
 #include <signal.h>
 #include <stdexcept>
+
+using namespace Qt::StringLiterals;
 
 namespace e2e {
 namespace {
@@ -31,14 +33,14 @@ class Album {
   }
 
   void add(const QString& name, const QString& caption, const QImage& picture) {
-    const QString file = QStringLiteral("%1-%2.png").arg(++count, 2, 10, QLatin1Char('0')).arg(name);
+    const QString file = u"%1-%2.png"_s.arg(++count, 2, 10, QLatin1Char('0')).arg(name);
     if (!picture.save(folder.filePath(file)))
       throw std::runtime_error("can't write " + file.toStdString());
-    index += file + QStringLiteral("  ") + caption + u'\n';
+    index += file + u"  "_s + caption + u'\n';
   }
 
   void close() const {
-    QFile file(folder.filePath(QStringLiteral("index.txt")));
+    QFile file(folder.filePath(u"index.txt"_s));
     if (!file.open(QIODevice::WriteOnly) || file.write(index.toUtf8()) < 0)
       throw std::runtime_error("can't write the index");
   }
@@ -69,48 +71,44 @@ void takeTour(Album& album) {
   Desktop desktop({.size = {1440, 900}});
   Screen& screen = desktop.screen();
   screen.paintRoot(scenery::wallpaper(screen.size()));
-  screen.openWindow(QStringLiteral("Notes"), {780, 250}, scenery::notes({520, 420}));
-  screen.openWindow(QStringLiteral("Evening.png"), photographArea.topLeft(),
-                    scenery::photograph(photographArea.size()));
+  screen.openWindow(u"Notes"_s, {780, 250}, scenery::notes({520, 420}));
+  screen.openWindow(u"Evening.png"_s, photographArea.topLeft(), scenery::photograph(photographArea.size()));
 
   auto sorrel = std::make_unique<Sorrel>(desktop);
   const QImage emptyImage = sorrel->statusImage();
   const QImage before = screen.settledPicture();
-  album.add(QStringLiteral("empty"), QStringLiteral("Sorrel is in the tray; the bottle is empty."), before);
+  album.add(u"empty"_s, u"Sorrel is in the tray; the bottle is empty."_s, before);
 
   sorrel->beginCapture(KEY_S);
   desktop.input().moveTo(selectionArea.left(), selectionArea.top());
   desktop.input().pressButton(1);
   desktop.input().moveTo(400, 300);
   desktop.input().moveTo(selectionArea.right(), selectionArea.bottom());
-  album.add(QStringLiteral("selection"), QStringLiteral("Alt+Shift+S, and an area is dragged."),
-            screen.settledPicture());
+  album.add(u"selection"_s, u"Alt+Shift+S, and an area is dragged."_s, screen.settledPicture());
   desktop.input().releaseButton(1);
   const QString path = sorrel->waitForCapture({});
   const QImage capture(path);
   require(capture.convertToFormat(QImage::Format_RGB32) == before.copy(selectionArea),
           "the capture differs from what was on the screen");
-  album.add(QStringLiteral("capture"),
-            QStringLiteral("%1 in the bottle, pixel for pixel what was on the screen.")
-                .arg(QFileInfo(path).fileName()),
+  album.add(u"capture"_s,
+            u"%1 in the bottle, pixel for pixel what was on the screen."_s.arg(QFileInfo(path).fileName()),
             capture);
 
   until("the status image changes", [&] { return sorrel->statusImage() != emptyImage; });
-  album.add(QStringLiteral("bottle"), QStringLiteral("The bottle in the tray has something in it."),
-            screen.settledPicture());
-  album.add(QStringLiteral("status-images"), QStringLiteral("The status image before and after, enlarged."),
+  album.add(u"bottle"_s, u"The bottle in the tray has something in it."_s, screen.settledPicture());
+  album.add(u"status-images"_s, u"The status image before and after, enlarged."_s,
             sideBySide(emptyImage, sorrel->statusImage()));
 
   sorrel->openMenu();
-  album.add(QStringLiteral("menu-english"), QStringLiteral("The menu."), screen.settledPicture());
+  album.add(u"menu-english"_s, u"The menu."_s, screen.settledPicture());
   desktop.input().tapKey(KEY_ESC);
 
   sorrel->program().send(SIGTERM);
   require(sorrel->program().waitForEnd() == 0, "Sorrel doesn't end cleanly");
-  Sorrel::store(desktop, QStringLiteral("appLanguage"), QStringLiteral("ko"));
+  Sorrel::store(desktop, u"appLanguage"_s, u"ko"_s);
   sorrel = std::make_unique<Sorrel>(desktop);
   sorrel->openMenu();
-  album.add(QStringLiteral("menu-korean"), QStringLiteral("The menu in Korean."), screen.settledPicture());
+  album.add(u"menu-korean"_s, u"The menu in Korean."_s, screen.settledPicture());
 }
 
 }  // namespace

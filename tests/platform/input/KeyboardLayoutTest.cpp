@@ -4,6 +4,8 @@
 
 #include <linux/input-event-codes.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
@@ -24,14 +26,13 @@ TEST(KeyCodes, MapBothWays) {
 
 class KeyboardLayoutTest : public ::testing::Test {
  protected:
-  ~KeyboardLayoutTest() override { setLayout(QStringLiteral("us")); }
+  ~KeyboardLayoutTest() override { setLayout(u"us"_s); }
 
   std::string typed(std::initializer_list<int> keyCodes) const {
     QString text;
     for (const int code : keyCodes)
-      text += layout->translate(static_cast<quint16>(code))
-                  .value_or(KeyboardLayout::Translation{0, QStringLiteral("?")})
-                  .text;
+      text +=
+          layout->translate(static_cast<quint16>(code)).value_or(KeyboardLayout::Translation{0, u"?"_s}).text;
     return text.toStdString();
   }
 
@@ -52,25 +53,25 @@ TEST_F(KeyboardLayoutTest, PrintsWhatTheUSKeyboardDoes) {
 
 TEST_F(KeyboardLayoutTest, FollowsTheLayoutAtOnce) {
   using namespace KeyCode;
-  setLayout(QStringLiteral("de"));
+  setLayout(u"de"_s);
   EXPECT_EQ(typed({y, z, semicolon, minus}), "zy\u00F6\u00DF");
   EXPECT_EQ(typed({backtick, equal}), "^\u00B4") << "dead keys show their accents";
-  setLayout(QStringLiteral("fr"));
+  setLayout(u"fr"_s);
   EXPECT_EQ(typed({q, a, one, two, leftBracket}), "aq&\u00E9^");
-  setLayout(QStringLiteral("kr"));
+  setLayout(u"kr"_s);
   EXPECT_EQ(typed({a, s, slash}), "as/");
 }
 
 TEST_F(KeyboardLayoutTest, LatinLayoutStandsInForOthers) {
   using namespace KeyCode;
-  setLayout(QStringLiteral("ru,gr,de"));
+  setLayout(u"ru,gr,de"_s);
   EXPECT_EQ(typed({a, y, slash}), "az-");
-  testing_support::OtherClient().lockGroup(1);
+  testing_support::Screen(testing_support::privateDisplay()).lockGroup(1);
   EXPECT_EQ(typed({a, y}), "az");
-  setLayout(QStringLiteral("de,us"));
-  testing_support::OtherClient().lockGroup(1);
+  setLayout(u"de,us"_s);
+  testing_support::Screen(testing_support::privateDisplay()).lockGroup(1);
   EXPECT_EQ(typed({y}), "y") << "the current group is Latin";
-  setLayout(QStringLiteral("ru"));
+  setLayout(u"ru"_s);
   EXPECT_EQ(typed({a}), "\u0444") << "there is no other";
 }
 

@@ -1,84 +1,20 @@
 #include "tests/platform/input/X11Fixture.h"
 
 #include "platform/input/X11Connection.h"
-#include "platform/input/XcbXkb.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QProcess>
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace testing_support {
 
-bool waitUntil(const std::function<bool()>& condition) {
-  constexpr int tooLongMilliseconds = 20'000;
-  QElapsedTimer elapsed;
-  elapsed.start();
-  while (!condition()) {
-    if (elapsed.elapsed() > tooLongMilliseconds)
-      return false;
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 20);
-  }
-  return true;
-}
-
 void setLayout(const QString& layouts) {
-  const int status = QProcess::execute(QStringLiteral("setxkbmap"),
-                                       {QStringLiteral("-display"), QString::fromStdString(privateDisplay()),
-                                        QStringLiteral("-layout"), layouts});
+  const int status = QProcess::execute(
+      u"setxkbmap"_s, {u"-display"_s, QString::fromStdString(privateDisplay()), u"-layout"_s, layouts});
   ASSERT_EQ(status, 0) << "setxkbmap is needed";
-}
-
-OtherClient::OtherClient() : connection(xcb_connect(privateDisplay().c_str(), nullptr)) {
-  root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-  xcb_xkb_use_extension(connection, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
-  roundTrip();
-}
-
-OtherClient::~OtherClient() {
-  xcb_disconnect(connection);
-}
-
-void OtherClient::roundTrip() {
-  std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
-}
-
-OtherClient::Outcome OtherClient::grabKeyboard() {
-  const platform::XcbPointer<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(
-      connection,
-      xcb_grab_keyboard(connection, 0, root, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
-      nullptr));
-  return reply && reply->status == XCB_GRAB_STATUS_SUCCESS ? Outcome::Done : Outcome::Refused;
-}
-
-void OtherClient::ungrabKeyboard() {
-  xcb_ungrab_keyboard(connection, XCB_CURRENT_TIME);
-  roundTrip();
-}
-
-OtherClient::Outcome OtherClient::grabKey(int evdevCode, uint16_t modifiers) {
-  const auto keycode = static_cast<xcb_keycode_t>(evdevCode + platform::x11KeycodeOffset);
-  const platform::XcbPointer<xcb_generic_error_t> error(
-      xcb_request_check(connection, xcb_grab_key_checked(connection, 0, root, modifiers, keycode,
-                                                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC)));
-  return error ? Outcome::Refused : Outcome::Done;
-}
-
-void OtherClient::lockGroup(uint8_t group) {
-  xcb_xkb_latch_lock_state(connection, XCB_XKB_ID_USE_CORE_KBD, 0, 0, 1, group, 0, 0, 0);
-  roundTrip();
-}
-
-void OtherClient::exchangeModifiers(size_t one, size_t other) {
-  const platform::XcbPointer<xcb_get_modifier_mapping_reply_t> map(
-      xcb_get_modifier_mapping_reply(connection, xcb_get_modifier_mapping(connection), nullptr));
-  const size_t width = map->keycodes_per_modifier;
-  xcb_keycode_t* const keycodes = xcb_get_modifier_mapping_keycodes(map.get());
-  std::swap_ranges(keycodes + one * width, keycodes + (one + 1) * width, keycodes + other * width);
-  const platform::XcbPointer<xcb_set_modifier_mapping_reply_t> reply(xcb_set_modifier_mapping_reply(
-      connection, xcb_set_modifier_mapping(connection, static_cast<uint8_t>(width), keycodes), nullptr));
-  ASSERT_TRUE(reply && reply->status == XCB_MAPPING_STATUS_SUCCESS);
 }
 
 EventLog::EventLog() : connection(platform::x11Connection()), window(xcb_generate_id(connection)) {
@@ -104,7 +40,7 @@ void EventLog::settle() {
   message.data.data32[0] = ++sent;
   xcb_send_event(connection, 0, window, 0, reinterpret_cast<const char*>(&message));
   xcb_flush(connection);
-  ASSERT_TRUE(waitUntil([this] { return received == sent; }));
+  until("all events are dealt with", [this] { return received == sent; });
   QCoreApplication::processEvents();
 }
 

@@ -1,399 +1,296 @@
 // The tool itself, as a process on an X server of its own, with real keys and a real pointer.
 
-#include "tests/support/DecodedPng.h"
+#include "tests/support/Program.h"
 #include "tests/support/ScratchHome.h"
+#include "tests/support/Screen.h"
+#include "tests/support/Waiting.h"
 #include "tests/support/XTestInput.h"
 #include "tests/support/XvfbServer.h"
-#include "tests/tools/screencapture/Bystander.h"
-#include "tests/tools/screencapture/Child.h"
 
 #include <QDir>
 #include <QFile>
+#include <QThread>
 
-#include <cmath>
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
 #include <random>
 #include <signal.h>
 #include <sys/prctl.h>
-#include <unistd.h>
+#include <sys/wait.h>
 
-using screencapture::Point;
-using screencapture::Rectangle;
-using testing_support::DecodedPng;
-using testing_support::XTestInput;
-using testing_support::XvfbServer;
+using namespace Qt::StringLiterals;
+using namespace testing_support;
 
 namespace {
 
 constexpr int left = 1, right = 3;
-constexpr Point farCorner{399, 299};
+constexpr QSize size(400, 300);
+constexpr QRect everything({}, size);
 
 /// The server with a picture of noise on it, in which no two places look the same.
 struct Desk {
   explicit Desk(int depth = 24, const std::vector<std::string>& options = {})
-      : server(farCorner.x + 1, farCorner.y + 1, depth, options),
-        bystander(server.display()),
-        input(server.display()),
-        picture(Picture::random(farCorner.x + 1, farCorner.y + 1, depth == 24 ? 0xffffff : 0xffff, 1)) {
-    bystander.paintDesktop(picture);
+      : server(size.width(), size.height(), depth, options),
+        screen(server.display()),
+        hand(server.display()) {
+    screen.paintRoot(randomPicture(size, 1));
+    environment.insert(u"DISPLAY"_s, QString::fromStdString(server.display()));
   }
 
-  [[nodiscard]] std::string path() const { return home.path(QStringLiteral("shot.png")).toStdString(); }
-  [[nodiscard]] bool hasFile() const { return QFile::exists(home.path(QStringLiteral("shot.png"))); }
-  [[nodiscard]] QByteArray fileBytes(const QString& name = QStringLiteral("shot.png")) const {
-    QFile file(home.path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  [[nodiscard]] std::unique_ptr<Program> start(const QStringList& command) const {
+    return std::make_unique<Program>(command, environment);
   }
+  [[nodiscard]] std::unique_ptr<Program> tool(const QString& target) const {
+    return start({QStringLiteral(SORREL_CAPTURE_TOOL), u"-i"_s, target});
+  }
+  /// The tool, once the screen can be selected from; by then it has asked for the pointer and the keyboard.
+  [[nodiscard]] std::unique_ptr<Program> selecting(const QString& target) const {
+    auto started = tool(target);
+    until("the tool's overlay is there", [&] { return screen.find(u"screencapture"_s).has_value(); });
+    return started;
+  }
+  /// Runs the tool to a file, with these gestures; its exit status.
+  int take(const std::function<void()>& gestures) const {
+    const auto started = selecting(file);
+    gestures();
+    return started->waitForEnd();
+  }
+
+  void drag(const QRect& area) {
+    hand.moveTo(area.left(), area.top());
+    hand.pressButton(left);
+    hand.moveTo(area.center().x(), area.center().y());
+    hand.moveTo(area.right(), area.bottom());
+    hand.releaseButton(left);
+  }
+  void pickWindow(QPoint point) {
+    hand.tapKey(KEY_SPACE);
+    hand.moveTo(point.x(), point.y());
+    hand.clickButton(left);
+  }
+  [[nodiscard]] QImage taken() const { return QImage(file).convertToFormat(QImage::Format_RGB32); }
+  /// All names that the tool may have left in the folder.
   [[nodiscard]] QStringList names() const {
     QStringList all = QDir(home.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    all.removeAll(QStringLiteral(".runtime"));
-    all.removeAll(QStringLiteral("errors"));
+    all.removeAll(u".runtime"_s);
     return all;
   }
 
-  [[nodiscard]] Child tool(const std::string& target) const {
-    return Child({SORREL_CAPTURE_TOOL, "-i", target}, server.display(),
-                 home.path(QStringLiteral("errors")).toStdString());
-  }
-
-  void drag(Point from, Point to) {
-    input.moveTo(from.x, from.y);
-    input.pressButton(left);
-    input.moveTo((from.x + to.x) / 2, (from.y + to.y) / 2);
-    input.moveTo(to.x, to.y);
-    input.releaseButton(left);
-  }
-
-  /// The file's picture must be this part of what is expected, pixel by pixel.
-  void expectFile(const Rectangle& part, const Picture& expected) const {
-    expectPicture(fileBytes(), part, expected);
-  }
-  static void expectPicture(const QByteArray& file, const Rectangle& part, const Picture& expected) {
-    const auto png = DecodedPng::read(
-        {reinterpret_cast<const std::uint8_t*>(file.constData()), static_cast<std::size_t>(file.size())});
-    ASSERT_TRUE(png);
-    ASSERT_EQ(png->width, part.width);
-    ASSERT_EQ(png->height, part.height);
-    EXPECT_EQ(png->channels, 3);
-    int different = 0;
-    for (int y = 0; y < part.height; ++y) {
-      for (int x = 0; x < part.width; ++x)
-        different += png->at(x, y) != expected.at(part.x + x, part.y + y);
-    }
-    EXPECT_EQ(different, 0);
-  }
-
-  testing_support::ScratchHome home;
+  const ScratchHome home;
+  const QString file = home.path(u"shot.png"_s);
   XvfbServer server;
-  Bystander bystander;
-  XTestInput input;
-  const Picture picture;
+  Screen screen;
+  XTestInput hand;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
 };
-
-}  // namespace
-
-TEST(Screencapture, takesAnAreaDraggedInAnyDirectionUpToTheScreensCorners) {
-  Desk desk;
-  for (const auto& [from, to] : {std::pair<Point, Point>{{20, 30}, {90, 77}},
-                                 {{90, 77}, {20, 30}},
-                                 {{20, 77}, {90, 30}},
-                                 {{90, 30}, {20, 77}},
-                                 {{0, 0}, farCorner},
-                                 {farCorner, {farCorner.x - 9, farCorner.y - 3}},
-                                 {{0, farCorner.y}, {5, farCorner.y}},
-                                 {{farCorner.x, 0}, {farCorner.x, 8}},
-                                 {{100, 100}, {101, 100}}}) {
-    Child tool = desk.tool(desk.path());
-    ASSERT_TRUE(desk.bystander.waitForOverlay());
-    desk.drag(from, to);
-    EXPECT_EQ(tool.wait(), 0) << tool.errors();
-    desk.expectFile(Rectangle::spanning(from, to), desk.picture);
-  }
-  EXPECT_EQ(desk.bystander.look(), desk.picture);
-}
 
 TEST(Screencapture, takesTheScreenAsItWasAtTheStart) {
   Desk desk;
-  const xcb_window_t menu =
-      desk.bystander.openWindow({50, 50, 60, 40}, Picture::random(60, 40, 0xffffff, 2), true);
-  const Picture before = desk.bystander.look();
-  Child tool = desk.tool(desk.path());
-  ASSERT_TRUE(desk.bystander.waitForOverlay());
-  desk.bystander.closeWindow(menu);
-  desk.drag({40, 40}, {120, 100});
-  EXPECT_EQ(tool.wait(), 0);
-  desk.expectFile({40, 40, 81, 61}, before);
+  const quint32 menu = desk.screen.openWindow({}, {50, 50}, randomPicture({60, 40}, 2), WindowKind::Menu);
+  const QImage before = desk.screen.settledPicture();
+  EXPECT_EQ(desk.take([&] {
+    desk.screen.closeWindow(menu);
+    desk.drag(everything);
+  }),
+            0);
+  EXPECT_EQ(desk.taken(), before);
 }
 
 TEST(Screencapture, showsTheAreaBrightAndTheRestVeiled) {
   Desk desk;
-  Child tool = desk.tool(desk.path());
-  ASSERT_TRUE(desk.bystander.waitForOverlay());
-  desk.input.moveTo(100, 80);
-  desk.input.pressButton(left);
-  desk.input.moveTo(200, 150);
-  desk.input.moveTo(180, 120);
-  desk.bystander.waitForChange(190, 100, desk.bystander.look().at(190, 100) ^ 1);
-  const Picture shown = desk.bystander.lookWhenSettled();
-  for (int y = 80; y <= 120; ++y) {
-    for (int x = 100; x <= 180; ++x)
-      ASSERT_EQ(shown.at(x, y), desk.picture.at(x, y)) << x << ", " << y;
-  }
-  EXPECT_EQ(shown.at(99, 100), 0xffffffU);
-  EXPECT_EQ(shown.at(181, 100), 0xffffffU);
+  const QImage picture = desk.screen.picture();
+  const QRect area(QPoint(100, 80), QPoint(180, 120));
+  const auto tool = desk.selecting(desk.file);
+  desk.hand.moveTo(100, 80);
+  desk.hand.pressButton(left);
+  desk.hand.moveTo(200, 150);
+  desk.hand.moveTo(180, 120);
+  until("the area is bright", [&] { return desk.screen.picture().copy(area) == picture.copy(area); });
+  const QImage shown = desk.screen.settledPicture();
+  EXPECT_EQ(shown.copy(area), picture.copy(area));
+  EXPECT_EQ(shown.pixelColor(99, 100), QColor(Qt::white));
+  EXPECT_EQ(shown.pixelColor(181, 100), QColor(Qt::white));
   // Where the area was larger before, and where it never was, the veil lies alike.
-  for (const Point point : {Point{190, 82}, Point{120, 140}, Point{5, 5}, farCorner}) {
-    for (const int shift : {0, 8, 16}) {
-      const double bright = desk.picture.at(point.x, point.y) >> shift & 0xff;
-      const double dim = shown.at(point.x, point.y) >> shift & 0xff;
-      EXPECT_NEAR(dim, bright * 0.55, 2) << point.x << ", " << point.y;
-    }
+  for (const QPoint point : {QPoint(190, 82), QPoint(120, 140), QPoint(5, 5), everything.bottomRight()}) {
+    const QRgb bright = picture.pixel(point), dim = shown.pixel(point);
+    for (const int shift : {16, 8, 0})
+      EXPECT_NEAR(dim >> shift & 255, (bright >> shift & 255) * 0.55, 2) << point.x() << ", " << point.y();
   }
-  desk.input.tapKey(KEY_ESC);
-  EXPECT_EQ(tool.wait(), 1);
-  EXPECT_EQ(desk.bystander.look(), desk.picture);
+  desk.hand.tapKey(KEY_ESC);
+  EXPECT_EQ(tool->waitForEnd(), 1);
+  EXPECT_EQ(desk.screen.settledPicture(), picture);
 }
 
 TEST(Screencapture, leavesNothingWhenCancelled) {
   Desk desk;
-  const auto cancelled = [&](auto gesture) {
-    Child tool = desk.tool(desk.path());
-    EXPECT_TRUE(desk.bystander.waitForOverlay());
-    gesture();
-    const int status = tool.wait();
-    EXPECT_EQ(tool.errors(), "");
-    return status == 1 && desk.names().isEmpty();
-  };
-  EXPECT_TRUE(cancelled([&] { desk.input.tapKey(KEY_ESC); }));
-  EXPECT_TRUE(cancelled([&] { desk.input.clickButton(right); }));
-  EXPECT_TRUE(cancelled([&] { desk.input.clickButton(left); }));
-  EXPECT_TRUE(cancelled([&] {
-    desk.input.pressButton(left);
-    desk.input.moveTo(30, 30);
-    desk.input.tapKey(KEY_ESC);
-    desk.input.releaseButton(left);
-  }));
+  for (const int button : {left, right}) {
+    const auto tool = desk.selecting(desk.file);
+    desk.hand.clickButton(button);
+    EXPECT_EQ(tool->waitForEnd(), 1);
+    EXPECT_EQ(tool->errors(), QByteArray());
+  }
+  EXPECT_EQ(desk.names(), QStringList());
 }
 
 TEST(Screencapture, spaceMovesAndShiftLocksWhileDragging) {
   Desk desk;
-  Child tool = desk.tool(desk.path());
-  ASSERT_TRUE(desk.bystander.waitForOverlay());
-  desk.input.moveTo(10, 10);
-  desk.input.pressButton(left);
-  desk.input.moveTo(49, 29);
-  desk.input.pressKey(KEY_SPACE);
-  desk.input.moveTo(149, 79);
-  desk.input.releaseKey(KEY_SPACE);
-  desk.input.pressKey(KEY_LEFTSHIFT);
-  desk.input.moveTo(160, 80);
-  desk.input.moveTo(169, 150);
-  desk.input.releaseButton(left);
-  EXPECT_EQ(tool.wait(), 0);
-  desk.expectFile({110, 60, 60, 20}, desk.picture);
+  const QImage before = desk.screen.picture();
+  EXPECT_EQ(desk.take([&] {
+    desk.hand.moveTo(10, 10);
+    desk.hand.pressButton(left);
+    desk.hand.moveTo(49, 29);
+    desk.hand.pressKey(KEY_SPACE);
+    desk.hand.moveTo(149, 79);
+    desk.hand.releaseKey(KEY_SPACE);
+    desk.hand.pressKey(KEY_LEFTSHIFT);
+    desk.hand.moveTo(160, 80);
+    desk.hand.moveTo(169, 150);
+    desk.hand.releaseButton(left);
+  }),
+            0);
+  EXPECT_EQ(desk.taken(), before.copy(110, 60, 60, 20));
 }
 
 TEST(Screencapture, keysHeldSinceBeforeTheStartDoNotCountUntilPressedAgain) {
   Desk desk(24, {"-ardelay", "20", "-arinterval", "5"});
+  const QImage before = desk.screen.picture();
   for (const int key : {KEY_LEFTALT, KEY_LEFTSHIFT, KEY_S, KEY_SPACE, KEY_ESC})
-    desk.input.pressKey(key);
-  Child tool = desk.tool(desk.path());
-  ASSERT_TRUE(desk.bystander.waitForOverlay());
-  usleep(300'000);  // gives the server the time to repeat the last of them many times
-  EXPECT_TRUE(tool.isRunning());
-  desk.drag({10, 10}, {60, 70});  // Shift would have locked it, Space made it a click on a window
-  EXPECT_EQ(tool.wait(), 0);
-  desk.expectFile({10, 10, 51, 61}, desk.picture);
-
-  Child again = desk.tool(desk.path());
-  ASSERT_TRUE(desk.bystander.waitForOverlay());
-  desk.input.releaseKey(KEY_ESC);
-  EXPECT_TRUE(again.isRunning());
-  desk.input.pressKey(KEY_ESC);
-  EXPECT_EQ(again.wait(), 1);
+    desk.hand.pressKey(key);
+  EXPECT_EQ(desk.take([&] {
+    QThread::msleep(300);              // gives the server the time to repeat the last of them many times
+    desk.drag(QRect(10, 10, 51, 61));  // Shift would have locked it, Space made it a click on a window
+  }),
+            0);
+  EXPECT_EQ(desk.taken(), before.copy(10, 10, 51, 61));
+  EXPECT_EQ(desk.take([&] {
+    desk.hand.releaseKey(KEY_ESC);
+    desk.hand.pressKey(KEY_ESC);
+  }),
+            1);
 }
 
 TEST(Screencapture, thePointerWorksWhileAnotherProgramHoldsTheKeyboard) {
   Desk desk;
-  ASSERT_TRUE(desk.bystander.holdKeyboard());
-  Child tool = desk.tool(desk.path());
-  ASSERT_TRUE(desk.bystander.waitForOverlay());
-  desk.drag({10, 10}, {20, 30});
-  EXPECT_EQ(tool.wait(), 0);
-  desk.expectFile({10, 10, 11, 21}, desk.picture);
-
-  Child waiting = desk.tool(desk.path());
-  ASSERT_TRUE(desk.bystander.waitForOverlay());
-  desk.bystander.releaseKeyboard();
-  desk.bystander.waitForKeyboardTaken();
-  desk.input.tapKey(KEY_ESC);
-  EXPECT_EQ(waiting.wait(), 1);
+  ASSERT_TRUE(desk.screen.grabKeyboard());
+  EXPECT_EQ(desk.take([&] { desk.drag(QRect(10, 10, 11, 21)); }), 0);
+  EXPECT_EQ(desk.taken().size(), QSize(11, 21));
+  EXPECT_EQ(desk.take([&] {
+    desk.screen.ungrabKeyboard();
+    until("the tool has the keyboard", [&] { return desk.screen.isKeyboardGrabbed(); });
+    desk.hand.tapKey(KEY_ESC);
+  }),
+            1);
 }
 
-TEST(Screencapture, takesAWindowWithItsFrame) {
+TEST(Screencapture, takesAWindowWithItsFrameAndWithoutItsShadow) {
   Desk desk;
-  Child manager({"openbox", "--sm-disable"}, desk.server.display(),
-                desk.home.path(QStringLiteral("errors")).toStdString());
-  const auto content = Picture::random(120, 80, 0xffffff, 3);
-  const Rectangle lower = desk.bystander.waitForFrame(desk.bystander.openWindow({30, 60, 120, 80}, content));
-  const Rectangle upper =
-      desk.bystander.waitForFrame(desk.bystander.openWindow({100, 100, 120, 80}, content));
-  EXPECT_GT(upper.height, 80);
-  // A menu is no window to pick: what lies under it is taken, with the menu on it.
-  desk.bystander.openWindow({190, 110, 60, 30}, Picture::random(60, 30, 0xffffff, 4), true);
-  const Picture before = desk.bystander.lookWhenSettled();
-  for (const auto& [point, frame] : {std::pair<Point, Rectangle>{{40, 70}, lower}, {{200, 120}, upper}}) {
-    Child tool = desk.tool(desk.path());
-    ASSERT_TRUE(desk.bystander.waitForOverlay());
-    desk.input.tapKey(KEY_SPACE);
-    desk.input.moveTo(point.x, point.y);
-    desk.input.clickButton(left);
-    EXPECT_EQ(tool.wait(), 0);
-    desk.expectFile(frame, before);
-  }
-}
+  desk.screen.openWindow({}, {-20, 210}, randomPicture({100, 80}, 5));
+  const QImage unmanaged = desk.screen.settledPicture();
+  EXPECT_EQ(desk.take([&] { desk.pickWindow({10, 250}); }), 0);
+  EXPECT_EQ(desk.taken(), unmanaged.copy(0, 210, 80, 80)) << "cut off at the screen's edge";
 
-TEST(Screencapture, takesAWindowWithoutAManagerAndWithoutItsShadow) {
-  Desk desk;
-  desk.bystander.openWindow({-20, 210, 100, 100}, Picture::random(100, 100, 0xffffff, 5));
-  const Picture before = desk.bystander.look();
-  Child tool = desk.tool(desk.path());
-  ASSERT_TRUE(desk.bystander.waitForOverlay());
-  desk.input.moveTo(10, 250);
-  desk.input.tapKey(KEY_SPACE);
-  desk.input.clickButton(left);
-  EXPECT_EQ(tool.wait(), 0);
-  desk.expectFile({0, 210, 80, 90}, before);  // cut off at the screen's edges
-
-  Child manager({"openbox", "--sm-disable"}, desk.server.display(),
-                desk.home.path(QStringLiteral("errors")).toStdString());
-  const xcb_window_t window =
-      desk.bystander.openWindow({120, 40, 100, 90}, Picture::random(100, 90, 0xffffff, 6));
+  const auto manager = desk.start({u"openbox"_s, u"--sm-disable"_s, u"--startup"_s, u"echo ready"_s});
+  until("the window manager is there", [&] { return manager->output().contains("ready"); });
+  desk.screen.openWindow({}, {30, 60}, randomPicture({120, 80}, 3));
+  const quint32 upper = desk.screen.openWindow({}, {100, 100}, randomPicture({120, 80}, 4));
   // Its program draws the frame by itself, so it asks for none, and keeps room for a shadow.
-  desk.bystander.setProperty(window, "_MOTIF_WM_HINTS", "_MOTIF_WM_HINTS", {2, 0, 0, 0, 0});
-  desk.bystander.setProperty(window, "_GTK_FRAME_EXTENTS", "CARDINAL", {10, 11, 12, 13});
-  desk.bystander.waitForFrame(window);
-  const Picture framed = desk.bystander.lookWhenSettled();
-  const Rectangle frame = desk.bystander.waitForFrame(window);
-  Child second = desk.tool(desk.path());
-  ASSERT_TRUE(desk.bystander.waitForOverlay());
-  desk.input.tapKey(KEY_SPACE);
-  desk.input.moveTo(170, 90);
-  desk.input.clickButton(left);
-  EXPECT_EQ(second.wait(), 0);
-  desk.expectFile({frame.x + 10, frame.y + 12, frame.width - 21, frame.height - 25}, framed);
-}
-
-TEST(Screencapture, takesAnAreaAcrossTwoMonitors) {
-  Desk desk;
-  desk.bystander.splitIntoMonitors(200);
-  Child tool = desk.tool(desk.path());
-  ASSERT_TRUE(desk.bystander.waitForOverlay());
-  desk.drag({150, 20}, {250, 90});
-  EXPECT_EQ(tool.wait(), 0);
-  desk.expectFile({150, 20, 101, 71}, desk.picture);
+  const quint32 bare = desk.screen.openWindow({}, {260, 40}, randomPicture({100, 90}, 6));
+  desk.screen.setProperty(bare, "_MOTIF_WM_HINTS", "_MOTIF_WM_HINTS", {2, 0, 0, 0, 0});
+  desk.screen.setProperty(bare, "_GTK_FRAME_EXTENTS", "CARDINAL", {10, 11, 12, 13});
+  // A menu is no window to pick: what lies under it is taken, with the menu on it.
+  desk.screen.openWindow({}, {190, 110}, randomPicture({60, 30}, 4), WindowKind::Menu);
+  const QImage before = desk.screen.settledPicture();
+  const QRect frame = desk.screen.frameOf(upper);
+  EXPECT_GT(frame.height(), 80);
+  const QRect visible = desk.screen.frameOf(bare).adjusted(10, 12, -11, -13);
+  for (const auto& [point, expected] :
+       {std::pair(QPoint(200, 120), frame), std::pair(QPoint(310, 90), visible)}) {
+    EXPECT_EQ(desk.take([&] { desk.pickWindow(point); }), 0);
+    EXPECT_EQ(desk.taken(), before.copy(expected));
+  }
 }
 
 TEST(Screencapture, takesAScreenOfSixteenBits) {
   Desk desk(16);
-  Child tool = desk.tool(desk.path());
-  ASSERT_TRUE(desk.bystander.waitForOverlay());
-  desk.drag({0, 0}, farCorner);
-  EXPECT_EQ(tool.wait(), 0) << tool.errors();
-  Picture expected = desk.picture;
-  for (std::uint32_t& pixel : expected.pixels) {
-    const auto channel = [pixel](int shift, unsigned largest) {
-      return static_cast<std::uint32_t>(std::lround((pixel >> shift & largest) * 255.0 / largest));
-    };
-    pixel = channel(11, 31) << 16 | channel(5, 63) << 8 | channel(0, 31);
-  }
-  desk.expectFile({0, 0, farCorner.x + 1, farCorner.y + 1}, expected);
+  EXPECT_EQ(desk.take([&] { desk.drag(everything); }), 0);
+  EXPECT_EQ(desk.taken().convertToFormat(QImage::Format_RGB16),
+            randomPicture(size, 1).convertToFormat(QImage::Format_RGB16));
 }
 
 TEST(Screencapture, leavesThePictureOnTheClipboardUntilAnotherProgramTakesIt) {
   // What the tool leaves behind becomes ours, so that its end can be seen.
   prctl(PR_SET_CHILD_SUBREAPER, 1);
   Desk desk;
-  const std::string paste = "xclip -selection clipboard -o -t image/png > " +
-                            desk.home.path(QStringLiteral("pasted.png")).toStdString();
-  // The first fits into one request, the second goes over in pieces.
-  for (const Point corner : {Point{40, 30}, farCorner}) {
-    Child toFile = desk.tool(desk.path());
-    ASSERT_TRUE(desk.bystander.waitForOverlay());
-    desk.drag({0, 0}, corner);
-    ASSERT_EQ(toFile.wait(), 0);
-    Child tool = desk.tool("-c");
-    ASSERT_TRUE(desk.bystander.waitForOverlay());
-    desk.drag({0, 0}, corner);
-    ASSERT_EQ(tool.wait(), 0) << tool.errors();
-    for (int round = 0; round < 2; ++round) {
-      Child program({"sh", "-c", paste}, desk.server.display(),
-                    desk.home.path(QStringLiteral("errors")).toStdString());
-      EXPECT_EQ(program.wait(), 0) << program.errors();
-      EXPECT_EQ(desk.fileBytes(QStringLiteral("pasted.png")), desk.fileBytes());
-    }
-    Child targets({"sh", "-c", "xclip -selection clipboard -o -t TARGETS | grep -qx image/png"},
-                  desk.server.display(), desk.home.path(QStringLiteral("errors")).toStdString());
-    EXPECT_EQ(targets.wait(), 0);
-    desk.bystander.takeClipboard();
-    EXPECT_EQ(waitForOrphan(), 0);
+  const QImage before = desk.screen.picture();
+  const auto tool = desk.selecting(u"-c"_s);
+  desk.drag(everything);
+  ASSERT_EQ(tool->waitForEnd(), 0) << tool->errors().constData();
+  const auto paste = [&](const QString& target) {
+    const auto program = desk.start({u"xclip"_s, u"-selection"_s, u"clipboard"_s, u"-o"_s, u"-t"_s, target});
+    EXPECT_EQ(program->waitForEnd(), 0) << program->errors().constData();
+    return program->output();
+  };
+  EXPECT_TRUE(paste(u"TARGETS"_s).split('\n').contains("image/png"));
+  for (int round = 0; round < 2; ++round) {
+    const QByteArray png = paste(u"image/png"_s);
+    EXPECT_GT(png.size(), 256 * 1024) << "not too much for one request";
+    EXPECT_EQ(QImage::fromData(png).convertToFormat(QImage::Format_RGB32), before);
   }
-  EXPECT_GT(desk.fileBytes().size(), 256 * 1024);
+  desk.screen.takeSelection("CLIPBOARD");
+  int status = -1;
+  until("the holder has ended", [&] { return waitpid(-1, &status, WNOHANG) > 0; });
+  EXPECT_EQ(status, 0);
   prctl(PR_SET_CHILD_SUBREAPER, 0);
 }
 
 TEST(Screencapture, aKilledToolLeavesNoFileOrAWholeOne) {
   Desk desk;
+  const QImage before = desk.screen.picture();
   std::mt19937 random(1);
   for (int round = 0; round < 25; ++round) {
-    Child tool = desk.tool(desk.path());
-    ASSERT_TRUE(desk.bystander.waitForOverlay());
-    desk.drag({0, 0}, farCorner);
-    usleep(static_cast<unsigned>(random() % 15'000));
-    tool.kill(SIGKILL);
-    (void)tool.wait();
-    if (desk.hasFile())
-      desk.expectFile({0, 0, farCorner.x + 1, farCorner.y + 1}, desk.picture);
-    QFile::remove(desk.home.path(QStringLiteral("shot.png")));
-    EXPECT_TRUE(desk.names().isEmpty());
+    const auto tool = desk.selecting(desk.file);
+    desk.drag(everything);
+    QThread::usleep(random() % 15'000);
+    tool->send(SIGKILL);
+    (void)tool->waitForEnd();
+    EXPECT_TRUE(!QFile::exists(desk.file) || desk.taken() == before);
+    QFile::remove(desk.file);
+    EXPECT_EQ(desk.names(), QStringList());
+    until("the overlay is gone", [&] { return !desk.screen.find(u"screencapture"_s); });
   }
 }
 
 TEST(Screencapture, saysWhatWentWrong) {
   Desk desk;
-  const std::string errors = desk.home.path(QStringLiteral("errors")).toStdString();
-  Child wrong({SORREL_CAPTURE_TOOL, "-x"}, desk.server.display(), errors);
-  EXPECT_EQ(wrong.wait(), 64);
-  EXPECT_EQ(wrong.errors(), "usage: screencapture -i (PATH | -c)\n");
-  Child holder({SORREL_CAPTURE_TOOL, "--hold-clipboard"}, desk.server.display(), errors);
-  EXPECT_EQ(holder.wait(), 64);
-  Child blind({SORREL_CAPTURE_TOOL, "-i", desk.path()}, "", errors);
-  EXPECT_EQ(blind.wait(), 1);
-  EXPECT_EQ(blind.errors(), "screencapture: there is no X11 display\n");
-
-  Child homeless = desk.tool("/nowhere/shot.png");
-  ASSERT_TRUE(desk.bystander.waitForOverlay());
-  desk.drag({1, 1}, {5, 5});
-  EXPECT_EQ(homeless.wait(), 1);
-  EXPECT_EQ(homeless.errors(), "screencapture: /nowhere/shot.png: No such file or directory\n");
+  const QString program = QStringLiteral(SORREL_CAPTURE_TOOL);
+  const auto expect = [](const std::unique_ptr<Program>& tool, int status, const char* said) {
+    EXPECT_EQ(tool->waitForEnd(), status);
+    EXPECT_EQ(tool->errors(), QByteArray(said));
+  };
+  expect(desk.start({program, u"-x"_s}), 64, "usage: screencapture -i (PATH | -c)\n");
+  EXPECT_EQ(desk.start({program, u"--hold-clipboard"_s})->waitForEnd(), 64);
+  const auto homeless = desk.selecting(u"/nowhere/shot.png"_s);
+  desk.drag(QRect(1, 1, 5, 5));
+  expect(homeless, 1, "screencapture: /nowhere/shot.png: No such file or directory\n");
+  desk.environment.remove(u"DISPLAY"_s);
+  expect(desk.tool(desk.file), 1, "screencapture: there is no X11 display\n");
 }
 
 TEST(Screencapture, endsWithTheXServerAtWhateverMoment) {
   std::mt19937 random(2);
   for (int round = 0; round < 8; ++round) {
     Desk desk;
-    Child tool = desk.tool(desk.path());
-    if (round == 0)
-      ASSERT_TRUE(desk.bystander.waitForOverlay());
-    else
-      usleep(static_cast<unsigned>(random() % 8000));
+    const auto tool = round == 0 ? desk.selecting(desk.file) : desk.tool(desk.file);
+    if (round > 0)
+      QThread::usleep(random() % 8000);
     kill(desk.server.processId(), SIGKILL);
-    EXPECT_EQ(tool.wait(), 1);
-    const std::string said = tool.errors();
+    EXPECT_EQ(tool->waitForEnd(), 1);
+    const QByteArray said = tool->errors();
     EXPECT_TRUE(said == "screencapture: lost the X server\n" ||
                 said == "screencapture: there is no X11 display\n")
-        << said;
-    EXPECT_FALSE(desk.hasFile());
+        << said.constData();
+    EXPECT_EQ(desk.names(), QStringList());
   }
 }
+
+}  // namespace

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-namespace e2e {
+namespace testing_support {
 
 /// Runs the event loop until `holds` is true, and looks again every few milliseconds. Throws
 /// std::runtime_error, which fails the test, with `what` in its text when that hasn't come to be in `limit`.
@@ -12,4 +12,4 @@ namespace e2e {
 void until(const std::string& what, const std::function<bool()>& holds,
            std::chrono::milliseconds limit = std::chrono::seconds(20));
 
-}  // namespace e2e
+}  // namespace testing_support

@@ -1,4 +1,4 @@
-#include "tests/e2e/Waiting.h"
+#include "tests/support/Waiting.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -6,7 +6,7 @@
 
 #include <stdexcept>
 
-namespace e2e {
+namespace testing_support {
 
 void until(const std::string& what, const std::function<bool()>& holds, std::chrono::milliseconds limit) {
   const QDeadlineTimer deadline(limit);
@@ -18,4 +18,4 @@ void until(const std::string& what, const std::function<bool()>& holds, std::chr
   }
 }
 
-}  // namespace e2e
+}  // namespace testing_support

@@ -1,6 +1,6 @@
-#include "tests/e2e/Program.h"
+#include "tests/support/Program.h"
 
-#include "tests/e2e/Waiting.h"
+#include "tests/support/Waiting.h"
 
 #include <QDir>
 #include <QFile>
@@ -9,13 +9,15 @@
 #include <stdexcept>
 #include <sys/prctl.h>
 
-namespace e2e {
+using namespace Qt::StringLiterals;
+
+namespace testing_support {
 
 QList<qint64> childrenOf(qint64 process) {
   QList<qint64> children;
   for (const QString& thread :
-       QDir(QStringLiteral("/proc/%1/task").arg(process)).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-    QFile list(QStringLiteral("/proc/%1/task/%2/children").arg(process).arg(thread));
+       QDir(u"/proc/%1/task"_s.arg(process)).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+    QFile list(u"/proc/%1/task/%2/children"_s.arg(process).arg(thread));
     if (!list.open(QIODevice::ReadOnly))
       continue;
     for (const QByteArray& child : list.readAll().simplified().split(' ')) {
@@ -28,7 +30,7 @@ QList<qint64> childrenOf(qint64 process) {
 
 Program::Program(const QStringList& command, const QProcessEnvironment& environment) : name(command.first()) {
   process.setProcessEnvironment(environment);
-  process.setWorkingDirectory(environment.value(QStringLiteral("HOME")));
+  process.setWorkingDirectory(environment.value(u"HOME"_s));
   process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
   process.start(command.first(), command.sliced(1));
   if (!process.waitForStarted())
@@ -60,4 +62,4 @@ int Program::waitForEnd() {
   return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -process.exitCode();
 }
 
-}  // namespace e2e
+}  // namespace testing_support

@@ -3,7 +3,7 @@
 #include <QProcess>
 #include <QStringList>
 
-namespace e2e {
+namespace testing_support {
 
 /// The processes that this one has started, also the ended ones that it hasn't taken note of.
 [[nodiscard]] QList<qint64> childrenOf(qint64 process);
@@ -34,4 +34,4 @@ class Program {
   QByteArray complained;
 };
 
-}  // namespace e2e
+}  // namespace testing_support

@@ -1,6 +1,7 @@
-#include "tests/e2e/Screen.h"
+#include "tests/support/Screen.h"
 
-#include "tests/e2e/Waiting.h"
+#include "platform/input/XcbXkb.h"
+#include "tests/support/Waiting.h"
 
 #include <QElapsedTimer>
 
@@ -12,7 +13,7 @@
 #include <xcb/xcb.h>
 #include <xcb/xcbext.h>
 
-namespace e2e {
+namespace testing_support {
 namespace {
 
 struct Free {
@@ -26,24 +27,37 @@ Reply<T> owned(T* reply) {
   return Reply<T>(reply);
 }
 
-constexpr int evdevOffset = 8;  // an X keycode is the evdev code plus this
+/// Sends a request and waits for its reply; null where the server answers with an error.
+template <typename Cookie, typename Answer, typename... Arguments>
+Reply<Answer> ask(xcb_connection_t* connection, Cookie (*request)(xcb_connection_t*, Arguments...),
+                  Answer* (*reply)(xcb_connection_t*, Cookie, xcb_generic_error_t**),
+                  std::type_identity_t<Arguments>... arguments) {
+  return Reply<Answer>(reply(connection, request(connection, arguments...), nullptr));
+}
 
 xcb_keycode_t keycode(int evdevCode) {
+  constexpr int evdevOffset = 8;  // an X keycode is the evdev code plus this
   return static_cast<xcb_keycode_t>(evdevCode + evdevOffset);
 }
 
 }  // namespace
 
-Screen::Screen(const QString& display) : connection(xcb_connect(display.toLatin1().constData(), nullptr)) {
+Screen::Screen(const std::string& name) : display(name), connection(xcb_connect(name.c_str(), nullptr)) {
   if (xcb_connection_has_error(connection)) {
     xcb_disconnect(connection);
-    throw std::runtime_error("no display " + display.toStdString());
+    throw std::runtime_error("no display " + name);
   }
   screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+  xcb_xkb_use_extension(connection, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
+  roundTrip();
 }
 
 Screen::~Screen() {
   xcb_disconnect(connection);
+}
+
+void Screen::roundTrip() const {
+  (void)ask(connection, xcb_get_input_focus, xcb_get_input_focus_reply);
 }
 
 QSize Screen::size() const {
@@ -51,11 +65,8 @@ QSize Screen::size() const {
 }
 
 QImage Screen::picture() const {
-  const auto reply =
-      owned(xcb_get_image_reply(connection,
-                                xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, screen->root, 0, 0,
-                                              screen->width_in_pixels, screen->height_in_pixels, ~0U),
-                                nullptr));
+  const auto reply = ask(connection, xcb_get_image, xcb_get_image_reply, XCB_IMAGE_FORMAT_Z_PIXMAP,
+                         screen->root, 0, 0, screen->width_in_pixels, screen->height_in_pixels, ~0U);
   if (!reply)
     throw std::runtime_error("the screen can't be read");
   const QImage::Format format = reply->depth == 16 ? QImage::Format_RGB16 : QImage::Format_RGB32;
@@ -81,13 +92,14 @@ QImage Screen::settledPicture() const {
 }
 
 quint32 Screen::atom(const char* name) const {
-  const auto cookie = xcb_intern_atom(connection, 0, static_cast<uint16_t>(std::strlen(name)), name);
-  return owned(xcb_intern_atom_reply(connection, cookie, nullptr))->atom;
+  return ask(connection, xcb_intern_atom, xcb_intern_atom_reply, 0, static_cast<uint16_t>(std::strlen(name)),
+             name)
+      ->atom;
 }
 
 QByteArray Screen::property(quint32 window, const char* name) const {
-  const auto cookie = xcb_get_property(connection, 0, window, atom(name), XCB_ATOM_ANY, 0, 1024);
-  const auto reply = owned(xcb_get_property_reply(connection, cookie, nullptr));
+  const auto reply =
+      ask(connection, xcb_get_property, xcb_get_property_reply, 0, window, atom(name), XCB_ATOM_ANY, 0, 1024);
   if (!reply)
     return {};
   return {static_cast<const char*>(xcb_get_property_value(reply.get())),
@@ -95,16 +107,15 @@ QByteArray Screen::property(quint32 window, const char* name) const {
 }
 
 void Screen::collect(quint32 window, QPoint origin, std::vector<ScreenWindow>& found) const {
-  const auto tree = owned(xcb_query_tree_reply(connection, xcb_query_tree(connection, window), nullptr));
+  const auto tree = ask(connection, xcb_query_tree, xcb_query_tree_reply, window);
   if (!tree)  // gone meanwhile
     return;
   const xcb_window_t* children = xcb_query_tree_children(tree.get());
   for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
     const xcb_window_t child = children[i];
-    const auto attributes = owned(
-        xcb_get_window_attributes_reply(connection, xcb_get_window_attributes(connection, child), nullptr));
-    const auto geometry =
-        owned(xcb_get_geometry_reply(connection, xcb_get_geometry(connection, child), nullptr));
+    const auto attributes =
+        ask(connection, xcb_get_window_attributes, xcb_get_window_attributes_reply, child);
+    const auto geometry = ask(connection, xcb_get_geometry, xcb_get_geometry_reply, child);
     if (!attributes || !geometry || attributes->map_state != XCB_MAP_STATE_VIEWABLE)
       continue;
     const QPoint corner =
@@ -131,15 +142,21 @@ std::optional<ScreenWindow> Screen::find(const QString& text) const {
 }
 
 bool Screen::isSelectionOwned(const char* name) const {
-  const auto owner = owned(
-      xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, atom(name)), nullptr));
+  const auto owner = ask(connection, xcb_get_selection_owner, xcb_get_selection_owner_reply, atom(name));
   return owner && owner->owner != XCB_WINDOW_NONE;
 }
 
+void Screen::takeSelection(const char* name) {
+  const xcb_window_t window = xcb_generate_id(connection);
+  xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screen->root, -1, -1, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+  xcb_set_selection_owner(connection, window, atom(name), XCB_CURRENT_TIME);
+  roundTrip();
+}
+
 quint32 Screen::pixmapOf(const QImage& picture) {
-  if (screen->root_depth != 24)
-    throw std::runtime_error("pictures are put on screens of 24 bits only");
-  const QImage image = picture.convertToFormat(QImage::Format_RGB32);
+  const QImage image =
+      picture.convertToFormat(screen->root_depth == 16 ? QImage::Format_RGB16 : QImage::Format_RGB32);
   const auto width = static_cast<uint16_t>(image.width());
   const xcb_pixmap_t pixmap = xcb_generate_id(connection);
   xcb_create_pixmap(connection, screen->root_depth, pixmap, screen->root, width,
@@ -149,7 +166,7 @@ quint32 Screen::pixmapOf(const QImage& picture) {
   // A row at a time, since a request has a greatest length.
   for (int y = 0; y < image.height(); ++y)
     xcb_put_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, context, width, 1, 0,
-                  static_cast<int16_t>(y), 0, screen->root_depth, static_cast<uint32_t>(image.width()) * 4,
+                  static_cast<int16_t>(y), 0, screen->root_depth, static_cast<uint32_t>(image.bytesPerLine()),
                   image.constScanLine(y));
   xcb_free_gc(connection, context);
   return pixmap;
@@ -161,26 +178,27 @@ void Screen::paintRoot(const QImage& picture) {
   xcb_clear_area(connection, 0, screen->root, 0, 0, 0, 0);
   xcb_change_property(connection, XCB_PROP_MODE_REPLACE, screen->root, atom("_XROOTPMAP_ID"), XCB_ATOM_PIXMAP,
                       32, 1, &pixmap);
+  roundTrip();
 }
 
-quint32 Screen::openWindow(const QString& title, QPoint position, const QImage& picture) {
-  const uint32_t values[] = {pixmapOf(picture), XCB_EVENT_MASK_KEY_PRESS};
+quint32 Screen::openWindow(const QString& title, QPoint position, const QImage& picture, WindowKind kind) {
+  const uint32_t values[] = {pixmapOf(picture), kind == WindowKind::Menu, XCB_EVENT_MASK_KEY_PRESS};
   const xcb_window_t window = xcb_generate_id(connection);
   xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screen->root,
                     static_cast<int16_t>(position.x()), static_cast<int16_t>(position.y()),
                     static_cast<uint16_t>(picture.width()), static_cast<uint16_t>(picture.height()), 0,
                     XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual,
-                    XCB_CW_BACK_PIXMAP | XCB_CW_EVENT_MASK, values);
+                    XCB_CW_BACK_PIXMAP | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
   const QByteArray name = title.toUtf8();
   for (const auto& [property, type] : {std::pair(quint32(XCB_ATOM_WM_NAME), quint32(XCB_ATOM_STRING)),
                                        std::pair(atom("_NET_WM_NAME"), atom("UTF8_STRING"))})
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, property, type, 8,
                         static_cast<uint32_t>(name.size()), name.constData());
-  // WM_NORMAL_HINTS: the position is the user's and counts for the contents (static gravity).
-  uint32_t hints[18] = {1U | 1U << 9};
+  // The position is the user's and counts for the contents (static gravity).
+  std::vector<quint32> hints(18);
+  hints[0] = 1U | 1U << 9;
   hints[17] = XCB_GRAVITY_STATIC;
-  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NORMAL_HINTS,
-                      XCB_ATOM_WM_SIZE_HINTS, 32, 18, hints);
+  setProperty(window, "WM_NORMAL_HINTS", "WM_SIZE_HINTS", hints);
   xcb_map_window(connection, window);
   xcb_flush(connection);
   until("the window '" + title.toStdString() + "' is in its place", [&] {
@@ -191,9 +209,29 @@ quint32 Screen::openWindow(const QString& title, QPoint position, const QImage& 
   return window;
 }
 
+void Screen::closeWindow(quint32 window) {
+  xcb_destroy_window(connection, window);
+  roundTrip();
+}
+
+void Screen::setProperty(quint32 window, const char* name, const char* type,
+                         const std::vector<quint32>& values) {
+  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, atom(name), atom(type), 32,
+                      static_cast<uint32_t>(values.size()), values.data());
+  roundTrip();
+}
+
+QRect Screen::frameOf(quint32 window) const {
+  const std::vector<ScreenWindow> all = windows();
+  const auto own = std::ranges::find(all, window, &ScreenWindow::id);
+  const auto frame = std::ranges::find_if(
+      all, [&](const ScreenWindow& each) { return own != all.end() && each.area.contains(own->area); });
+  return frame == all.end() ? QRect() : frame->area;
+}
+
 void Screen::setMonitors(const std::vector<QRect>& monitors) {
-  const auto resources = owned(xcb_randr_get_screen_resources_current_reply(
-      connection, xcb_randr_get_screen_resources_current(connection, screen->root), nullptr));
+  const auto resources = ask(connection, xcb_randr_get_screen_resources_current,
+                             xcb_randr_get_screen_resources_current_reply, screen->root);
   for (std::size_t i = 0; i < monitors.size(); ++i) {
     struct {
       xcb_randr_set_monitor_request_t request;
@@ -219,49 +257,65 @@ void Screen::setMonitors(const std::vector<QRect>& monitors) {
   }
 }
 
-bool Screen::grabKey(int evdevCode, quint16 modifiers) {
-  const auto cookie = xcb_grab_key_checked(connection, 0, screen->root, modifiers, keycode(evdevCode),
-                                           XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+bool Screen::grabKey(int evdevCode, int modifiers) {
+  const auto cookie = xcb_grab_key_checked(connection, 0, screen->root, static_cast<uint16_t>(modifiers),
+                                           keycode(evdevCode), XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
   return !owned(xcb_request_check(connection, cookie));
 }
 
-void Screen::ungrabKey(int evdevCode, quint16 modifiers) {
-  xcb_ungrab_key(connection, keycode(evdevCode), screen->root, modifiers);
-  xcb_flush(connection);
+bool Screen::isKeyGrabbed(int evdevCode, int modifiers) const {
+  // Another client, so that what this one has isn't lost.
+  Screen probe(display);
+  xcb_grab_server(probe.connection);  // nobody else may come by while the key is tried
+  return !probe.grabKey(evdevCode, modifiers);
 }
 
-bool Screen::isKeyGrabbed(int evdevCode, quint16 modifiers) const {
-  // Nobody else may come by while the key is tried.
-  xcb_grab_server(connection);
-  const auto cookie = xcb_grab_key_checked(connection, 0, screen->root, modifiers, keycode(evdevCode),
-                                           XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-  const bool isFree = !owned(xcb_request_check(connection, cookie));
-  if (isFree)
-    xcb_ungrab_key(connection, keycode(evdevCode), screen->root, modifiers);
-  xcb_ungrab_server(connection);
-  xcb_flush(connection);
-  return !isFree;
+bool Screen::grabKeyboard() {
+  const auto reply = ask(connection, xcb_grab_keyboard, xcb_grab_keyboard_reply, false, screen->root,
+                         XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+  return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
 }
 
-bool Screen::isInputGrabbed() const {
-  xcb_grab_server(connection);  // as above
-  const auto keyboardCookie = xcb_grab_keyboard(connection, 0, screen->root, XCB_CURRENT_TIME,
-                                                XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-  const auto pointerCookie = xcb_grab_pointer(connection, 0, screen->root, 0, XCB_GRAB_MODE_ASYNC,
-                                              XCB_GRAB_MODE_ASYNC, 0, 0, XCB_CURRENT_TIME);
+void Screen::ungrabKeyboard() {
   xcb_ungrab_keyboard(connection, XCB_CURRENT_TIME);
-  xcb_ungrab_pointer(connection, XCB_CURRENT_TIME);
-  xcb_ungrab_server(connection);
-  const auto keyboard = owned(xcb_grab_keyboard_reply(connection, keyboardCookie, nullptr));
-  const auto pointer = owned(xcb_grab_pointer_reply(connection, pointerCookie, nullptr));
-  xcb_flush(connection);
-  return keyboard->status != XCB_GRAB_STATUS_SUCCESS || pointer->status != XCB_GRAB_STATUS_SUCCESS;
+  roundTrip();
 }
 
-quint16 Screen::modifiers() const {
-  const auto pointer =
-      owned(xcb_query_pointer_reply(connection, xcb_query_pointer(connection, screen->root), nullptr));
+bool Screen::isKeyboardGrabbed() const {
+  Screen probe(display);
+  xcb_grab_server(probe.connection);
+  return !probe.grabKeyboard();
+}
+
+bool Screen::isPointerGrabbed() const {
+  Screen probe(display);
+  xcb_grab_server(probe.connection);
+  const auto cookie = xcb_grab_pointer(probe.connection, 0, screen->root, 0, XCB_GRAB_MODE_ASYNC,
+                                       XCB_GRAB_MODE_ASYNC, 0, 0, XCB_CURRENT_TIME);
+  const auto reply = owned(xcb_grab_pointer_reply(probe.connection, cookie, nullptr));
+  return !reply || reply->status != XCB_GRAB_STATUS_SUCCESS;
+}
+
+int Screen::modifiers() const {
+  const auto pointer = ask(connection, xcb_query_pointer, xcb_query_pointer_reply, screen->root);
   return pointer->mask & 0xFF;
+}
+
+void Screen::lockGroup(int group) {
+  xcb_xkb_latch_lock_state(connection, XCB_XKB_ID_USE_CORE_KBD, 0, 0, 1, static_cast<uint8_t>(group), 0, 0,
+                           0);
+  roundTrip();
+}
+
+void Screen::exchangeModifiers(size_t one, size_t other) {
+  const auto map = ask(connection, xcb_get_modifier_mapping, xcb_get_modifier_mapping_reply);
+  const size_t width = map->keycodes_per_modifier;
+  xcb_keycode_t* const keycodes = xcb_get_modifier_mapping_keycodes(map.get());
+  std::swap_ranges(keycodes + one * width, keycodes + (one + 1) * width, keycodes + other * width);
+  const auto cookie = xcb_set_modifier_mapping(connection, static_cast<uint8_t>(width), keycodes);
+  if (owned(xcb_set_modifier_mapping_reply(connection, cookie, nullptr))->status !=
+      XCB_MAPPING_STATUS_SUCCESS)
+    throw std::runtime_error("the modifiers can't be exchanged");
 }
 
 std::vector<int> Screen::takeKeyPresses() {
@@ -283,4 +337,4 @@ QImage randomPicture(QSize size, unsigned seed) {
   return picture;
 }
 
-}  // namespace e2e
+}  // namespace testing_support

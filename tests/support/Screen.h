@@ -10,7 +10,7 @@
 struct xcb_connection_t;
 struct xcb_screen_t;
 
-namespace e2e {
+namespace testing_support {
 
 /// A window that is on the screen now.
 struct ScreenWindow {
@@ -23,11 +23,14 @@ struct ScreenWindow {
   QRect area;
 };
 
-/// One more client of an X screen, through which a test looks at it and puts pictures on it. All points and
-/// areas are pixels from the screen's top left corner. What it has put there goes when this object goes.
+enum class WindowKind { Ordinary, Menu };  // a menu is not framed by a window manager
+
+/// One more program on an X screen, through which a test looks at the screen, puts pictures on it and gets in
+/// the way. All points and areas are pixels from the screen's top left corner, all modifiers X modifier
+/// masks. What it has put on the screen or taken goes when this object goes.
 class Screen {
  public:
-  explicit Screen(const QString& display);
+  explicit Screen(const std::string& display);
   ~Screen();
   Screen(const Screen&) = delete;
   Screen& operator=(const Screen&) = delete;
@@ -42,26 +45,39 @@ class Screen {
   [[nodiscard]] std::vector<ScreenWindow> windows() const;
   /// The topmost window whose class name or title contains `text`.
   [[nodiscard]] std::optional<ScreenWindow> find(const QString& text) const;
-  /// Whether some client owns this selection, for example the tray's.
+  /// Whether some program owns this selection, for example the tray's.
   [[nodiscard]] bool isSelectionOwned(const char* name) const;
+  void takeSelection(const char* name);
 
   /// Makes `picture` the desktop's background, from the top left corner on.
   void paintRoot(const QImage& picture);
-  /// Opens an ordinary window that shows `picture`, with its contents (not its frame) at `position`.
-  quint32 openWindow(const QString& title, QPoint position, const QImage& picture);
+  /// Opens a window that shows `picture`, with its contents (not its frame) at `position`, and waits until it
+  /// is there.
+  quint32 openWindow(const QString& title, QPoint position, const QImage& picture,
+                     WindowKind kind = WindowKind::Ordinary);
+  void closeWindow(quint32 window);
+  void setProperty(quint32 window, const char* name, const char* type, const std::vector<quint32>& values);
+  /// The window with the frame that a window manager has put around it.
+  [[nodiscard]] QRect frameOf(quint32 window) const;
   /// Splits the screen into monitors, the first being the primary one.
   void setMonitors(const std::vector<QRect>& monitors);
 
-  /// Takes a key for this client alone, as another program's hot key. `modifiers` is an X modifier mask.
-  /// False if another client has it.
-  bool grabKey(int evdevCode, quint16 modifiers);
-  void ungrabKey(int evdevCode, quint16 modifiers);
-  /// Whether another client has this hot key.
-  [[nodiscard]] bool isKeyGrabbed(int evdevCode, quint16 modifiers) const;
-  /// Whether another client holds the keyboard or the pointer at this moment.
-  [[nodiscard]] bool isInputGrabbed() const;
-  /// The modifiers that are down or locked now, as an X modifier mask.
-  [[nodiscard]] quint16 modifiers() const;
+  /// Takes a key for this program alone, as its hot key. False if another program has it.
+  bool grabKey(int evdevCode, int modifiers);
+  /// Whether another program has this hot key.
+  [[nodiscard]] bool isKeyGrabbed(int evdevCode, int modifiers) const;
+  /// False if another program holds the keyboard.
+  bool grabKeyboard();
+  void ungrabKeyboard();
+  /// Whether another program holds the keyboard, or the pointer, at this moment.
+  [[nodiscard]] bool isKeyboardGrabbed() const;
+  [[nodiscard]] bool isPointerGrabbed() const;
+  /// The modifiers that are down or locked now.
+  [[nodiscard]] int modifiers() const;
+  /// Makes one of the keyboard's layouts the current one.
+  void lockGroup(int group);
+  /// Exchanges two rows of the modifier map (0 is Shift, 3 is Mod1).
+  void exchangeModifiers(size_t one, size_t other);
   /// The X keycodes of the keys that were pressed in windows of this object since the last call.
   [[nodiscard]] std::vector<int> takeKeyPresses();
 
@@ -70,7 +86,9 @@ class Screen {
   [[nodiscard]] quint32 atom(const char* name) const;
   [[nodiscard]] QByteArray property(quint32 window, const char* name) const;
   quint32 pixmapOf(const QImage& picture);
+  void roundTrip() const;
 
+  const std::string display;
   xcb_connection_t* connection;
   xcb_screen_t* screen = nullptr;
 };
@@ -79,4 +97,4 @@ class Screen {
 /// copy goes unseen.
 [[nodiscard]] QImage randomPicture(QSize size, unsigned seed);
 
-}  // namespace e2e
+}  // namespace testing_support
