@@ -12,6 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace screencapture;
 
 namespace {
@@ -36,7 +37,7 @@ class FileWriter : public testing::TestWithParam<Unfinished> {
   [[nodiscard]] QStringList names() const {
     QStringList all =
         QDir(home.path()).entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
-    all.removeAll(QStringLiteral(".runtime"));
+    all.removeAll(u".runtime"_s);
     return all;
   }
 
@@ -53,22 +54,22 @@ TEST_P(FileWriter, aNewFileGetsWhatTheUmaskAllows) {
   umask(before);
   EXPECT_EQ(contents("new.png"), pictureBytes);
   EXPECT_EQ(permissions("new.png"), 0640U);
-  EXPECT_EQ(names(), QStringList{QStringLiteral("new.png")});
+  EXPECT_EQ(names(), QStringList{u"new.png"_s});
 }
 
 TEST_P(FileWriter, anExistingFileKeepsItsPermissionsAndALinkStays) {
-  home.write(QStringLiteral("old.png"), "old");
+  home.write(u"old.png"_s, "old");
   chmod(path("old.png").c_str(), 0604);
   ASSERT_EQ(symlink("old.png", path("link.png").c_str()), 0);
   EXPECT_EQ(writeFile(path("link.png"), picture, GetParam()), 0);
   EXPECT_EQ(contents("old.png"), pictureBytes);
   EXPECT_EQ(permissions("old.png"), 0604U);
-  EXPECT_TRUE(QFileInfo(home.path(QStringLiteral("link.png"))).isSymLink());
+  EXPECT_TRUE(QFileInfo(home.path(u"link.png"_s)).isSymLink());
   EXPECT_EQ(names().size(), 2);
 }
 
 TEST_P(FileWriter, whatCannotBeWrittenIsLeftAlone) {
-  home.write(QStringLiteral("guarded.png"), "old");
+  home.write(u"guarded.png"_s, "old");
   chmod(path("guarded.png").c_str(), 0444);
   chmod(home.path().toLocal8Bit().constData(), 0777);
   mkdir(path("closed").c_str(), 0555);
@@ -92,7 +93,7 @@ TEST_P(FileWriter, whatCannotBeWrittenIsLeftAlone) {
 }
 
 TEST_P(FileWriter, aFullDiskLeavesTheOldFileAndNothingElse) {
-  home.write(QStringLiteral("old.png"), "old");
+  home.write(u"old.png"_s, "old");
   rlimit limit{};
   getrlimit(RLIMIT_FSIZE, &limit);
   const rlimit small{50'000, limit.rlim_max};
@@ -105,5 +106,5 @@ TEST_P(FileWriter, aFullDiskLeavesTheOldFileAndNothingElse) {
   EXPECT_EQ(replaced, EFBIG);
   EXPECT_EQ(added, EFBIG);
   EXPECT_EQ(contents("old.png"), "old");
-  EXPECT_EQ(names(), QStringList{QStringLiteral("old.png")});
+  EXPECT_EQ(names(), QStringList{u"old.png"_s});
 }

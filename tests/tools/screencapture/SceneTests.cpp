@@ -86,31 +86,28 @@ TEST(Scene, aSmallStepOfALargeAreaPaintsLittle) {
 
 TEST(Scene, theLabelStaysOnThePointersMonitor) {
   const Rectangle monitors[] = {{0, 0, 300, 200}, {300, 0, 300, 150}};
-  for (const double scale : {1.0, 2.0}) {
-    const Metrics metrics{scale, static_cast<int>(scale)};
-    for (int y = 1; y < 150; y += 7) {
-      for (int x = 1; x < 600; x += 7) {
-        Selection drag({600, 200}, {}, {0, 0});
-        drag.pressButton(Button::Left, {0, 0});
-        drag.movePointer({x, y});
-        const Scene scene = sceneOf(drag, monitors, metrics);
-        ASSERT_TRUE(scene.label);
-        const Rectangle& monitor = monitors[x < 300 ? 0 : 1];
-        EXPECT_EQ(scene.label->place.intersected(monitor), scene.label->place) << x << ", " << y;
-        EXPECT_FALSE(scene.label->place.contains({x, y}));
-        EXPECT_EQ(scene.label->text, std::to_string(x + 1) + " x " + std::to_string(y + 1));
-      }
-    }
+  for (int step = 0; step < 86 * 22; ++step) {
+    const Point end{1 + step % 86 * 7, 1 + step / 86 * 7};
+    const int scale = 1 + step % 2;
+    Selection drag({600, 200}, {}, {0, 0});
+    drag.pressButton(Button::Left, {0, 0});
+    drag.movePointer(end);
+    const Scene scene = sceneOf(drag, monitors, {static_cast<double>(scale), scale});
+    ASSERT_TRUE(scene.label);
+    const Rectangle& monitor = monitors[end.x < 300 ? 0 : 1];
+    EXPECT_EQ(scene.label->place.intersected(monitor), scene.label->place) << end.x << ", " << end.y;
+    EXPECT_FALSE(scene.label->place.contains(end));
+    EXPECT_EQ(scene.label->text, std::to_string(end.x + 1) + " x " + std::to_string(end.y + 1));
   }
 }
 
 TEST(Metrics, takeTheScaleFromTheDesktopsResources) {
   EXPECT_EQ(Metrics::fromResources("Xcursor.size:\t24\nXft.dpi:\t192\nXft.hinting:\t1\n").scale, 2);
+  EXPECT_EQ(Metrics::fromResources("Xft.dpi: 144").scale, 1.5);
   EXPECT_EQ(Metrics::fromResources("Xft.dpi: 144").line, 2);
-  EXPECT_EQ(Metrics::fromResources("Xft.dpi:\t144").scale, 1.5);
+  EXPECT_EQ(Metrics::fromResources("Xft.dpi: 96000").scale, 4);
   for (const char* useless : {"", "Xft.dpi:", "Xft.dpi: many", "Xft.dpi:\t-96\n", "Xft.dpi:\t48", "\n\n"})
     EXPECT_EQ(Metrics::fromResources(useless).scale, 1) << useless;
-  EXPECT_EQ(Metrics::fromResources("Xft.dpi: 96000").scale, 4);
 }
 
 TEST(PixelFormat, findsTheChannelsThatAreBytesOfTheirOwn) {
