@@ -9,6 +9,7 @@
 namespace KeyboardShortcuts {
 namespace {
 
+using namespace Qt::StringLiterals;
 using platform::Menu;
 using platform::MenuItem;
 using platform::ModifierFlag;
@@ -16,7 +17,7 @@ using platform::ModifierFlags;
 
 /// Prints an "s" on every key.
 class LayoutOfS : public platform::KeyboardLayout {
-  std::optional<Translation> translate(quint16) const override { return Translation{0, QStringLiteral("s")}; }
+  std::optional<Translation> translate(quint16) const override { return Translation{0, u"s"_s}; }
 };
 
 MenuItem item(const char* keyEquivalent, ModifierFlags mask, std::shared_ptr<Menu> submenu = nullptr) {
@@ -31,19 +32,25 @@ const ModifierFlags command = ModifierFlag::Command;
 const ModifierFlags shiftCommand = ModifierFlag::Command | ModifierFlag::Shift;
 
 TEST(MenuConflict, ComparesTextAndModifiers) {
-  platform::KeyboardLayout::setCurrent(std::make_shared<const LayoutOfS>());
-  const auto isTaken = [](const Shortcut& shortcut, const MenuItem& only) {
-    return menuItemWithMatchingShortcut(shortcut, Menu{{only}}) != nullptr;
+  struct {
+    Shortcut shortcut;
+    MenuItem item;
+    bool isTaken;
+  } const rows[] = {
+      {{Key::s, command}, item("s", command), true},
+      {{Key::s, command}, item("t", command), false},
+      {{Key::s, command | ModifierFlag::Option}, item("s", command), false},
+      {{Key::s, shiftCommand}, item("S", command), true},
+      {{Key::s, command}, item("S", command), false},
+      {{Key::s, shiftCommand}, item("s", shiftCommand), true},
+      {{Key::keypad5, command}, item("", command), false},
   };
-  EXPECT_TRUE(isTaken({Key::s, command}, item("s", command)));
-  EXPECT_FALSE(isTaken({Key::s, command}, item("t", command)));
-  EXPECT_FALSE(isTaken({Key::s, command | ModifierFlag::Option}, item("s", command)));
-  EXPECT_TRUE(isTaken({Key::s, shiftCommand}, item("S", command)));
-  EXPECT_FALSE(isTaken({Key::s, command}, item("S", command)));
-  EXPECT_TRUE(isTaken({Key::s, shiftCommand}, item("s", shiftCommand)));
-  EXPECT_FALSE(isTaken({Key::keypad5, command}, item("", command)));
+  platform::KeyboardLayout::setCurrent(std::make_shared<const LayoutOfS>());
+  for (const auto& row : rows)
+    EXPECT_EQ(menuItemWithMatchingShortcut(row.shortcut, Menu{{row.item}}) != nullptr, row.isTaken)
+        << &row - rows;
   platform::KeyboardLayout::setCurrent(nullptr);
-  EXPECT_FALSE(isTaken({Key::s, command}, item("", command)));
+  EXPECT_FALSE(menuItemWithMatchingShortcut({Key::s, command}, Menu{{item("", command)}}));
 }
 
 TEST(MenuConflict, FirstHitOfTheTreeWins) {
@@ -71,14 +78,9 @@ TEST(SystemConflict, ReadsEnabledEntriesAnew) {
   std::optional<QVariant> answer;
   platform::setSymbolicHotKeysReader([&] { return answer; });
   EXPECT_TRUE(CarbonKeyboardShortcuts::system().isEmpty());
-  answer = QVariantList{entry(true, 1, 2560 | 0x400),
-                        entry(false, 2, 256),
-                        entry({}, 2, 256),
-                        entry(1, 2, 256),
-                        entry(true, {}, 256),
-                        entry(true, QStringLiteral("2"), 256),
-                        entry(true, 2, 0.5),
-                        entry(true, 111, 0)};
+  answer = QVariantList{
+      entry(true, 1, 2560 | 0x400), entry(false, 2, 256),     entry({}, 2, 256),   entry(1, 2, 256),
+      entry(true, {}, 256),         entry(true, u"2"_s, 256), entry(true, 2, 0.5), entry(true, 111, 0)};
   EXPECT_EQ(CarbonKeyboardShortcuts::system(), (QList<Shortcut>{Shortcut(1, 2560), Shortcut(111, 0)}));
   EXPECT_TRUE(isTakenBySystem(Shortcut(1, 2560)));
   EXPECT_FALSE(isTakenBySystem(Shortcut(1, 2048)));

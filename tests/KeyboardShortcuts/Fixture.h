@@ -12,6 +12,7 @@
 
 namespace KeyboardShortcuts {
 
+using namespace Qt::StringLiterals;
 using platform::ModifierFlag;
 using platform::ModifierFlags;
 
@@ -36,20 +37,21 @@ class ShortcutsTest : public ::testing::Test {
     platform::UserDefaults::resetStandard();
   }
   QJsonValue stored(const char* name) const {
-    return platform::UserDefaults::standard().object(QStringLiteral("KeyboardShortcuts_") +
-                                                     QString::fromLatin1(name));
+    return platform::UserDefaults::standard().object(u"KeyboardShortcuts_"_s + QString::fromLatin1(name));
   }
   void setMenuOpen(bool isOpen) {
     platform::NotificationCenter::defaultCenter().post(QString::fromLatin1(
         isOpen ? platform::menuDidBeginTrackingNotification : platform::menuDidEndTrackingNotification));
   }
   platform::HotKeyStatus press(const Shortcut& shortcut) {
-    return service->press(static_cast<quint32>(shortcut.carbonKeyCode()),
-                          static_cast<quint32>(shortcut.carbonModifiers()));
+    return send(platform::HotKeyEventKind::HotKeyPressed, shortcut);
   }
   platform::HotKeyStatus release(const Shortcut& shortcut) {
-    return service->release(static_cast<quint32>(shortcut.carbonKeyCode()),
-                            static_cast<quint32>(shortcut.carbonModifiers()));
+    return send(platform::HotKeyEventKind::HotKeyReleased, shortcut);
+  }
+  platform::HotKeyStatus send(platform::HotKeyEventKind kind, const Shortcut& shortcut) {
+    return service->hotKey(kind, static_cast<quint32>(shortcut.carbonKeyCode()),
+                           static_cast<quint32>(shortcut.carbonModifiers()));
   }
 
   const testing_support::ScratchHome home;

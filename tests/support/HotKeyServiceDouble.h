@@ -109,9 +109,6 @@ class HotKeyServiceDouble : public platform::HotKeyService {
   platform::HotKeyStatus press(quint32 keyCode, quint32 modifiers) {
     return hotKey(platform::HotKeyEventKind::HotKeyPressed, keyCode, modifiers);
   }
-  platform::HotKeyStatus release(quint32 keyCode, quint32 modifiers) {
-    return hotKey(platform::HotKeyEventKind::HotKeyReleased, keyCode, modifiers);
-  }
 
  private:
   quint64 lastReference = 0;
