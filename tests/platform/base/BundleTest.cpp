@@ -5,60 +5,40 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using platform::Bundle;
 
 namespace {
 
-class BundleTest : public testing::Test {
- protected:
-  ~BundleTest() override { Bundle::setMain(nullptr); }
-
-  void makeFolders(const QStringList& names) const {
-    for (const QString& name : names)
-      QDir().mkpath(home.path(name));
-  }
-  QStringList preferred(const QStringList& languages) const {
-    return Bundle(home.path(), languages).preferredLocalizations();
-  }
-
+TEST(BundleTest, preferredLocalizationsAreTheUsersLanguagesThatHaveAFolder) {
   const testing_support::ScratchHome home;
-};
-
-TEST_F(BundleTest, preferredLocalizationsAreTheUsersLanguagesThatHaveAFolder) {
-  const QString ko = QStringLiteral("ko");
-  const QString en = QStringLiteral("en");
-  EXPECT_TRUE(preferred({ko}).isEmpty()) << "no folder at all";
-
-  makeFolders({QStringLiteral("ko.lproj"), QStringLiteral("en.lproj"), QStringLiteral("pt-BR.lproj")});
-  EXPECT_EQ(preferred({QStringLiteral("ko-KR"), ko, QStringLiteral("ko-Kore-KR")}), QStringList{ko});
-  EXPECT_EQ(preferred({QStringLiteral("de-DE"), QStringLiteral("en-US"), QStringLiteral("ko-KR")}),
-            (QStringList{en, ko}));
-  EXPECT_EQ(preferred({QStringLiteral("pt-BR")}), QStringList{QStringLiteral("pt-BR")});
-  EXPECT_EQ(preferred({QStringLiteral("kok-IN"), QStringLiteral("C")}), QStringList{en}) << "last resort";
-  EXPECT_EQ(preferred({}), QStringList{en});
+  const auto preferred = [&](const QString& languages) {
+    return Bundle(home.path(), languages.split(u' ', Qt::SkipEmptyParts)).preferredLocalizations().join(u' ');
+  };
+  EXPECT_EQ(preferred(u"ko"_s), QString()) << "no folder at all";
+  for (const QString& name : {u"ko.lproj"_s, u"en.lproj"_s, u"pt-BR.lproj"_s})
+    QDir().mkpath(home.path(name));
+  EXPECT_EQ(preferred(u"ko-KR ko ko-Kore-KR"_s), u"ko"_s);
+  EXPECT_EQ(preferred(u"de-DE en-US ko-KR"_s), u"en ko"_s);
+  EXPECT_EQ(preferred(u"pt-BR"_s), u"pt-BR"_s);
+  EXPECT_EQ(preferred(u"kok-IN C"_s), u"en"_s) << "last resort";
+  EXPECT_EQ(preferred(QString()), u"en"_s);
 }
 
-TEST_F(BundleTest, findsItsResourcesAndNothingElse) {
-  home.write(QStringLiteral("ko.lproj/note.txt"));
+TEST(BundleTest, whatIsMissingOrBrokenGivesTheFallBack) {
+  const testing_support::ScratchHome home;
+  home.write(u"ko.lproj/Localizable.qm"_s, "not a table");
+  QDir().mkpath(home.path(u"en.lproj"_s));
   const Bundle bundle(home.path(), {});
-  EXPECT_EQ(bundle.pathForResource(QStringLiteral("ko"), QStringLiteral("lproj")),
-            home.path(QStringLiteral("ko.lproj")));
-  EXPECT_TRUE(bundle.pathForResource(QStringLiteral("en"), QStringLiteral("lproj")).isEmpty());
+  EXPECT_EQ(bundle.pathForResource(u"ko"_s, u"lproj"_s), home.path(u"ko.lproj"_s));
+  EXPECT_TRUE(bundle.pathForResource(u"fr"_s, u"lproj"_s).isEmpty());
+  EXPECT_EQ(Bundle::withPath(home.path(u"fr.lproj"_s)), nullptr);
+  EXPECT_EQ(Bundle::withPath(home.path(u"ko.lproj/Localizable.qm"_s)), nullptr) << "not a folder";
 
-  EXPECT_EQ(Bundle::withPath(home.path(QStringLiteral("en.lproj"))), nullptr);
-  EXPECT_EQ(Bundle::withPath(home.path(QStringLiteral("ko.lproj/note.txt"))), nullptr) << "not a folder";
-}
-
-TEST_F(BundleTest, aMissingOrBrokenTableGivesTheFallBack) {
-  makeFolders({QStringLiteral("en.lproj")});
-  home.write(QStringLiteral("ko.lproj/Localizable.qm"), "not a table");
-  Bundle::setMain(std::make_shared<const Bundle>(home.path(), QStringList{QStringLiteral("ko")}));
-  for (const char* folder : {"", "/ko.lproj", "/en.lproj"}) {
-    const auto bundle = Bundle::withPath(home.path() + QString::fromLatin1(folder));
-    ASSERT_NE(bundle, nullptr);
-    EXPECT_EQ(bundle->localizedString(QStringLiteral("menu.quit"), QStringLiteral("fall-back")),
-              QStringLiteral("fall-back"));
-  }
+  Bundle::setMain(std::make_shared<const Bundle>(home.path(), QStringList{u"ko"_s}));
+  for (const QString& folder : {home.path(), home.path(u"ko.lproj"_s), home.path(u"en.lproj"_s)})
+    EXPECT_EQ(Bundle::withPath(folder)->localizedString(u"menu.quit"_s, u"fall-back"_s), u"fall-back"_s);
+  Bundle::setMain(nullptr);
 }
 
 }  // namespace

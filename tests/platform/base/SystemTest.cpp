@@ -17,6 +17,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace platform;
 using testing_support::ScratchHome;
 
@@ -41,94 +42,70 @@ bool endsInWanted(std::string_view name) {
 
 TEST(DirectoryTest, ListsWantedVisibleChildrenNewestFirst) {
   const ScratchHome home;
-  setModified(home.write(QStringLiteral("old.w")), 100);
-  setModified(home.write(QStringLiteral("새것.w")), 200, 2);
-  setModified(home.write(QStringLiteral("nearly as new.w")), 200, 1);
-  home.write(QStringLiteral("unwanted.x"));
-  home.write(QStringLiteral(".hidden.w"));
-  home.write(QStringLiteral("folder.w/inner.w"));
-  setModified(home.path(QStringLiteral("folder.w")), 50);
-  ASSERT_TRUE(QFile::link(QStringLiteral("nowhere"), home.path(QStringLiteral("broken link.w"))));
-  setModified(home.path(QStringLiteral("broken link.w")), 40);
+  setModified(home.write(u"old.w"_s), 100);
+  setModified(home.write(u"새것.w"_s), 200, 2);
+  setModified(home.write(u"nearly as new.w"_s), 200, 1);
+  home.write(u"unwanted.x"_s);
+  home.write(u".hidden.w"_s);
+  home.write(u"folder.w/inner.w"_s);
+  setModified(home.path(u"folder.w"_s), 50);
+  ASSERT_TRUE(QFile::link(u"nowhere"_s, home.path(u"broken link.w"_s)));
+  setModified(home.path(u"broken link.w"_s), 40);
 
   const auto entries = newestFirst(home.path(), endsInWanted);
   ASSERT_TRUE(entries);
-  EXPECT_EQ(names(*entries).join(u'|'),
-            QStringLiteral("새것.w|nearly as new.w|old.w|folder.w|broken link.w"));
-  EXPECT_EQ(entries->at(0).path, home.path(QStringLiteral("새것.w")));
+  EXPECT_EQ(names(*entries).join(u'|'), u"새것.w|nearly as new.w|old.w|folder.w|broken link.w"_s);
+  EXPECT_EQ(entries->at(0).path, home.path(u"새것.w"_s));
   EXPECT_EQ(entries->at(0).modificationDate, Date(std::chrono::nanoseconds(200'000'000'002)));
-  EXPECT_FALSE(newestFirst(home.path(QStringLiteral("missing")), endsInWanted));
-  EXPECT_FALSE(newestFirst(home.path(QStringLiteral("old.w")), endsInWanted));
+  EXPECT_FALSE(newestFirst(home.path(u"missing"_s), endsInWanted));
+  EXPECT_FALSE(newestFirst(home.path(u"old.w"_s), endsInWanted));
 }
 
 TEST(DirectoryTest, EqualDatesKeepTheFoldersOrder) {
   const ScratchHome home;
-  for (int number = 0; number < 40; ++number)
-    setModified(home.write(QStringLiteral("%1.w").arg(number)), number % 2 ? 100 : 300);
-  const auto all = [](std::string_view) { return true; };
-  const auto first = newestFirst(home.path(), all);
-  for (int number = 0; number < 40; ++number)
-    setModified(home.path(QStringLiteral("%1.w").arg(number)), 100);
-  const auto listed = newestFirst(home.path(), all);
-  QStringList newer;
-  for (const auto& name : names(*listed))
-    if (name.chopped(2).toInt() % 2 == 0)
-      newer << name;
-  EXPECT_EQ(names(*first).mid(0, 20), newer);
-  EXPECT_EQ(names(*newestFirst(home.path(), all)), names(*listed));
+  const auto list = [&] { return names(*newestFirst(home.path(), endsInWanted)); };
+  const auto setAll = [&](time_t even, time_t odd) {
+    for (int number = 0; number < 40; ++number)
+      setModified(home.write(u"%1.w"_s.arg(number)), number % 2 ? odd : even);
+  };
+  setAll(100, 100);
+  QStringList newer = list();
+  newer.removeIf([](const QString& name) { return name.chopped(2).toInt() % 2 != 0; });
+  setAll(300, 100);
+  EXPECT_EQ(list().mid(0, 20), newer);
 }
 
-TEST(LocationsTest, ExpandsATildeOnlyWhereItMeansAHome) {
+TEST(LocationsTest, AreWhereTheUserExpectsThem) {
   const ScratchHome home;
-  const auto expand = [](const char* path) { return Locations::expandingTilde(QString::fromLatin1(path)); };
-  EXPECT_EQ(expand("~"), home.path());
-  EXPECT_EQ(expand("~/a b"), home.path(QStringLiteral("a b")));
-  EXPECT_EQ(expand("~root/x"), QStringLiteral("/root/x"));
-  EXPECT_EQ(expand("~no such user/x"), QStringLiteral("~no such user/x"));
-  EXPECT_EQ(expand("/a/~"), QStringLiteral("/a/~"));
-  EXPECT_EQ(expand(""), QString());
-}
-
-TEST(LocationsTest, DocumentsAreWhereTheDesktopSaysTheyAre) {
-  const ScratchHome home;
-  home.write(QStringLiteral(".config/user-dirs.dirs"), "XDG_DOCUMENTS_DIR=\"$HOME/문서\"\n");
-  EXPECT_EQ(Locations::documents(), home.path(QStringLiteral("문서")));
-}
-
-TEST(LocationsTest, ASystemToolThatIsMissingIsTheInstalledOne) {
-  EXPECT_EQ(Locations::systemTool(QStringLiteral("/bin/sh")), QStringLiteral("/bin/sh"));
-  const QString ours = Locations::systemTool(QStringLiteral("/usr/sbin/no-such-tool"));
-  EXPECT_TRUE(ours.endsWith(QStringLiteral("/libexec/sorrel/no-such-tool"))) << qPrintable(ours);
-  EXPECT_FALSE(ours.contains(QStringLiteral(".."))) << qPrintable(ours);
+  for (const auto& [path, expanded] :
+       {std::pair(u"~"_s, home.path()), std::pair(u"~/a b"_s, home.path(u"a b"_s)),
+        std::pair(u"~root/x"_s, u"/root/x"_s), std::pair(u"~no such user/x"_s, u"~no such user/x"_s),
+        std::pair(u"/a/~"_s, u"/a/~"_s), std::pair(QString(), QString())})
+    EXPECT_EQ(Locations::expandingTilde(path), expanded);
+  home.write(u".config/user-dirs.dirs"_s, "XDG_DOCUMENTS_DIR=\"$HOME/문서\"\n");
+  EXPECT_EQ(Locations::documents(), home.path(u"문서"_s));
+  EXPECT_EQ(Locations::systemTool(u"/bin/sh"_s), u"/bin/sh"_s);
+  const QString ours = Locations::systemTool(u"/usr/sbin/no-such-tool"_s);
+  EXPECT_TRUE(ours.endsWith(u"/libexec/sorrel/no-such-tool"_s) && !ours.contains(u".."_s))
+      << qPrintable(ours);
 }
 
 TEST(TaskTest, TellsOnceThatTheChildEndedHoweverItDid) {
   const ScratchHome home;
-  const QString file = home.path(QStringLiteral("made by the child"));
+  const QString file = home.path(u"made by the child"_s);
   QEventLoop loop;
   int ended = 0;
-  const auto error =
-      launch({QStringLiteral("/bin/sh"),
-              {QStringLiteral("-c"), QStringLiteral(": > \"$1\"; kill -9 $$"), QStringLiteral("sh"), file}},
-             [&] {
-               ++ended;
-               loop.quit();
-             });
-  ASSERT_FALSE(error);
+  const QStringList arguments{u"-c"_s, u": > \"$1\"; kill -9 $$"_s, u"sh"_s, file};
+  ASSERT_FALSE(launch({u"/bin/sh"_s, arguments}, [&] {
+    ++ended;
+    loop.quit();
+  }));
   EXPECT_EQ(ended, 0);
   loop.exec();
   EXPECT_EQ(ended, 1);
   EXPECT_TRUE(QFile::exists(file));
-}
-
-TEST(TaskTest, AProgramThatCannotBeStartedIsAnErrorAndNoTermination) {
-  const ScratchHome home;
-  const QString notAProgram = home.write(QStringLiteral("text"), "just text");
-  for (const QString& path : {notAProgram, home.path(), QStringLiteral("/no/such/program")}) {
-    const auto error = launch({path, {}}, [] { FAIL(); });
-    ASSERT_TRUE(error) << qPrintable(path);
-    EXPECT_FALSE(error->isEmpty());
-  }
+  for (const QString& path : {home.write(u"text"_s, "just text"), home.path(), u"/no/such/program"_s})
+    EXPECT_FALSE(launch({path, {}}, [] { FAIL(); }).value_or(QString()).isEmpty()) << qPrintable(path);
   QCoreApplication::processEvents();
 }
 
@@ -152,12 +129,9 @@ TEST(SingleInstanceTest, TheSecondRingsTheFirst) {
 
   first.reset();
   EXPECT_TRUE(SingleInstance().isFirst()) << "after the first ended, the next is the first";
-}
 
-TEST(SingleInstanceTest, WithoutAFolderForItTheProgramStillRuns) {
-  const ScratchHome home;
-  qputenv("XDG_RUNTIME_DIR", QFile::encodeName(home.write(QStringLiteral("not a folder"))));
-  EXPECT_TRUE(SingleInstance().isFirst());
+  qputenv("XDG_RUNTIME_DIR", QFile::encodeName(home.write(u"not a folder"_s)));
+  EXPECT_TRUE(SingleInstance().isFirst()) << "without a folder for it the program still runs";
 }
 
 TEST(TerminationSignalsTest, ASignalBecomesACallFromTheEventLoop) {

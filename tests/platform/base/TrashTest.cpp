@@ -13,6 +13,7 @@
 #include <thread>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 namespace Trash = platform::Trash;
 
 namespace {
@@ -29,317 +30,231 @@ QString listing(const QString& folder) {
       .join(u'|');
 }
 
-/// The value of the info file's line "key=...".
-QByteArray infoValue(const QString& trash, const QString& name, const QByteArray& key) {
-  const auto lines =
-      contents(trash + QStringLiteral("/info/") + name + QStringLiteral(".trashinfo")).split('\n');
-  for (const QByteArray& line : lines)
-    if (line.startsWith(key + '='))
-      return line.sliced(key.size() + 1);
-  return "no such line";
+/// Where the info file says that the file of this name in the trash was.
+QByteArray origin(const QString& trash, const QString& name) {
+  const auto lines = contents(trash + u"/info/"_s + name + u".trashinfo"_s).split('\n');
+  return lines.value(1).startsWith("Path=") ? lines[1].sliced(5) : "nowhere";
 }
 
 class TrashTest : public testing::Test {
  protected:
-  TrashTest() : trash(home.path(QStringLiteral(".local/share/Trash"))) {}
-
-  [[nodiscard]] QString trashed(const QString& name) const {
-    return trash + QStringLiteral("/files/") + name;
-  }
-
+  [[nodiscard]] QString trashed(const QString& name) const { return trash + u"/files/"_s + name; }
+  void expectMoved(const QString& path) const { EXPECT_TRUE(Trash::moveItem(path)) << qPrintable(path); }
   void expectRefused(const QByteArray& path) const {
-    const QString infoBefore = listing(trash + QStringLiteral("/info"));
-    const QString filesBefore = listing(trash + QStringLiteral("/files"));
+    const auto state = [this] { return listing(trash + u"/info"_s) + u'/' + listing(trash + u"/files"_s); };
+    const QString before = state();
     QString error;
     EXPECT_FALSE(Trash::moveItem(path, &error)) << path.constData();
     EXPECT_FALSE(error.isEmpty()) << path.constData();
-    EXPECT_EQ(listing(trash + QStringLiteral("/info")), infoBefore) << path.constData();
-    EXPECT_EQ(listing(trash + QStringLiteral("/files")), filesBefore) << path.constData();
+    EXPECT_EQ(state(), before) << path.constData();
   }
 
   const testing_support::ScratchHome home;
-  const QString trash;
-};
-
-/// Takes root's powers away while it lives, so that permissions count; the home folder becomes the ordinary
-/// user's.
-class AsOrdinaryUser {
- public:
-  explicit AsOrdinaryUser(const testing_support::ScratchHome& home) {
-    if (geteuid() != 0)
-      return;
-    constexpr uid_t nobody = 65534;
-    for (const char* folder : {"", ".local", ".local/share"}) {
-      const QByteArray path = QFile::encodeName(home.path(QString::fromLatin1(folder)));
-      mkdir(path.constData(), 0700);
-      if (chown(path.constData(), nobody, nobody) != 0)
-        ADD_FAILURE() << "cannot give " << path.constData() << " away";
-    }
-    EXPECT_EQ(seteuid(nobody), 0);
-  }
-  ~AsOrdinaryUser() { EXPECT_EQ(seteuid(getuid()), 0); }
-  AsOrdinaryUser(const AsOrdinaryUser&) = delete;
-  AsOrdinaryUser& operator=(const AsOrdinaryUser&) = delete;
+  const QString trash = home.path(u".local/share/Trash"_s);
+  const QByteArray root = QFile::encodeName(home.path());
 };
 
 /// A device of its own, mounted where only this process sees it.
-class Disk {
- public:
-  explicit Disk(const QString& folder) : path(QFile::encodeName(folder)) {
-    QDir().mkpath(folder);
-    isMounted = unshare(CLONE_NEWNS) == 0 && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-                mount("tmpfs", path.constData(), "tmpfs", 0, nullptr) == 0;
+class TrashOfDeviceTest : public TrashTest {
+ protected:
+  void SetUp() override {
+    QDir().mkpath(home.path(u"disk"_s));
+    if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+        mount("tmpfs", (root + "/disk").constData(), "tmpfs", 0, nullptr) != 0)
+      GTEST_SKIP() << "only root may mount the file system that this needs";
   }
-  ~Disk() {
-    if (isMounted)
-      umount2(path.constData(), MNT_DETACH);
-  }
-  Disk(const Disk&) = delete;
-  Disk& operator=(const Disk&) = delete;
+  ~TrashOfDeviceTest() override { umount2((root + "/disk").constData(), MNT_DETACH); }
 
-  bool isMounted = false;
-
- private:
-  const QByteArray path;
+  const QString user = QString::number(geteuid());
+  const QString own = home.path(u"disk/.Trash-"_s + user);
 };
 
 TEST_F(TrashTest, movesFilesFoldersAndLinksWithTheirOrigin) {
-  const QString file = home.write(QStringLiteral("Pictures/shot.png"), "pixels");
-  const QString inner = home.write(QStringLiteral("Pictures/folder/inner.txt"), "inner");
-  const QString target = home.write(QStringLiteral("target.txt"), "target");
-  const QString link = home.path(QStringLiteral("Pictures/link"));
-  ASSERT_TRUE(QFile::link(target, link));
-  QDir().mkpath(home.path(QStringLiteral("elsewhere")));
-  ASSERT_TRUE(QFile::link(home.path(QStringLiteral("Pictures")), home.path(QStringLiteral("elsewhere/way"))));
-
-  EXPECT_TRUE(Trash::moveItem(home.path(QStringLiteral("elsewhere/way/shot.png"))));
-  EXPECT_TRUE(Trash::moveItem(QFileInfo(inner).path() + u'/'));
-  EXPECT_TRUE(Trash::moveItem(link));
-
-  EXPECT_EQ(listing(home.path(QStringLiteral("Pictures"))), QString());
-  EXPECT_EQ(contents(trashed(QStringLiteral("shot.png"))), "pixels");
-  EXPECT_EQ(contents(trashed(QStringLiteral("folder/inner.txt"))), "inner");
-  EXPECT_TRUE(QFileInfo(trashed(QStringLiteral("link"))).isSymLink());
+  const QString file = home.write(u"Pictures/shot.png"_s, "pixels");
+  home.write(u"Pictures/folder/inner.txt"_s, "inner");
+  const QString target = home.write(u"target.txt"_s, "target");
+  ASSERT_TRUE(QFile::link(target, home.path(u"Pictures/link"_s)));
+  ASSERT_TRUE(QFile::link(home.path(u"Pictures"_s), home.path(u"way"_s)));
+  expectMoved(home.path(u"way/shot.png"_s));
+  expectMoved(home.path(u"Pictures/folder/"_s));
+  expectMoved(home.path(u"Pictures/link"_s));
+  EXPECT_EQ(listing(home.path(u"Pictures"_s)), QString());
+  EXPECT_EQ(contents(trashed(u"shot.png"_s)), "pixels");
+  EXPECT_EQ(contents(trashed(u"folder/inner.txt"_s)), "inner");
+  EXPECT_TRUE(QFileInfo(trashed(u"link"_s)).isSymLink());
   EXPECT_EQ(contents(target), "target");
-  EXPECT_EQ(infoValue(trash, QStringLiteral("shot.png"), "Path"), file.toUtf8()) << "where it really was";
+  EXPECT_EQ(origin(trash, u"shot.png"_s), file.toUtf8()) << "where it really was";
   EXPECT_EQ(QFileInfo(trash).permissions() & (QFile::ReadGroup | QFile::ReadOther), 0);
 }
 
 TEST_F(TrashTest, storesTheLocalTimeOfTheDeletion) {
+  const platform::ManualClock clock(QDateTime(QDate(2026, 3, 14), QTime(18, 26, 53), Qt::UTC));
   const QByteArray zone = qgetenv("TZ");
   qputenv("TZ", "Asia/Seoul");
   tzset();
-  const platform::ManualClock clock(
-      QDateTime::fromString(QStringLiteral("2026-03-14T18:26:53Z"), Qt::ISODate));
-  EXPECT_TRUE(Trash::moveItem(home.write(QStringLiteral("shot.png"))));
-  if (zone.isNull())
-    qunsetenv("TZ");
-  else
-    qputenv("TZ", zone);
+  expectMoved(home.write(u"shot.png"_s));
+  zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
   tzset();
-  const QString info = trash + QStringLiteral("/info/shot.png.trashinfo");
-  EXPECT_EQ(contents(info), "[Trash Info]\nPath=" + QFile::encodeName(home.path(QStringLiteral("shot.png"))) +
-                                "\nDeletionDate=2026-03-15T03:26:53\n");
+  EXPECT_EQ(contents(trash + u"/info/shot.png.trashinfo"_s),
+            "[Trash Info]\nPath=" + root + "/shot.png\nDeletionDate=2026-03-15T03:26:53\n");
 }
 
 TEST_F(TrashTest, anyNameSurvivesTheWayToTheTrashAndBack) {
   for (const QByteArray& name : {QByteArray("100%41 sure.png"), QByteArray("two\nlines"),
                                  QByteArray("한글 그림.png"), QByteArray("not \xff\xfe text"),
                                  QByteArray("[x]=#?;&+\"'\\.png"), QByteArray(".hidden"), QByteArray("--")}) {
-    const QByteArray path = QFile::encodeName(home.path()) + '/' + name;
-    const int descriptor = creat(path.constData(), 0600);
-    ASSERT_GE(descriptor, 0) << name.constData();
-    close(descriptor);
-    ASSERT_TRUE(Trash::moveItem(path)) << name.constData();
-
-    const QByteArray inTrash = QFile::encodeName(trash);
-    EXPECT_EQ(access((inTrash + "/files/" + name).constData(), F_OK), 0) << name.constData();
+    const std::filesystem::path path((root + '/' + name).toStdString()), bin(trash.toStdString());
+    close(creat(path.c_str(), 0600));
+    ASSERT_TRUE(Trash::moveItem(root + '/' + name)) << name.constData();
+    EXPECT_TRUE(std::filesystem::exists(bin / "files" / name.toStdString())) << name.constData();
     // The info file's name needn't be text either, so Qt can't open it by name.
-    std::FILE* info = std::fopen((inTrash + "/info/" + name + ".trashinfo").constData(), "r");
-    ASSERT_NE(info, nullptr) << name.constData();
-    QFile file;
-    ASSERT_TRUE(file.open(info, QIODevice::ReadOnly, QFile::AutoCloseHandle));
-    const auto lines = file.readAll().split('\n');
+    QFile info;
+    ASSERT_TRUE(info.open(std::fopen((bin / "info" / (name.toStdString() + ".trashinfo")).c_str(), "r"),
+                          QIODevice::ReadOnly, QFile::AutoCloseHandle));
+    const auto lines = info.readAll().split('\n');
     ASSERT_EQ(lines.size(), 4) << name.constData();
-    EXPECT_EQ(QByteArray::fromPercentEncoding(lines[1].sliced(5)), path);
-    for (const char character : lines[1])
-      EXPECT_TRUE(character > ' ' && character < '\x7f') << name.constData();
+    EXPECT_EQ(QByteArray::fromPercentEncoding(lines[1].sliced(5)), root + '/' + name);
+    EXPECT_TRUE(std::ranges::all_of(lines[1], [](char each) { return each > ' ' && each < '\x7f'; }));
   }
   std::filesystem::remove_all(trash.toStdString());  // QTemporaryDir can't remove what isn't text
 }
 
-TEST_F(TrashTest, namesInTheTrashAreUnique) {
-  for (const char* text : {"first", "second", "third"})
-    ASSERT_TRUE(Trash::moveItem(home.write(QStringLiteral("shot.png"), text)));
-  EXPECT_EQ(contents(trashed(QStringLiteral("shot.png"))), "first");
-  EXPECT_EQ(contents(trashed(QStringLiteral("shot 2.png"))), "second");
-  EXPECT_EQ(contents(trashed(QStringLiteral("shot 3.png"))), "third");
-
-  // What others left behind: a file without its info, and an info without its file.
-  home.write(QStringLiteral(".local/share/Trash/files/lone"), "theirs");
-  home.write(QStringLiteral(".local/share/Trash/info/lone 2.trashinfo"), "theirs");
-  ASSERT_TRUE(Trash::moveItem(home.write(QStringLiteral("lone"), "ours")));
-  EXPECT_EQ(contents(trashed(QStringLiteral("lone"))), "theirs");
-  EXPECT_EQ(contents(trashed(QStringLiteral("lone 3"))), "ours");
-  EXPECT_FALSE(QFile::exists(trash + QStringLiteral("/info/lone.trashinfo"))) << "rolled back";
-  EXPECT_EQ(contents(trash + QStringLiteral("/info/lone 2.trashinfo")), "theirs");
-}
-
-TEST_F(TrashTest, theLongestNamesFit) {
-  const QString stem = QString(83, QChar(u'가'));  // 249 bytes
-  for (const QString& name : {QString(stem + QStringLiteral(".png")), QString(255, u'x')})
-    for (const char* text : {"one", "two"}) {
-      const QString path = home.write(name, text);
-      ASSERT_TRUE(Trash::moveItem(path));
-      EXPECT_FALSE(QFile::exists(path));
-    }
-  const QStringList names = QDir(trash + QStringLiteral("/files")).entryList(QDir::Files);
-  EXPECT_EQ(names.size(), 4);
+TEST_F(TrashTest, namesInTheTrashAreUniqueAndFit) {
+  const QString longest = QString(83, u'가') + u".png"_s;  // 253 bytes
+  for (const QString& name : {u"shot.png"_s, longest, QString(255, u'x')})
+    for (const char* text : {"one", "two", "three"})
+      expectMoved(home.write(name, text));
+  EXPECT_EQ(contents(trashed(u"shot.png"_s)), "one");
+  EXPECT_EQ(contents(trashed(u"shot 2.png"_s)), "two");
+  EXPECT_EQ(contents(trashed(u"shot 3.png"_s)), "three");
+  const QStringList names = QDir(trash + u"/files"_s).entryList(QDir::Files);
+  EXPECT_EQ(names.size(), 9);
   for (const QString& name : names) {
     EXPECT_FALSE(name.contains(QChar::ReplacementCharacter)) << "cut within a character";
-    EXPECT_NE(infoValue(trash, name, "Path"), "no such line");
+    EXPECT_NE(origin(trash, name), "nowhere");
   }
+  // What others left behind: a file without its info, and an info without its file.
+  home.write(u".local/share/Trash/files/lone"_s, "theirs");
+  home.write(u".local/share/Trash/info/lone 2.trashinfo"_s, "theirs");
+  expectMoved(home.write(u"lone"_s, "ours"));
+  EXPECT_EQ(contents(trashed(u"lone"_s)), "theirs");
+  EXPECT_EQ(contents(trashed(u"lone 3"_s)), "ours");
+  EXPECT_FALSE(QFile::exists(trash + u"/info/lone.trashinfo"_s)) << "rolled back";
+  EXPECT_EQ(contents(trash + u"/info/lone 2.trashinfo"_s), "theirs");
 }
 
 TEST_F(TrashTest, refusesWhatIsNoItemOrHoldsTheTrash) {
-  ASSERT_TRUE(Trash::moveItem(home.write(QStringLiteral("shot.png"))));
-  const QByteArray root = QFile::encodeName(home.path());
+  expectMoved(home.write(u"shot.png"_s));
   for (const char* path : {"", "/", ".", "..", "/no/such/folder/file"})
     expectRefused(path);
   for (const char* path : {"/missing.png", "/.local/..", "/.local/share/Trash/files/shot.png",
                            "/.local/share/Trash/files", "/.local/share/Trash", "/.local/share", ""})
     expectRefused(root + path);
-  EXPECT_TRUE(QFile::exists(trashed(QStringLiteral("shot.png"))));
+  EXPECT_TRUE(QFile::exists(trashed(u"shot.png"_s)));
 }
 
-TEST_F(TrashTest, aTrashThatCantBeUsedLeavesTheFileInItsPlace) {
-  const QString file = home.write(QStringLiteral("shot.png"), "pixels");
-  home.write(QStringLiteral(".local/share/Trash/info"), "no folder");
-  expectRefused(QFile::encodeName(file));
-  EXPECT_EQ(contents(file), "pixels");
-}
-
-TEST_F(TrashTest, foldersThatMustNotBeWrittenLeaveEverythingInItsPlace) {
-  const AsOrdinaryUser user(home);
-  const QString file = home.write(QStringLiteral("locked/shot.png"), "pixels");
-  ASSERT_TRUE(Trash::moveItem(home.write(QStringLiteral("before.png"))));
-  for (const char* folder : {"locked", ".local/share/Trash/info", ".local/share/Trash/files"}) {
-    const QByteArray path = QFile::encodeName(home.path(QString::fromLatin1(folder)));
-    ASSERT_EQ(chmod(path.constData(), 0500), 0);
+TEST_F(TrashTest, whatMustNotBeWrittenLeavesEverythingInItsPlace) {
+  constexpr uid_t nobody = 65534;  // permissions count only for somebody who isn't root
+  for (const char* folder : {"", "/.local", "/.local/share"}) {
+    mkdir((root + folder).constData(), 0700);
+    EXPECT_TRUE(geteuid() != 0 || chown((root + folder).constData(), nobody, nobody) == 0);
+  }
+  EXPECT_TRUE(geteuid() != 0 || seteuid(nobody) == 0);
+  const QString file = home.write(u"locked/shot.png"_s, "pixels");
+  expectMoved(home.write(u"before.png"_s));
+  for (const char* folder : {"/locked", "/.local/share/Trash/info", "/.local/share/Trash/files"}) {
+    EXPECT_EQ(chmod((root + folder).constData(), 0500), 0);
     expectRefused(QFile::encodeName(file));
     EXPECT_EQ(contents(file), "pixels") << folder;
-    ASSERT_EQ(chmod(path.constData(), 0700), 0);
+    EXPECT_EQ(chmod((root + folder).constData(), 0700), 0);
   }
-  EXPECT_TRUE(Trash::moveItem(file)) << "and nothing else was in the way";
+  expectMoved(file);  // nothing else was in the way
+  EXPECT_EQ(seteuid(getuid()), 0);
 }
 
 TEST_F(TrashTest, withoutADataFolderOfTheUsersChoiceTheUsualOneServes) {
-  int number = 0;
   for (const char* value : {"", "relative/folder"}) {
     qputenv("XDG_DATA_HOME", value);
-    const QString name = QStringLiteral("%1.png").arg(++number);
-    ASSERT_TRUE(Trash::moveItem(home.write(name)));
-    EXPECT_TRUE(QFile::exists(trashed(name))) << value;
+    expectMoved(home.write(u"shot.png"_s));
   }
   qunsetenv("XDG_DATA_HOME");
-  ASSERT_TRUE(Trash::moveItem(home.write(QStringLiteral("3.png"))));
-  EXPECT_TRUE(QFile::exists(trashed(QStringLiteral("3.png"))));
-}
-
-TEST_F(TrashTest, takesARelativePathFromTheWorkingFolder) {
   const QString before = QDir::currentPath();
-  ASSERT_TRUE(QDir::setCurrent(QFileInfo(home.write(QStringLiteral("Pictures/shot.png"))).path()));
-  EXPECT_TRUE(Trash::moveItem(QByteArray("shot.png")));
+  ASSERT_TRUE(QDir::setCurrent(QFileInfo(home.write(u"Pictures/relative.png"_s)).path()));
+  EXPECT_TRUE(Trash::moveItem(QByteArray("relative.png")));
   QDir::setCurrent(before);
-  EXPECT_EQ(infoValue(trash, QStringLiteral("shot.png"), "Path"),
-            QFile::encodeName(home.path(QStringLiteral("Pictures/shot.png"))));
+  EXPECT_EQ(listing(trash + u"/files"_s), u"relative.png|shot 2.png|shot.png"_s);
+  EXPECT_EQ(origin(trash, u"relative.png"_s), root + "/Pictures/relative.png");
 }
 
-TEST_F(TrashTest, anotherDeviceHasATrashOfItsOwn) {
-  const Disk disk(home.path(QStringLiteral("disk")));
-  if (!disk.isMounted)
-    GTEST_SKIP() << "only root may mount the file system that this needs";
-  const QString user = QString::number(geteuid());
-  const QString own = home.path(QStringLiteral("disk/.Trash-") + user);
-  const QString shared = home.path(QStringLiteral("disk/.Trash"));
+TEST_F(TrashOfDeviceTest, isAtItsTop) {
+  const QString shared = home.path(u"disk/.Trash"_s);
   const QByteArray sharedPath = QFile::encodeName(shared);
-  const auto trashOne = [this] {
-    return Trash::moveItem(home.write(QStringLiteral("disk/some folder/shot.png"), "pixels"));
+  const auto trashOne = [this] { expectMoved(home.write(u"disk/some folder/shot.png"_s, "pixels")); };
+  const auto expectIn = [](const QString& place) {
+    EXPECT_EQ(contents(place + u"/files/shot.png"_s), "pixels");
+    EXPECT_EQ(origin(place, u"shot.png"_s), "some%20folder/shot.png");
   };
-
-  ASSERT_TRUE(trashOne());
-  EXPECT_EQ(contents(own + QStringLiteral("/files/shot.png")), "pixels");
-  EXPECT_EQ(infoValue(own, QStringLiteral("shot.png"), "Path"), "some%20folder/shot.png");
+  trashOne();
+  expectIn(own);
   struct stat status = {};
   ASSERT_EQ(stat(QFile::encodeName(own).constData(), &status), 0);
   EXPECT_EQ(status.st_mode & 07777, 0700u);
   EXPECT_FALSE(QFile::exists(trash)) << "the home folder's trash is not concerned";
   expectRefused(QFile::encodeName(own) + "/files/shot.png");
-  expectRefused(QFile::encodeName(home.path(QStringLiteral("disk"))));
+  expectRefused(root + "/disk");
 
-  // A trash for all users that is not safe is as good as none.
+  // A trash for all users that is not safe is as good as none: not sticky, or a link.
   ASSERT_EQ(mkdir(sharedPath.constData(), 0777), 0);
-  ASSERT_TRUE(trashOne());
+  trashOne();
   EXPECT_EQ(listing(shared), QString());
-  QDir().mkpath(home.path(QStringLiteral("disk/sticky")));
-  ASSERT_EQ(chmod(QFile::encodeName(home.path(QStringLiteral("disk/sticky"))).constData(), 01777), 0);
-  ASSERT_EQ(rmdir(sharedPath.constData()), 0);
+  ASSERT_EQ(rename(sharedPath.constData(), (root + "/disk/sticky").constData()), 0);
+  ASSERT_EQ(chmod((root + "/disk/sticky").constData(), 01777), 0);
   ASSERT_EQ(symlink("sticky", sharedPath.constData()), 0);
-  ASSERT_TRUE(trashOne());
-  EXPECT_EQ(listing(home.path(QStringLiteral("disk/sticky"))), QString());
-  EXPECT_EQ(listing(own + QStringLiteral("/files")), QStringLiteral("shot 2.png|shot 3.png|shot.png"));
+  trashOne();
+  EXPECT_EQ(listing(shared), QString());
+  EXPECT_EQ(listing(own + u"/files"_s), u"shot 2.png|shot 3.png|shot.png"_s);
 
   ASSERT_EQ(unlink(sharedPath.constData()), 0);
-  ASSERT_EQ(mkdir(sharedPath.constData(), 0777), 0);
-  ASSERT_EQ(chmod(sharedPath.constData(), 01777), 0);
-  ASSERT_TRUE(trashOne());
-  const QString mine = shared + u'/' + user;
-  EXPECT_EQ(contents(mine + QStringLiteral("/files/shot.png")), "pixels");
-  EXPECT_EQ(infoValue(mine, QStringLiteral("shot.png"), "Path"), "some%20folder/shot.png");
+  ASSERT_EQ(rename((root + "/disk/sticky").constData(), sharedPath.constData()), 0);
+  trashOne();
+  expectIn(shared + u'/' + user);
 }
 
-TEST_F(TrashTest, aTrapAtTheTopOfADeviceIsNotSteppedInto) {
-  const Disk disk(home.path(QStringLiteral("disk")));
-  if (!disk.isMounted)
-    GTEST_SKIP() << "only root may mount the file system that this needs";
-  const QByteArray own = QFile::encodeName(home.path(QStringLiteral("disk/.Trash-%1").arg(geteuid())));
-  QDir().mkpath(home.path(QStringLiteral("disk/trap")));
-  ASSERT_EQ(symlink("trap", own.constData()), 0);
-  const QString file = home.write(QStringLiteral("disk/shot.png"), "pixels");
+TEST_F(TrashOfDeviceTest, aTrapAtItsTopIsNotSteppedInto) {
+  const QByteArray path = QFile::encodeName(own);
+  const QString file = home.write(u"disk/shot.png"_s, "pixels");
+  QDir().mkpath(home.path(u"disk/trap"_s));
+  ASSERT_EQ(symlink("trap", path.constData()), 0);
   expectRefused(QFile::encodeName(file));
-
-  ASSERT_EQ(unlink(own.constData()), 0);
-  ASSERT_EQ(mkdir(own.constData(), 0777), 0);
-  ASSERT_EQ(chown(own.constData(), 65534, 65534), 0);
+  ASSERT_EQ(unlink(path.constData()), 0);
+  ASSERT_EQ(mkdir(path.constData(), 0777), 0);
+  ASSERT_EQ(chown(path.constData(), 65534, 65534), 0);
   expectRefused(QFile::encodeName(file));
   EXPECT_EQ(contents(file), "pixels");
-  EXPECT_EQ(listing(home.path(QStringLiteral("disk/trap"))), QString());
+  EXPECT_EQ(listing(home.path(u"disk/trap"_s)), QString());
 }
 
 TEST_F(TrashTest, severalAtOnceKeepEveryFile) {
-  constexpr int threads = 4;
-  constexpr int each = 50;
-  const auto path = [this](int thread, int number) {
-    return home.path(QStringLiteral("%1-%2/shot.png").arg(thread).arg(number));
-  };
-  for (int thread = 0; thread < threads; ++thread)
-    for (int number = 0; number < each; ++number)
-      home.write(QStringLiteral("%1-%2/shot.png").arg(thread).arg(number), path(thread, number).toUtf8());
+  constexpr int threads = 4, each = 50;
+  QList<QStringList> paths(threads);
+  for (int number = 0; number < threads * each; ++number) {
+    const QString path = u"%1/shot.png"_s.arg(number);
+    paths[number % threads] << home.write(path, QFile::encodeName(home.path(path)));
+  }
   std::atomic<int> moved = 0;
   {
     std::vector<std::jthread> workers;
-    for (int thread = 0; thread < threads; ++thread)
-      workers.emplace_back([&, thread] {
-        for (int number = 0; number < each; ++number)
-          moved += Trash::moveItem(path(thread, number)) ? 1 : 0;
+    for (const QStringList& own : paths)
+      workers.emplace_back([&moved, own] {
+        for (const QString& path : own)
+          moved += Trash::moveItem(path) ? 1 : 0;
       });
   }
   EXPECT_EQ(moved, threads * each);
-  const QStringList names = QDir(trash + QStringLiteral("/files")).entryList(QDir::Files);
+  const QStringList names = QDir(trash + u"/files"_s).entryList(QDir::Files);
   EXPECT_EQ(names.size(), threads * each);
   for (const QString& name : names)
-    EXPECT_EQ(contents(trashed(name)), infoValue(trash, name, "Path")) << "each file under its own info";
-  EXPECT_EQ(QDir(trash + QStringLiteral("/info")).entryList(QDir::Files).size(), threads * each);
+    EXPECT_EQ(contents(trashed(name)), origin(trash, name)) << "each file under its own info";
 }
 
 }  // namespace

@@ -10,99 +10,79 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using platform::LogCapture;
 using platform::UserDefaults;
 
 namespace {
 
-const QString key = QStringLiteral("key");
+const QString key = u"key"_s;
+
+QByteArray contents(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}
 
 class UserDefaultsTest : public testing::Test {
  protected:
   testing_support::ScratchHome home;
-  const QString file = home.path(QStringLiteral("config/Sorrel/defaults.json"));
-
-  [[nodiscard]] QByteArray contents() const {
-    QFile in(file);
-    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
-  }
+  const QDir folder{home.path(u"config/Sorrel"_s)};
+  const QString file = folder.filePath(u"defaults.json"_s);
 };
 
 TEST_F(UserDefaultsTest, ValuesOutliveTheProcessWithTheirTypes) {
+  const QString text = u"false 한글 \"\\\n"_s;
   {
     UserDefaults defaults(file);
-    defaults.set(QStringLiteral("false"), false);
-    defaults.set(QStringLiteral("text"), QStringLiteral("false 한글 \"\\\n"));
-    defaults.set(QStringLiteral("number"), qint64(9007199254740993));  // more digits than a double holds
-    defaults.set(QStringLiteral("zero"), 0);
-    defaults.set(QStringLiteral("gone"), 1);
-    defaults.remove(QStringLiteral("gone"));
+    defaults.set(u"false"_s, false);
+    defaults.set(u"text"_s, text);
+    defaults.set(u"number"_s, qint64(9007199254740993));  // more digits than a double holds
+    defaults.set(u"zero"_s, 0);
+    defaults.set(u"gone"_s, 1);
+    defaults.remove(u"gone"_s);
   }
   const UserDefaults defaults(file);
-  EXPECT_TRUE(defaults.object(QStringLiteral("false")).isBool());
-  EXPECT_EQ(defaults.string(QStringLiteral("false")), std::nullopt);
-  EXPECT_EQ(defaults.string(QStringLiteral("text")), QStringLiteral("false 한글 \"\\\n"));
-  EXPECT_FALSE(defaults.boolean(QStringLiteral("text")));
-  EXPECT_EQ(defaults.integer(QStringLiteral("number")), 9007199254740993);
-  EXPECT_TRUE(defaults.contains(QStringLiteral("zero")));
-  EXPECT_EQ(defaults.integer(QStringLiteral("text")), 0);
-  EXPECT_TRUE(defaults.object(QStringLiteral("gone")).isUndefined());
+  EXPECT_TRUE(defaults.object(u"false"_s).isBool());
+  EXPECT_EQ(defaults.string(u"false"_s), std::nullopt);
+  EXPECT_EQ(defaults.string(u"text"_s), text);
+  EXPECT_FALSE(defaults.boolean(u"text"_s));
+  EXPECT_EQ(defaults.integer(u"text"_s), 0);
+  EXPECT_EQ(defaults.integer(u"number"_s), 9007199254740993);
+  EXPECT_TRUE(defaults.contains(u"zero"_s));
+  EXPECT_TRUE(defaults.object(u"gone"_s).isUndefined());
   EXPECT_EQ(defaults.keys().size(), 4);
 }
 
-TEST_F(UserDefaultsTest, AFileThatCannotBeParsedIsSetAsideWhole) {
-  for (const QByteArray& broken :
-       {QByteArray("{\"a\": 1"), QByteArray("[1, 2]"), QByteArray(), QByteArray("\0\xff", 2)}) {
-    home.write(QStringLiteral("config/Sorrel/defaults.json"), broken);
+TEST_F(UserDefaultsTest, WhatMakesNoSenseIsSetAsideWhole) {
+  const QByteArray texts[] = {"{\"a\": 1", "[1, 2]", QByteArray(), QByteArray("\0\xff", 2)};
+  for (int number = 0; number <= 4; ++number) {
+    // The last is a folder in the file's place: no user, not even root, can read that as a file.
+    QFile::remove(file);
+    const QString inside = number < 4 ? QString() : u"/mine"_s;
+    const QByteArray kept = number < 4 ? texts[number] : "kept";
+    home.write(u"config/Sorrel/defaults.json"_s + inside, kept);
     LogCapture log;
     UserDefaults defaults(file);
     EXPECT_TRUE(defaults.keys().isEmpty());
-    ASSERT_EQ(log.logged.size(), 1);
+    EXPECT_EQ(log.logged.size(), 1);
+    EXPECT_EQ(contents(file + u".broken%1"_s.arg(number + 1) + inside), kept);
     defaults.set(key, 1);
-    EXPECT_EQ(QJsonDocument::fromJson(contents()).object(), QJsonObject({{key, 1}}));
+    EXPECT_EQ(QJsonDocument::fromJson(contents(file)).object(), QJsonObject({{key, 1}}));
   }
-  const auto aside =
-      QDir(home.path(QStringLiteral("config/Sorrel"))).entryList({QStringLiteral("*.broken*")});
-  EXPECT_EQ(aside.size(), 4);
-  QFile first(home.path(QStringLiteral("config/Sorrel/") + aside.first()));
-  ASSERT_TRUE(first.open(QIODevice::ReadOnly));
-  EXPECT_EQ(first.readAll(), "{\"a\": 1");
-}
-
-TEST_F(UserDefaultsTest, WhatCannotBeOpenedIsSetAsideToo) {
-  // A folder in the file's place: no user, not even root, can read that as a file.
-  home.write(QStringLiteral("config/Sorrel/defaults.json/mine"), "kept");
-  const QByteArray name = QFile::encodeName(file);
-  LogCapture log;
-  {
-    UserDefaults defaults(file);
-    defaults.set(key, 1);
-    EXPECT_EQ(defaults.integer(key), 1);
-  }
-  EXPECT_EQ(log.logged.size(), 1);
-  const QDir folder(home.path(QStringLiteral("config/Sorrel")));
-  QFile kept(
-      folder.filePath(folder.entryList({QStringLiteral("*.broken*")}).value(0) + QStringLiteral("/mine")));
-  ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
-  EXPECT_EQ(kept.readAll(), "kept");
 }
 
 TEST_F(UserDefaultsTest, AWriteThatFailsIsLoggedAndLeavesTheOldFile) {
   UserDefaults defaults(file);
   defaults.set(key, 1);
-  const QByteArray before = contents();
+  const QByteArray before = contents(file);
   // A folder that nothing can be made in, whoever runs the test: it is gone.
-  const QString folder = home.path(QStringLiteral("config/Sorrel"));
-  const QString elsewhere = home.path(QStringLiteral("elsewhere"));
-  ASSERT_TRUE(QDir().rename(folder, elsewhere));
-  home.write(QStringLiteral("config/Sorrel"), "not a folder");
+  ASSERT_TRUE(QDir().rename(folder.path(), home.path(u"elsewhere"_s)));
+  home.write(u"config/Sorrel"_s, "not a folder");
   LogCapture log;
   defaults.set(key, 2);
   EXPECT_EQ(log.logged.size(), 1);
   EXPECT_EQ(defaults.integer(key), 2);
-  QFile old(elsewhere + QStringLiteral("/defaults.json"));
-  ASSERT_TRUE(old.open(QIODevice::ReadOnly));
-  EXPECT_EQ(old.readAll(), before);
+  EXPECT_EQ(contents(home.path(u"elsewhere/defaults.json"_s)), before);
 }
 
 TEST_F(UserDefaultsTest, ObserversHearTheirKeyWhenItChanges) {
@@ -114,7 +94,7 @@ TEST_F(UserDefaultsTest, ObserversHearTheirKeyWhenItChanges) {
   });
   defaults.set(key, 1);
   defaults.set(key, 1);
-  defaults.set(QStringLiteral("other"), 1);
+  defaults.set(u"other"_s, 1);
   defaults.set(key, 2);
   EXPECT_EQ(heard, 2);
   token.reset();
