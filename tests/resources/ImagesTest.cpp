@@ -7,10 +7,12 @@
 #include <cmath>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString path(const QString& name) {
-  return QStringLiteral(":/sorrel/images/") + name;
+  return u":/sorrel/images/"_s + name;
 }
 
 /// The part of an image's pixels for which `holds`, 0 to 1.
@@ -39,7 +41,7 @@ double contrast(QRgb one, QRgb other) {
 TEST(Images, everyDrawingCanBeDrawn) {
   for (const char* name :
        {"FolderIconEmpty", "FolderIconFull", "MenuBarIcon", "MenuBarIconEmpty", "sorrel"}) {
-    QSvgRenderer drawing(path(QString::fromLatin1(name) + QStringLiteral(".svg")));
+    QSvgRenderer drawing(path(QString::fromLatin1(name) + u".svg"_s));
     ASSERT_TRUE(drawing.isValid()) << name;
     QImage image(64, 64, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
@@ -53,7 +55,7 @@ TEST(Images, everyDrawingCanBeDrawn) {
 TEST(Images, theStatusItemTellsEmptyFromFullOnEveryBarAtEverySize) {
   for (const int size : {16, 18, 20, 22, 24, 32, 36, 44, 48, 64}) {
     const auto read = [size](const char* name) {
-      return QImage(path(QStringLiteral("%1@%2.png").arg(QString::fromLatin1(name)).arg(size)))
+      return QImage(path(u"%1@%2.png"_s.arg(QString::fromLatin1(name)).arg(size)))
           .convertToFormat(QImage::Format_ARGB32);
     };
     const QImage full = read("MenuBarIcon");

@@ -7,27 +7,31 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using platform::Bundle;
 
 namespace {
 
 using Table = QMap<QString, QString>;
 
-/// The texts of a table's source by key. Complains of a key that stands there twice.
-Table readTable(const QString& name) {
-  QFile file(QStringLiteral(SORREL_STRINGS_DIR "/") + name + QStringLiteral(".ts"));
-  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(file.fileName());
+/// The texts of a table's source by key. Complains of a key that stands there twice, and of a text that
+/// doesn't reach the program.
+Table readTable(const QString& name, const QString& language, const QString& folder) {
+  const auto bundle = Bundle::withPath(folder + u'/' + language + u".lproj"_s);
+  QFile file(QStringLiteral(SORREL_STRINGS_DIR "/%1_%2.ts").arg(name, language));
+  EXPECT_TRUE(bundle && file.open(QIODevice::ReadOnly)) << qPrintable(file.fileName());
   Table texts;
   QString key;
   QXmlStreamReader xml(&file);
-  while (!xml.atEnd()) {
+  while (bundle && !xml.atEnd()) {
     if (xml.readNext() != QXmlStreamReader::StartElement)
       continue;
-    if (xml.name() == QStringLiteral("message")) {
-      key = xml.attributes().value(QStringLiteral("id")).toString();
+    if (xml.name() == u"message"_s) {
+      key = xml.attributes().value(u"id"_s).toString();
       EXPECT_FALSE(texts.contains(key)) << qPrintable(key);
-    } else if (xml.name() == QStringLiteral("translation")) {
+    } else if (xml.name() == u"translation"_s) {
       texts.insert(key, xml.readElementText());
+      EXPECT_EQ(bundle->localizedString(key, QString()), texts.value(key)) << qPrintable(key);
     }
   }
   EXPECT_FALSE(xml.hasError()) << qPrintable(xml.errorString());
@@ -35,7 +39,7 @@ Table readTable(const QString& name) {
 }
 
 QStringList placeholders(const QString& text) {
-  static const QRegularExpression pattern(QStringLiteral("%L?\\d+"));
+  static const QRegularExpression pattern(u"%L?\\d+"_s);
   QStringList found;
   for (const auto& match : pattern.globalMatch(text))
     found << match.captured();
@@ -43,41 +47,19 @@ QStringList placeholders(const QString& text) {
   return found;
 }
 
-struct Tables {
-  const char* name;
-  const char* folder;
-};
-
-class StringTablesTest : public testing::TestWithParam<Tables> {};
-
-TEST_P(StringTablesTest, koreanAndEnglishSayTheSameThings) {
-  const QString name = QString::fromLatin1(GetParam().name);
-  const Table english = readTable(name + QStringLiteral("_en"));
-  const Table korean = readTable(name + QStringLiteral("_ko"));
-  EXPECT_FALSE(english.isEmpty());
-  EXPECT_EQ(english.keys().join(u'\n'), korean.keys().join(u'\n'));
-  for (const auto& [key, text] : english.asKeyValueRange()) {
-    EXPECT_EQ(text.trimmed(), text) << qPrintable(key);
-    EXPECT_FALSE(text.isEmpty() || korean.value(key).trimmed().isEmpty()) << qPrintable(key);
-    EXPECT_EQ(placeholders(text), placeholders(korean.value(key))) << qPrintable(key);
+TEST(StringTables, koreanAndEnglishSayTheSameThings) {
+  for (const auto& [name, folder] :
+       {std::pair(u"sorrel"_s, u":/sorrel"_s),
+        std::pair(u"KeyboardShortcuts"_s, u":/sorrel/KeyboardShortcuts_KeyboardShortcuts.bundle"_s)}) {
+    const Table english = readTable(name, u"en"_s, folder), korean = readTable(name, u"ko"_s, folder);
+    EXPECT_FALSE(english.isEmpty());
+    EXPECT_EQ(english.keys(), korean.keys());
+    for (const auto& [key, text] : english.asKeyValueRange()) {
+      EXPECT_EQ(text.trimmed(), text) << qPrintable(key);
+      EXPECT_FALSE(text.isEmpty() || korean.value(key).trimmed().isEmpty()) << qPrintable(key);
+      EXPECT_EQ(placeholders(text), placeholders(korean.value(key))) << qPrintable(key);
+    }
   }
 }
-
-TEST_P(StringTablesTest, everyTextReachesTheProgram) {
-  for (const QString& language : {QStringLiteral("en"), QStringLiteral("ko")}) {
-    const auto bundle =
-        Bundle::withPath(QString::fromLatin1(GetParam().folder) + u'/' + language + QStringLiteral(".lproj"));
-    ASSERT_NE(bundle, nullptr);
-    const Table texts = readTable(QString::fromLatin1(GetParam().name) + u'_' + language);
-    for (const auto& [key, text] : texts.asKeyValueRange())
-      EXPECT_EQ(bundle->localizedString(key, QString()), text) << qPrintable(key);
-  }
-}
-
-INSTANTIATE_TEST_SUITE_P(Resources, StringTablesTest,
-                         testing::Values(Tables{"sorrel", ":/sorrel"},
-                                         Tables{"KeyboardShortcuts",
-                                                ":/sorrel/KeyboardShortcuts_KeyboardShortcuts.bundle"}),
-                         [](const auto& parameter) { return std::string(parameter.param.name); });
 
 }  // namespace

@@ -13,28 +13,11 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace sorrel;
 using namespace platform;
 
 namespace {
-
-/// The capture tool as a test plays it: what it was started with, and a way to end it.
-class FakeTool {
- public:
-  struct Run {
-    QString executable;
-    QStringList arguments;
-    std::function<void()> end;
-  };
-  QList<Run> runs;
-  std::optional<QString> launchError;
-
- private:
-  TaskLauncherOverride override{[this](const Task& task, auto onTermination) {
-    runs.append({task.executable, task.arguments, onTermination});
-    return launchError;
-  }};
-};
 
 class CaptureServiceTest : public testing::Test {
  protected:
@@ -49,19 +32,25 @@ class CaptureServiceTest : public testing::Test {
 
   testing_support::ScratchHome home;
   ManualClock clock{QDateTime(QDate(2026, 3, 14), QTime(9, 26, 53, 999))};
-  FakeTool tool;
-  const QString plainName = QStringLiteral("Sorrel 2026-03-14 at 09.26.53.png");
+  QString launchError;
+  /// How the capture tool was started, and a way to end it.
+  QList<std::pair<Task, std::function<void()>>> runs;
+  TaskLauncherOverride launcher{[this](const Task& task, auto onTermination) {
+    runs.append({task, onTermination});
+    return launchError.isEmpty() ? std::nullopt : std::optional(launchError);
+  }};
+  const QString plainName = u"Sorrel 2026-03-14 at 09.26.53.png"_s;
 };
 
 TEST_F(CaptureServiceTest, TheToolIsGivenANewFileInTheBottle) {
   capture();
-  ASSERT_EQ(tool.runs.size(), 1);
-  const QString path = home.path(QStringLiteral("Documents/Sorrel bottle/") + plainName);
-  EXPECT_EQ(tool.runs[0].executable, Locations::systemTool(QStringLiteral("/usr/sbin/screencapture")));
-  EXPECT_EQ(tool.runs[0].arguments, QStringList({QStringLiteral("-i"), path}));
+  ASSERT_EQ(runs.size(), 1);
+  const QString path = home.path(u"Documents/Sorrel bottle/"_s + plainName);
+  EXPECT_EQ(runs[0].first.executable, Locations::systemTool(u"/usr/sbin/screencapture"_s));
+  EXPECT_EQ(runs[0].first.arguments, QStringList({u"-i"_s, path}));
 
-  home.write(QStringLiteral("Documents/Sorrel bottle/") + plainName, "a picture");
-  tool.runs[0].end();
+  home.write(u"Documents/Sorrel bottle/"_s + plainName, "a picture");
+  runs[0].second();
   EXPECT_TRUE(answers.isEmpty()) << "the answer comes in a turn of its own";
   clock.run();
   ASSERT_EQ(answers.size(), 1);
@@ -71,60 +60,53 @@ TEST_F(CaptureServiceTest, TheToolIsGivenANewFileInTheBottle) {
 TEST_F(CaptureServiceTest, NamesAreNumberedFromTwoAndTheFirstFreeOneWins) {
   const auto nameOfNext = [this] {
     capture();
-    return QFileInfo(tool.runs.last().arguments[1]).fileName();
+    return QFileInfo(runs.last().first.arguments[1]).fileName();
   };
   const QDir bottle(AppPaths::bottleDirectory().toLocalFile());
   const auto fill = [&](const QString& name) { QFile(bottle.filePath(name)).open(QIODevice::WriteOnly); };
   fill(plainName);
-  EXPECT_EQ(nameOfNext(), QStringLiteral("Sorrel 2026-03-14 at 09.26.53 (2).png"));
-  fill(QStringLiteral("Sorrel 2026-03-14 at 09.26.53 (2).png"));
-  fill(QStringLiteral("Sorrel 2026-03-14 at 09.26.53 (4).png"));
-  EXPECT_EQ(nameOfNext(), QStringLiteral("Sorrel 2026-03-14 at 09.26.53 (3).png"));
+  EXPECT_EQ(nameOfNext(), u"Sorrel 2026-03-14 at 09.26.53 (2).png"_s);
+  fill(u"Sorrel 2026-03-14 at 09.26.53 (2).png"_s);
+  fill(u"Sorrel 2026-03-14 at 09.26.53 (4).png"_s);
+  EXPECT_EQ(nameOfNext(), u"Sorrel 2026-03-14 at 09.26.53 (3).png"_s);
   clock.advance(std::chrono::milliseconds(1));
-  EXPECT_EQ(nameOfNext(), QStringLiteral("Sorrel 2026-03-14 at 09.26.54.png"));
+  EXPECT_EQ(nameOfNext(), u"Sorrel 2026-03-14 at 09.26.54.png"_s);
 }
 
 TEST_F(CaptureServiceTest, WithoutAFileThereIsNothingToAnswer) {
   capture();
   CaptureService::shared().interactiveCaptureToClipboard();
-  EXPECT_EQ(tool.runs[1].arguments, QStringList({QStringLiteral("-i"), QStringLiteral("-c")}));
-  tool.runs[1].end();
-  tool.runs[0].end();
-  clock.run();
-  EXPECT_EQ(answers, QList<std::optional<QUrl>>({std::nullopt}));
-}
-
-TEST_F(CaptureServiceTest, AToolThatCannotBeStartedIsLoggedAndAnsweredLater) {
+  EXPECT_EQ(runs[1].first.arguments, QStringList({u"-i"_s, u"-c"_s}));
+  runs[1].second();
+  runs[0].second();
   const LogCapture log;
-  tool.launchError = QStringLiteral("no such thing");
+  launchError = u"no such thing"_s;
   capture();
-  EXPECT_EQ(log.logged, QStringList({QStringLiteral("Sorrel screencapture launch failed: no such thing")}));
+  EXPECT_EQ(log.logged, QStringList({u"Sorrel screencapture launch failed: no such thing"_s}));
   EXPECT_TRUE(answers.isEmpty());
   clock.run();
-  EXPECT_EQ(answers, QList<std::optional<QUrl>>({std::nullopt}));
+  EXPECT_EQ(answers, QList<std::optional<QUrl>>({std::nullopt, std::nullopt}));
 }
 
 TEST_F(CaptureServiceTest, TheFolderIsReadAtEachCapture) {
   auto& defaults = UserDefaults::standard();
-  defaults.set(QStringLiteral("storageDirectory"), QStringLiteral("~/다른 곳/shots"));
+  defaults.set(u"storageDirectory"_s, u"~/다른 곳/shots"_s);
   capture();
-  EXPECT_EQ(tool.runs[0].arguments[1], home.path(QStringLiteral("다른 곳/shots/") + plainName));
-  EXPECT_TRUE(QFileInfo(home.path(QStringLiteral("다른 곳/shots"))).isDir());
+  EXPECT_EQ(runs[0].first.arguments[1], home.path(u"다른 곳/shots/"_s + plainName));
+  EXPECT_TRUE(QFileInfo(home.path(u"다른 곳/shots"_s)).isDir());
 
-  defaults.set(QStringLiteral("storageDirectory"), QString());
-  EXPECT_EQ(AppPaths::bottleDirectory(),
-            QUrl::fromLocalFile(home.path(QStringLiteral("Documents/Sorrel bottle/"))));
+  defaults.set(u"storageDirectory"_s, QString());
+  EXPECT_EQ(AppPaths::bottleDirectory(), QUrl::fromLocalFile(home.path(u"Documents/Sorrel bottle/"_s)));
   ASSERT_TRUE(QDir(AppPaths::bottleDirectory().toLocalFile()).removeRecursively());
   EXPECT_TRUE(QFileInfo(AppPaths::bottleDirectory().toLocalFile()).isDir()) << "asking brings it back";
 }
 
 TEST_F(CaptureServiceTest, AFolderThatCannotBeMadeIsStillTheAnswer) {
-  const QString file = home.write(QStringLiteral("file"));
-  UserDefaults::standard().set(QStringLiteral("storageDirectory"), file + QStringLiteral("/below"));
+  const QString file = home.write(u"file"_s);
+  UserDefaults::standard().set(u"storageDirectory"_s, file + u"/below"_s);
   capture();
-  EXPECT_EQ(tool.runs[0].arguments[1], file + QStringLiteral("/below/") + plainName);
-  EXPECT_EQ(AppPaths::supportDirectory(),
-            QUrl::fromLocalFile(home.path(QStringLiteral(".local/share/Sorrel/"))));
+  EXPECT_EQ(runs[0].first.arguments[1], file + u"/below/"_s + plainName);
+  EXPECT_EQ(AppPaths::supportDirectory(), QUrl::fromLocalFile(home.path(u".local/share/Sorrel/"_s)));
 }
 
 }  // namespace

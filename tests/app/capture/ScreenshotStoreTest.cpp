@@ -13,25 +13,24 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+using namespace Qt::StringLiterals;
 using namespace sorrel;
 using namespace platform;
 
 namespace {
 
-const QString daysKey = QStringLiteral("autoDeleteDays");
+const QString daysKey = u"autoDeleteDays"_s;
 
 class ScreenshotStoreTest : public testing::Test {
  protected:
   ScreenshotStoreTest() { UserDefaults::resetStandard(); }
   ~ScreenshotStoreTest() override { UserDefaults::resetStandard(); }
 
-  void put(const QString& name, const QDateTime& modified) const {
-    QFile file(home.write(QStringLiteral("Documents/Sorrel bottle/") + name));
+  void putAged(const QString& name, double days) const {
+    QFile file(home.write(u"Documents/Sorrel bottle/"_s + name));
+    const QDateTime modified = MainQueue::main().now().addMSecs(-qRound64(days * 86'400'000));
     ASSERT_TRUE(file.open(QIODevice::ReadWrite) &&
                 file.setFileTime(modified, QFileDevice::FileModificationTime));
-  }
-  void putAged(const QString& name, double days) const {
-    put(name, MainQueue::main().now().addMSecs(-qRound64(days * 86'400'000)));
   }
   [[nodiscard]] static QStringList listed() {
     QStringList names;
@@ -40,7 +39,7 @@ class ScreenshotStoreTest : public testing::Test {
     return names;
   }
   [[nodiscard]] QStringList trashed() const {
-    return QDir(home.path(QStringLiteral(".local/share/Trash/files"))).entryList(QDir::Files, QDir::Name);
+    return QDir(home.path(u".local/share/Trash/files"_s)).entryList(QDir::Files, QDir::Name);
   }
 
   testing_support::ScratchHome home;
@@ -53,39 +52,38 @@ TEST_F(ScreenshotStoreTest, ListsWhatIsNamedLikeAPicture) {
   for (const char* name : {"a.PNG", "b.Jpeg", "c.HEIC", "d.tiff", "e.gif", "f.jpg", "g.webp", "h.pdf",
                            "i.tif", ".hidden.png", "png", "j.png.txt", "k.", "l.pn"})
     putAged(QString::fromLatin1(name), ++age);
-  EXPECT_EQ(listed().join(u' '), QStringLiteral("a.PNG b.Jpeg c.HEIC d.tiff e.gif f.jpg"));
-  putAged(QStringLiteral("e.gif"), 0);
-  EXPECT_EQ(listed().first(), QStringLiteral("e.gif")) << "a touched file comes first";
+  EXPECT_EQ(listed().join(u' '), u"a.PNG b.Jpeg c.HEIC d.tiff e.gif f.jpg"_s);
+  putAged(u"e.gif"_s, 0);
+  EXPECT_EQ(listed().first(), u"e.gif"_s) << "a touched file comes first";
   const Screenshot first = ScreenshotStore::all().front();
   EXPECT_EQ(first.url().toLocalFile(), first.id());
-  EXPECT_EQ(first.path, home.path(QStringLiteral("Documents/Sorrel bottle/e.gif")));
+  EXPECT_EQ(first.path, home.path(u"Documents/Sorrel bottle/e.gif"_s));
 }
 
 TEST_F(ScreenshotStoreTest, TheSweepTrashesWhatIsOlderThanTheLimit) {
-  putAged(QStringLiteral("OLD.PNG"), 31);
-  putAged(QStringLiteral("at the limit.png"), 30);
-  putAged(QStringLiteral("just over.png"), 30.0001);
-  putAged(QStringLiteral("young.png"), 29);
-  putAged(QStringLiteral("old.txt"), 100);
+  putAged(u"OLD.PNG"_s, 31);
+  putAged(u"at the limit.png"_s, 30);
+  putAged(u"just over.png"_s, 30.0001);
+  putAged(u"young.png"_s, 29);
+  putAged(u"old.txt"_s, 100);
   const LogCapture log;
   EXPECT_EQ(RetentionService::sweep(), 2);
-  EXPECT_EQ(listed().join(u'|'), QStringLiteral("young.png|at the limit.png"));
-  EXPECT_EQ(trashed().join(u'|'), QStringLiteral("OLD.PNG|just over.png"));
-  EXPECT_EQ(log.logged,
-            QStringList({QStringLiteral("Sorrel retention: trashed 2 screenshot(s) older than 30 day(s).")}));
+  EXPECT_EQ(listed().join(u'|'), u"young.png|at the limit.png"_s);
+  EXPECT_EQ(trashed().join(u'|'), u"OLD.PNG|just over.png"_s);
+  EXPECT_EQ(log.logged, QStringList({u"Sorrel retention: trashed 2 screenshot(s) older than 30 day(s)."_s}));
   EXPECT_EQ(RetentionService::sweep(), 0);
   EXPECT_EQ(log.logged.size(), 1);
 }
 
 TEST_F(ScreenshotStoreTest, TheLimitIsTheSetting) {
   auto& defaults = UserDefaults::standard();
-  putAged(QStringLiteral("a.png"), 20'000);
+  putAged(u"a.png"_s, 20'000);
   for (const int off : {0, -1}) {
     defaults.set(daysKey, off);
     EXPECT_EQ(RetentionService::sweep(), 0);
   }
   // What can't be read as a number of days must never delete.
-  defaults.set(daysKey, QStringLiteral("1"));
+  defaults.set(daysKey, u"1"_s);
   EXPECT_EQ(RetentionService::sweep(), 0);
   defaults.set(daysKey, std::numeric_limits<qint64>::max());
   EXPECT_EQ(RetentionService::sweep(), 0);
@@ -96,9 +94,9 @@ TEST_F(ScreenshotStoreTest, TheLimitIsTheSetting) {
 }
 
 TEST_F(ScreenshotStoreTest, WhatCannotBeTrashedIsCountedAndStays) {
-  putAged(QStringLiteral("a.png"), 40);
-  putAged(QStringLiteral("b.png"), 41);
-  home.write(QStringLiteral(".local/share/Trash"), "not a folder");
+  putAged(u"a.png"_s, 40);
+  putAged(u"b.png"_s, 41);
+  home.write(u".local/share/Trash"_s, "not a folder");
   const LogCapture log;
   EXPECT_EQ(RetentionService::sweep(), 2);
   EXPECT_EQ(RetentionService::sweep(), 2);

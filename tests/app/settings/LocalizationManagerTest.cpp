@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using platform::Bundle;
 using platform::UserDefaults;
 using sorrel::AppLanguage;
@@ -14,12 +15,12 @@ using sorrel::localized;
 
 namespace {
 
-const QString quit = QStringLiteral("menu.quit");
-const QString languageKey = QStringLiteral("appLanguage");
+const QString quit = u"menu.quit"_s;
+const QString languageKey = u"appLanguage"_s;
 
 class LocalizationManagerTest : public testing::Test {
  protected:
-  LocalizationManagerTest() { startWith(QStringLiteral(":/sorrel"), {QStringLiteral("en-GB")}); }
+  LocalizationManagerTest() { startWith(u":/sorrel"_s, {u"en-GB"_s}); }
   ~LocalizationManagerTest() override {
     Bundle::setMain(nullptr);
     UserDefaults::resetStandard();
@@ -38,11 +39,11 @@ class LocalizationManagerTest : public testing::Test {
 
 TEST_F(LocalizationManagerTest, followsTheSystemUntilTheUserChooses) {
   EXPECT_EQ(LocalizationManager::shared().language(), AppLanguage::system);
-  EXPECT_EQ(localized(quit), QStringLiteral("Quit Sorrel"));
+  EXPECT_EQ(localized(quit), u"Quit Sorrel"_s);
+  EXPECT_EQ(localized(u"no.such.key"_s), u"no.such.key"_s);
   EXPECT_FALSE(UserDefaults::standard().contains(languageKey)) << "reading stores nothing";
-
-  startWith(QStringLiteral(":/sorrel"), {QStringLiteral("fr-FR"), QStringLiteral("ko-KR")});
-  EXPECT_EQ(localized(quit), QStringLiteral("Sorrel 종료"));
+  startWith(u":/sorrel"_s, {u"fr-FR"_s, u"ko-KR"_s});
+  EXPECT_EQ(localized(quit), u"Sorrel 종료"_s);
 }
 
 TEST_F(LocalizationManagerTest, aChoiceIsStoredAndOutlivesARestart) {
@@ -50,77 +51,56 @@ TEST_F(LocalizationManagerTest, aChoiceIsStoredAndOutlivesARestart) {
   int changes = 0;
   auto token = manager.observe([&] {
     ++changes;
-    EXPECT_EQ(manager.language(), AppLanguage::ko);
-    EXPECT_EQ(UserDefaults::standard().string(languageKey), QStringLiteral("ko"));
-    EXPECT_EQ(localized(quit), QStringLiteral("Sorrel 종료")) << "observers find the new table";
+    EXPECT_EQ(UserDefaults::standard().string(languageKey), u"ko"_s);
+    EXPECT_EQ(localized(quit), u"Sorrel 종료"_s) << "observers find the new table";
   });
   manager.setLanguage(AppLanguage::ko);
   EXPECT_EQ(changes, 1);
   token.reset();
   manager.setLanguage(AppLanguage::en);
   EXPECT_EQ(changes, 1) << "no token, no call";
-
-  startWith(QStringLiteral(":/sorrel"), {QStringLiteral("ko-KR")});
+  startWith(u":/sorrel"_s, {u"ko-KR"_s});
   EXPECT_EQ(LocalizationManager::shared().language(), AppLanguage::en);
-  EXPECT_EQ(localized(quit), QStringLiteral("Quit Sorrel"));
+  EXPECT_EQ(localized(quit), u"Quit Sorrel"_s);
 }
 
 TEST_F(LocalizationManagerTest, anUnknownStoredLanguageIsTheSystemsAndStaysStoredUntilTheNextChange) {
-  UserDefaults::standard().set(languageKey, QStringLiteral("de"));
+  UserDefaults::standard().set(languageKey, 7);
+  EXPECT_EQ(LocalizationManager::shared().language(), AppLanguage::system);
+  UserDefaults::standard().set(languageKey, u"de"_s);
   LocalizationManager::resetShared();
   EXPECT_EQ(LocalizationManager::shared().language(), AppLanguage::system);
-  EXPECT_EQ(UserDefaults::standard().string(languageKey), QStringLiteral("de"));
-
+  EXPECT_EQ(UserDefaults::standard().string(languageKey), u"de"_s);
   LocalizationManager::shared().setLanguage(AppLanguage::system);
-  EXPECT_EQ(UserDefaults::standard().string(languageKey), QStringLiteral("system"));
-
-  UserDefaults::standard().set(languageKey, 7);
-  LocalizationManager::resetShared();
-  EXPECT_EQ(LocalizationManager::shared().language(), AppLanguage::system) << "not even a text";
+  EXPECT_EQ(UserDefaults::standard().string(languageKey), u"system"_s);
 }
 
-TEST_F(LocalizationManagerTest, settingTheSameLanguageAgainFindsTheTableAnew) {
-  startWith(home.path(), {});
+TEST_F(LocalizationManagerTest, aMissingLanguageFolderLeavesTheMainBundleUntilItIsThere) {
+  QDir().mkpath(home.path(u"en.lproj"_s));
+  QFile::copy(u":/sorrel/en.lproj/Localizable.qm"_s, home.path(u"en.lproj/Localizable.qm"_s));
+  startWith(home.path(), {u"ko-KR"_s});
   auto& manager = LocalizationManager::shared();
   manager.setLanguage(AppLanguage::ko);
-  EXPECT_EQ(manager.bundle(), Bundle::main()) << "no folder yet";
+  EXPECT_EQ(manager.language(), AppLanguage::ko);
+  EXPECT_EQ(manager.bundle(), Bundle::main());
+  EXPECT_EQ(localized(quit), u"Quit Sorrel"_s) << "the system's choice of language";
 
-  QDir().mkpath(home.path(QStringLiteral("ko.lproj")));
+  QDir().mkpath(home.path(u"ko.lproj"_s));
   UserDefaults::standard().remove(languageKey);
   manager.setLanguage(AppLanguage::ko);
-  EXPECT_EQ(manager.bundle()->resourcePath(), home.path(QStringLiteral("ko.lproj")));
-  EXPECT_EQ(UserDefaults::standard().string(languageKey), QStringLiteral("ko")) << "written again";
-}
+  EXPECT_EQ(manager.bundle()->resourcePath(), home.path(u"ko.lproj"_s));
+  EXPECT_EQ(UserDefaults::standard().string(languageKey), u"ko"_s) << "written again";
 
-TEST_F(LocalizationManagerTest, aMissingLanguageFolderLeavesTheMainBundle) {
-  QDir().mkpath(home.path(QStringLiteral("resources/en.lproj")));
-  QFile::copy(QStringLiteral(":/sorrel/en.lproj/Localizable.qm"),
-              home.path(QStringLiteral("resources/en.lproj/Localizable.qm")));
-  startWith(home.path(QStringLiteral("resources")), {QStringLiteral("ko-KR")});
-  LocalizationManager::shared().setLanguage(AppLanguage::ko);
-  EXPECT_EQ(LocalizationManager::shared().language(), AppLanguage::ko);
-  EXPECT_EQ(LocalizationManager::shared().bundle(), Bundle::main());
-  EXPECT_EQ(localized(quit), QStringLiteral("Quit Sorrel")) << "the system's choice of language";
-
-  startWith(home.path(QStringLiteral("nothing")), {});
+  startWith(home.path(u"nothing"_s), {});
   EXPECT_EQ(LocalizationManager::shared().bundle(), Bundle::main()) << "not even English";
   EXPECT_EQ(localized(quit), quit);
 }
 
-TEST_F(LocalizationManagerTest, aKeyWithoutATextShowsItself) {
-  EXPECT_EQ(localized(QStringLiteral("no.such.key")), QStringLiteral("no.such.key"));
-  EXPECT_EQ(localized(QString()), QString());
-}
-
 TEST_F(LocalizationManagerTest, theLanguagesAreStoredAndShownUnderTheirNames) {
-  QStringList raw;
-  QStringList labels;
-  for (const AppLanguage language : sorrel::allAppLanguages) {
-    raw << sorrel::rawValue(language);
-    labels << localized(sorrel::labelKey(language));
-  }
-  EXPECT_EQ(raw.join(u' '), QStringLiteral("system ko en"));
-  EXPECT_EQ(labels.join(u' '), QStringLiteral("System 한국어 English"));
+  QString names;
+  for (const AppLanguage language : sorrel::allAppLanguages)
+    names += sorrel::rawValue(language) + u'=' + localized(sorrel::labelKey(language)) + u' ';
+  EXPECT_EQ(names, u"system=System ko=한국어 en=English "_s);
 }
 
 }  // namespace

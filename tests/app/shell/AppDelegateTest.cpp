@@ -15,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace sorrel;
 using namespace platform;
 using namespace std::chrono_literals;
@@ -26,9 +27,9 @@ class UpdaterDouble : public Updater {
  public:
   explicit UpdaterDouble(QStringList& log) : calls(log) {}
   void setAutomaticallyChecksForUpdates(bool isAutomatic) override {
-    calls << (isAutomatic ? QStringLiteral("automatic") : QStringLiteral("manual"));
+    calls << (isAutomatic ? u"automatic"_s : u"manual"_s);
   }
-  void checkForUpdates() override { calls << QStringLiteral("check for updates"); }
+  void checkForUpdates() override { calls << u"check for updates"_s; }
 
  private:
   QStringList& calls;
@@ -44,13 +45,13 @@ class AppDelegateTest : public testing::Test {
     KeyboardShortcuts::resetStatics();
     HotKeyService::setCurrent(service);
     windows.setScreenshots = [this](const auto& screenshots) {
-      calls << QStringLiteral("%1 screenshots").arg(screenshots.size());
+      calls << u"%1 screenshots"_s.arg(screenshots.size());
     };
-    windows.toggleHistory = [this](auto) { calls << QStringLiteral("toggle history"); };
-    windows.showHistory = [this](auto) { calls << QStringLiteral("show history"); };
-    windows.closeHistory = [this] { calls << QStringLiteral("close history"); };
-    windows.openEditor = [this](const QUrl& url) { calls << QStringLiteral("edit ") + url.fileName(); };
-    windows.openSettings = [this] { calls << QStringLiteral("settings"); };
+    windows.toggleHistory = [this](auto) { calls << u"toggle history"_s; };
+    windows.showHistory = [this](auto) { calls << u"show history"_s; };
+    windows.closeHistory = [this] { calls << u"close history"_s; };
+    windows.openEditor = [this](const QUrl& url) { calls << u"edit "_s + url.fileName(); };
+    windows.openSettings = [this] { calls << u"settings"_s; };
   }
 
   ~AppDelegateTest() override {
@@ -63,7 +64,7 @@ class AppDelegateTest : public testing::Test {
 
   void launch() {
     delegate = std::make_shared<AppDelegate>(windows, std::make_unique<UpdaterDouble>(calls),
-                                             [this] { calls << QStringLiteral("terminate"); });
+                                             [this] { calls << u"terminate"_s; });
     delegate->applicationDidFinishLaunching();
     storeDefaults();
   }
@@ -73,29 +74,16 @@ class AppDelegateTest : public testing::Test {
                              &ShortcutNames::captureClipboard(), &ShortcutNames::openHistory()})
       name->setShortcut(name->defaultShortcut());
   }
-  QStringList takeCalls() { return std::exchange(calls, {}); }
+  QString taken() { return std::exchange(calls, {}).join(u'|'); }
   void put(const QString& name, qint64 ageInDays = 0) const {
-    QFile file(home.write(QStringLiteral("Documents/Sorrel bottle/") + name));
+    QFile file(home.write(u"Documents/Sorrel bottle/"_s + name));
     ASSERT_TRUE(
         file.open(QIODevice::ReadWrite) &&
         file.setFileTime(MainQueue::main().now().addDays(-ageInDays), QFileDevice::FileModificationTime));
   }
   void press(const Key& key) { service->press(static_cast<quint32>(key.rawValue), altShift); }
-  /// Ends the capture tool's last run, with a picture or without.
-  void endTool(bool hasPicture) {
-    if (hasPicture)
-      QFile(tools.last().first.arguments.last()).open(QIODevice::WriteOnly);
-    tools.last().second();
-    clock.run();
-  }
   [[nodiscard]] QString description() const {
     return delegate->statusItem()->image().accessibilityDescription;
-  }
-  [[nodiscard]] QStringList menuTitles() const {
-    QStringList titles;
-    for (const MenuItem& item : delegate->contextMenu().items)
-      titles << (item.isSeparator ? QStringLiteral("-") : item.title);
-    return titles;
   }
   static void post(const char* name, const QVariant& object = {}) {
     NotificationCenter::defaultCenter().post(QString::fromLatin1(name), object);
@@ -103,6 +91,7 @@ class AppDelegateTest : public testing::Test {
 
   static constexpr quint32 altShift = 0x800 | 0x200;
   testing_support::ScratchHome home;
+  const QString bottle = home.path(u"Documents/Sorrel bottle"_s);
   ManualClock clock{QDateTime(QDate(2026, 3, 14), QTime(12, 0), Qt::UTC)};
   std::shared_ptr<testing_support::HotKeyServiceDouble> service =
       std::make_shared<testing_support::HotKeyServiceDouble>();
@@ -110,7 +99,7 @@ class AppDelegateTest : public testing::Test {
   QStringList calls;
   QList<std::pair<Task, std::function<void()>>> tools;
   TaskLauncherOverride launcher{[this](const Task& task, auto onTermination) -> std::optional<QString> {
-    if (task.executable.endsWith(QStringLiteral("/screencapture")))
+    if (task.executable.endsWith(u"/screencapture"_s))
       tools.append({task, onTermination});
     return std::nullopt;
   }};
@@ -120,145 +109,129 @@ class AppDelegateTest : public testing::Test {
 
 TEST_F(AppDelegateTest, LaunchMakesTheFolderAndShowsWhatIsInIt) {
   launch();
-  EXPECT_TRUE(QFileInfo(home.path(QStringLiteral("Documents/Sorrel bottle"))).isDir());
-  EXPECT_EQ(description(), QStringLiteral("Sorrel — 0 screenshots"));
-  EXPECT_EQ(takeCalls(), QStringList({QStringLiteral("automatic")}))
-      << "the history learns nothing before it opens";
+  EXPECT_TRUE(QFileInfo(bottle).isDir());
+  EXPECT_EQ(description(), u"Sorrel — 0 screenshots"_s);
+  EXPECT_EQ(taken(), u"automatic"_s) << "the history learns nothing before it opens";
   EXPECT_EQ(service->live.size(), 4u);
-
   delegate.reset();
-  put(QStringLiteral("a.png"));
+  put(u"a.png"_s);
   launch();
-  EXPECT_EQ(description(), QStringLiteral("Sorrel — 1 screenshots"));
+  EXPECT_EQ(description(), u"Sorrel — 1 screenshots"_s);
 }
 
 TEST_F(AppDelegateTest, OldPicturesGoAtLaunchAndThenDaily) {
-  put(QStringLiteral("old.png"), 31);
-  put(QStringLiteral("soon old.png"), 29);
+  put(u"old.png"_s, 31);
+  put(u"soon old.png"_s, 29);
   launch();
-  EXPECT_EQ(takeCalls(), QStringList({QStringLiteral("automatic"), QStringLiteral("1 screenshots")}));
+  EXPECT_EQ(taken(), u"automatic|1 screenshots"_s);
   clock.advance(24h);
-  EXPECT_TRUE(takeCalls().isEmpty()) << "a sweep that trashes nothing refreshes nothing";
+  EXPECT_EQ(taken(), QString()) << "a sweep that trashes nothing refreshes nothing";
   clock.advance(24h);
-  EXPECT_EQ(takeCalls(), QStringList({QStringLiteral("0 screenshots")}));
-  EXPECT_EQ(description(), QStringLiteral("Sorrel — 0 screenshots"));
+  EXPECT_EQ(taken(), u"0 screenshots"_s);
+  EXPECT_EQ(description(), u"Sorrel — 0 screenshots"_s);
 }
 
-TEST_F(AppDelegateTest, ANormalCaptureShowsTheHistoryWithTheNewPicture) {
+TEST_F(AppDelegateTest, EachHotKeyHasItsAction) {
   launch();
-  takeCalls();
-  press(Key::s);
-  ASSERT_EQ(tools.size(), 1);
-  EXPECT_TRUE(takeCalls().isEmpty());
-  endTool(true);
-  EXPECT_EQ(takeCalls(), QStringList({QStringLiteral("1 screenshots"), QStringLiteral("show history")}));
-  EXPECT_EQ(description(), QStringLiteral("Sorrel — 1 screenshots"));
-}
-
-TEST_F(AppDelegateTest, ACaptureForTheEditorLeavesTheHistoryAlone) {
-  launch();
-  takeCalls();
-  press(Key::d);
-  endTool(true);
-  EXPECT_EQ(takeCalls(), QStringList({QStringLiteral("1 screenshots"),
-                                      QStringLiteral("edit ") +
-                                          QFileInfo(tools.last().first.arguments.last()).fileName()}));
-}
-
-TEST_F(AppDelegateTest, ACancelledCaptureAndOneToTheClipboardChangeNothing) {
-  launch();
-  takeCalls();
-  for (const Key& key : {Key::s, Key::d, Key::a}) {
+  taken();
+  const auto captured = [this](const Key& key, bool hasPicture) {
     press(key);
-    endTool(false);
-  }
-  EXPECT_EQ(tools.last().first.arguments, QStringList({QStringLiteral("-i"), QStringLiteral("-c")}));
-  EXPECT_TRUE(takeCalls().isEmpty());
-  EXPECT_EQ(description(), QStringLiteral("Sorrel — 0 screenshots"));
-}
-
-TEST_F(AppDelegateTest, NothingKeepsASecondCaptureFromStarting) {
-  launch();
+    EXPECT_EQ(taken(), QString());
+    if (hasPicture)
+      QFile(tools.last().first.arguments.last()).open(QIODevice::WriteOnly);
+    tools.last().second();
+    clock.run();
+    return taken();
+  };
+  for (const Key& key : {Key::s, Key::d, Key::a})
+    EXPECT_EQ(captured(key, false), QString()) << "cancelled, or to the clipboard";
+  EXPECT_EQ(tools.last().first.arguments, QStringList({u"-i"_s, u"-c"_s}));
+  EXPECT_EQ(description(), u"Sorrel — 0 screenshots"_s);
+  EXPECT_EQ(captured(Key::s, true), u"1 screenshots|show history"_s);
+  EXPECT_EQ(description(), u"Sorrel — 1 screenshots"_s);
+  const QString edited = captured(Key::d, true);
+  EXPECT_EQ(edited, u"2 screenshots|edit "_s + QFileInfo(tools.last().first.arguments.last()).fileName());
+  const auto runs = tools.size();
   press(Key::s);
   press(Key::d);
-  EXPECT_EQ(tools.size(), 2);
+  EXPECT_EQ(tools.size(), runs + 2) << "nothing keeps a second capture from starting";
+  press(Key::f);
+  delegate->applicationShouldHandleReopen();
+  EXPECT_EQ(taken(), u"toggle history|show history"_s);
+  ShortcutNames::openHistory().setShortcut(std::nullopt);
+  press(Key::f);
+  EXPECT_EQ(taken(), QString());
 }
 
 TEST_F(AppDelegateTest, EachNotificationHasItsAction) {
-  put(QStringLiteral("a.png"));
+  put(u"a.png"_s);
   launch();
-  takeCalls();
-  const QUrl picture = QUrl::fromLocalFile(QStringLiteral("/x/a.png"));
-  struct Row {
+  taken();
+  const struct {
     const char* name;
     QVariant object;
     QString expected;
-  };
-  const Row rows[] = {
-      {Notifications::openSettings, {}, QStringLiteral("settings")},
-      {Notifications::screenshotsChanged, {}, QStringLiteral("1 screenshots")},
-      {Notifications::editScreenshot, picture, QStringLiteral("close history|edit a.png")},
-      {Notifications::editScreenshot, QStringLiteral("/x/a.png"), QString()},
+  } rows[] = {
+      {Notifications::openSettings, {}, u"settings"_s},
+      {Notifications::screenshotsChanged, {}, u"1 screenshots"_s},
+      {Notifications::editScreenshot, QUrl::fromLocalFile(u"/x/a.png"_s), u"close history|edit a.png"_s},
+      {Notifications::editScreenshot, u"/x/a.png"_s, QString()},
       {Notifications::editScreenshot, {}, QString()},
       {Notifications::retentionChanged, {}, QString()},
-      {Notifications::storageLocationChanged, {}, QStringLiteral("1 screenshots")},
-      {Notifications::closeHistoryPanel, {}, QStringLiteral("close history")},
-      {Notifications::checkForUpdates, {}, QStringLiteral("check for updates")},
+      {Notifications::storageLocationChanged, {}, u"1 screenshots"_s},
+      {Notifications::closeHistoryPanel, {}, u"close history"_s},
+      {Notifications::checkForUpdates, {}, u"check for updates"_s},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     post(row.name, row.object);
     clock.run();
-    EXPECT_EQ(takeCalls().join(u'|'), row.expected) << row.name;
+    EXPECT_EQ(taken(), row.expected) << row.name;
   }
-  UserDefaults::standard().set(QStringLiteral("autoDeleteDays"), 1);
-  put(QStringLiteral("old.png"), 2);
+  UserDefaults::standard().set(u"autoDeleteDays"_s, 1);
+  put(u"old.png"_s, 2);
   post(Notifications::retentionChanged);
-  EXPECT_EQ(takeCalls().join(u'|'), QStringLiteral("1 screenshots"));
+  EXPECT_EQ(taken(), u"1 screenshots"_s);
   delegate.reset();
   post(Notifications::checkForUpdates);
-  EXPECT_TRUE(takeCalls().isEmpty()) << "nobody is left to hear";
+  EXPECT_EQ(taken(), QString()) << "nobody is left to hear";
 }
 
 TEST_F(AppDelegateTest, TheFolderIconFollowsTheFolderAndWhetherItIsEmpty) {
-  const auto icon = [this](const QString& folder) {
-    QFile file(home.path(folder + QStringLiteral("/.directory")));
+  const auto icon = [](const QString& folder) {
+    QFile file(folder + u"/.directory"_s);
     const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     return text.contains("FolderIconEmpty") ? 'e' : text.contains("FolderIconFull") ? 'f' : '-';
   };
-  const QString bottle = QStringLiteral("Documents/Sorrel bottle");
   launch();
   EXPECT_EQ(icon(bottle), 'e');
-  put(QStringLiteral("a.png"));
+  put(u"a.png"_s);
   post(Notifications::screenshotsChanged);
   EXPECT_EQ(icon(bottle), 'f');
-  // A user's own icon stays until the folder fills or empties.
-  QFile::remove(home.path(bottle + QStringLiteral("/.directory")));
-  put(QStringLiteral("b.png"));
+  QFile::remove(bottle + u"/.directory"_s);
+  put(u"b.png"_s);
   post(Notifications::screenshotsChanged);
-  EXPECT_EQ(icon(bottle), '-');
-  // Another folder gets its icon though it is no emptier.
-  home.write(QStringLiteral("elsewhere/a.png"));
-  UserDefaults::standard().set(QStringLiteral("storageDirectory"), QStringLiteral("~/elsewhere"));
+  EXPECT_EQ(icon(bottle), '-') << "a user's own icon stays until the folder fills or empties";
+  home.write(u"elsewhere/a.png"_s);
+  UserDefaults::standard().set(u"storageDirectory"_s, u"~/elsewhere"_s);
   post(Notifications::storageLocationChanged);
-  EXPECT_EQ(icon(QStringLiteral("elsewhere")), 'f');
+  EXPECT_EQ(icon(home.path(u"elsewhere"_s)), 'f') << "another folder gets its icon though it is no emptier";
 }
 
 TEST_F(AppDelegateTest, TheMenuSpeaksTheChosenLanguageAndDoesWhatItSays) {
   LocalizationManager::shared().setLanguage(AppLanguage::ko);
   launch();
-  EXPECT_EQ(menuTitles().join(u'|'),
-            QStringLiteral("캡처 기록 열기|설정…|업데이트 확인…|-|병 폴더 열기|-|Sorrel 종료"));
+  EXPECT_EQ(delegate->contextMenu().items[0].title, u"캡처 기록 열기"_s);
   LocalizationManager::shared().setLanguage(AppLanguage::en);
   launch();
-  EXPECT_EQ(menuTitles().join(u'|'),
-            QStringLiteral("Open History|Settings…|Check for Updates…|-|Open Bottle Folder|-|Quit Sorrel"));
-  EXPECT_EQ(delegate->contextMenu().items[1].keyEquivalent, QStringLiteral(","));
-  EXPECT_EQ(delegate->contextMenu().items[6].keyEquivalent, QStringLiteral("q"));
-  takeCalls();
-  for (const int row : {0, 1, 2, 6})
-    delegate->contextMenu().items[static_cast<size_t>(row)].action();
+  taken();
+  const auto& items = delegate->contextMenu().items;
+  EXPECT_EQ(items[0].title, u"Open History"_s);
+  EXPECT_EQ(items[1].keyEquivalent, u","_s);
+  EXPECT_EQ(items[6].keyEquivalent, u"q"_s);
+  for (const size_t row : {0u, 1u, 2u, 6u})
+    delegate->contextMenu().items[row].action();
   clock.run();
-  EXPECT_EQ(takeCalls().join(u'|'), QStringLiteral("toggle history|check for updates|terminate|settings"));
+  EXPECT_EQ(taken(), u"toggle history|check for updates|terminate|settings"_s);
 }
 
 TEST_F(AppDelegateTest, WhatDoesNotExistYetCannotBeChosen) {
@@ -266,11 +239,10 @@ TEST_F(AppDelegateTest, WhatDoesNotExistYetCannotBeChosen) {
   delegate = std::make_shared<AppDelegate>(windows, nullptr, [] {});
   delegate->applicationDidFinishLaunching();
   storeDefaults();
-  QList<bool> enabled;
+  QString enabled;
   for (const MenuItem& item : delegate->contextMenu().items)
-    if (!item.isSeparator)
-      enabled << item.isEnabled;
-  EXPECT_EQ(enabled, QList<bool>({false, false, false, true, true}));
+    enabled += item.isSeparator ? u'|' : item.isEnabled ? u'+' : u'-';
+  EXPECT_EQ(enabled, u"---|+|+"_s);
   press(Key::f);
   press(Key::d);
   for (const auto name :
@@ -278,17 +250,6 @@ TEST_F(AppDelegateTest, WhatDoesNotExistYetCannotBeChosen) {
     post(name);
   delegate->applicationShouldHandleReopen();
   clock.run();
-}
-
-TEST_F(AppDelegateTest, TheHotKeyTogglesAndASecondStartShows) {
-  launch();
-  takeCalls();
-  press(Key::f);
-  delegate->applicationShouldHandleReopen();
-  EXPECT_EQ(takeCalls().join(u'|'), QStringLiteral("toggle history|show history"));
-  ShortcutNames::openHistory().setShortcut(std::nullopt);
-  press(Key::f);
-  EXPECT_TRUE(takeCalls().isEmpty());
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace sorrel;
 using platform::Appearance;
 
@@ -22,7 +23,7 @@ TEST(SorrelIconTest, TellsEmptyFromNotAndNothingElse) {
   EXPECT_NE(pixels(one), pixels(empty));
   EXPECT_EQ(pixels(SorrelIcon::image(-1, 18)), pixels(empty));
   EXPECT_EQ(one.size, QSizeF(18, 18));
-  EXPECT_EQ(many.accessibilityDescription, QStringLiteral("Sorrel — 500 screenshots"));
+  EXPECT_EQ(many.accessibilityDescription, u"Sorrel — 500 screenshots"_s);
 }
 
 TEST(AppColorsTest, FollowTheAppearance) {

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace platform;
 
 namespace {
@@ -21,9 +22,9 @@ QByteArray contents(const QString& path) {
 class WorkspaceTest : public testing::Test {
  protected:
   testing_support::ScratchHome home;
-  const QString folder = home.path(QStringLiteral("bottle"));
-  const QString directoryFile = folder + QStringLiteral("/.directory");
-  const QString icons = home.path(QStringLiteral(".local/share/Sorrel/folder-icons/"));
+  const QString folder = home.path(u"bottle"_s);
+  const QString directoryFile = folder + u"/.directory"_s;
+  const QString icons = home.path(u".local/share/Sorrel/folder-icons/"_s);
   QList<QStringList> gioCalls;
   TaskLauncherOverride launcher{[this](const Task& task, auto) -> std::optional<QString> {
     gioCalls << task.arguments;
@@ -32,24 +33,22 @@ class WorkspaceTest : public testing::Test {
 };
 
 TEST_F(WorkspaceTest, AFolderGetsItsIconOnceAndKeepsItsOtherEntries) {
-  home.write(QStringLiteral("bottle/.directory"),
-             "# mine\n[Desktop Entry]\nName=병\nIcon=old\n[Other]\nIcon=kept\n");
+  home.write(u"bottle/.directory"_s, "# mine\n[Desktop Entry]\nName=병\nIcon=old\n[Other]\nIcon=kept\n");
   // The other way of telling, where the tool for it is there.
-  const QString tools = home.path(QStringLiteral("tools"));
-  QFile gio(home.write(QStringLiteral("tools/gio"), "#!/bin/sh\n"));
+  const QString tools = home.path(u"tools"_s);
+  QFile gio(home.write(u"tools/gio"_s, "#!/bin/sh\n"));
   gio.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
   const QByteArray path = qgetenv("PATH");
   qputenv("PATH", QFile::encodeName(tools));
 
-  EXPECT_TRUE(Workspace::setIcon(QStringLiteral("FolderIconFull"), folder));
-  const QString icon = icons + QStringLiteral("FolderIconFull.svg");
+  EXPECT_TRUE(Workspace::setIcon(u"FolderIconFull"_s, folder));
+  const QString icon = icons + u"FolderIconFull.svg"_s;
   EXPECT_EQ(contents(directoryFile),
             "# mine\n[Desktop Entry]\nName=병\nIcon=" + QFile::encodeName(icon) + "\n[Other]\nIcon=kept\n");
-  EXPECT_EQ(contents(icon), contents(QStringLiteral(":/sorrel/images/FolderIconFull.svg")));
+  EXPECT_EQ(contents(icon), contents(u":/sorrel/images/FolderIconFull.svg"_s));
   ASSERT_EQ(gioCalls.size(), 1);
-  EXPECT_EQ(gioCalls[0], QStringList({QStringLiteral("set"), folder, QStringLiteral("metadata::custom-icon"),
-                                      QStringLiteral("file://") + icon}));
-  EXPECT_TRUE(Workspace::setIcon(QStringLiteral("FolderIconFull"), folder));
+  EXPECT_EQ(gioCalls[0], QStringList({u"set"_s, folder, u"metadata::custom-icon"_s, u"file://"_s + icon}));
+  EXPECT_TRUE(Workspace::setIcon(u"FolderIconFull"_s, folder));
   EXPECT_EQ(gioCalls.size(), 1) << "nothing to do the second time";
   qputenv("PATH", path);
 }
@@ -60,29 +59,24 @@ TEST_F(WorkspaceTest, AFolderWithoutEntriesGetsThem) {
   for (const QByteArray& before : {QByteArray(), QByteArray("[Other]\nA=b")}) {
     QFile::remove(directoryFile);
     if (!before.isEmpty())
-      home.write(QStringLiteral("bottle/.directory"), before);
-    EXPECT_TRUE(Workspace::setIcon(QStringLiteral("FolderIconEmpty"), folder));
+      home.write(u"bottle/.directory"_s, before);
+    EXPECT_TRUE(Workspace::setIcon(u"FolderIconEmpty"_s, folder));
     EXPECT_EQ(contents(directoryFile), (before.isEmpty() ? before : before + '\n') + entry);
   }
 }
 
 TEST_F(WorkspaceTest, WhatCannotBeDoneChangesNothing) {
-  home.write(QStringLiteral("bottle/.directory"), "[Desktop Entry]\n");
-  EXPECT_FALSE(Workspace::setIcon(QStringLiteral("NoSuchImage"), folder));
+  home.write(u"bottle/.directory"_s, "[Desktop Entry]\n");
+  EXPECT_FALSE(Workspace::setIcon(u"NoSuchImage"_s, folder));
   EXPECT_EQ(contents(directoryFile), "[Desktop Entry]\n");
-  EXPECT_FALSE(Workspace::setIcon(QStringLiteral("FolderIconFull"), home.path(QStringLiteral("missing"))));
+  EXPECT_FALSE(Workspace::setIcon(u"FolderIconFull"_s, home.path(u"missing"_s)));
 }
 
 TEST(ImageTest, ImagesAreFoundByNameOrNotAtAll) {
-  for (const char* name : {"MenuBarIcon", "MenuBarIconEmpty", "FolderIconEmpty", "FolderIconFull"}) {
-    const auto image = Image::named(QString::fromLatin1(name));
-    ASSERT_TRUE(image) << name;
-    EXPECT_FALSE(image->icon.pixmap(22).isNull()) << name;
-  }
-  EXPECT_TRUE(Image::withSystemSymbolName(QStringLiteral("camera.viewfinder")));
-  EXPECT_FALSE(Image::named(QStringLiteral("NoSuchImage")));
-  EXPECT_FALSE(Image::withSystemSymbolName(QStringLiteral("MenuBarIcon")));
-  EXPECT_EQ(Image::blank(18).icon.availableSizes(), QList<QSize>({QSize(18, 18)}));
+  EXPECT_FALSE(Image::named(u"MenuBarIcon"_s)->icon.pixmap(22).isNull());
+  EXPECT_TRUE(Image::withSystemSymbolName(u"camera.viewfinder"_s));
+  EXPECT_FALSE(Image::named(u"NoSuchImage"_s));
+  EXPECT_FALSE(Image::withSystemSymbolName(u"MenuBarIcon"_s));
 }
 
 }  // namespace
