@@ -8,7 +8,6 @@
 #include <jpeglib.h>
 #include <memory>
 #include <string_view>
-#include <vector>
 
 namespace platform::decoding {
 namespace {

@@ -4,26 +4,36 @@
 #include "platform/imaging/decoding/WholePicture.h"
 
 #include <algorithm>
+#include <array>
 
 namespace platform::decoding {
 namespace {
 
-/// A row of `from` pixels becomes `to` wide sums: a source pixel is `to` units wide, a cell `from`.
+void add(std::uint64_t* cell, const std::uint8_t* pixel, std::uint64_t weight) {
+  for (int channel = 0; channel < 4; ++channel)
+    cell[channel] += pixel[channel] * weight;
+}
+
+/// A row of `from` pixels becomes `to` sums: a pixel is `to` units wide, a cell `from`.
 void sumAcross(const std::uint8_t* pixel, std::size_t from, std::uint64_t* cell, std::size_t to) {
-  std::uint64_t room = from;  // what is left of the cell
-  for (const std::uint8_t* const end = pixel + 4 * from; pixel != end; pixel += 4) {
-    const std::uint64_t here = std::min<std::uint64_t>(to, room);
-    const std::uint64_t next = to - here;
-    for (int channel = 0; channel < 4; ++channel)
-      cell[channel] += pixel[channel] * here;
-    room -= here;
-    if (room > 0)
-      continue;
-    cell += 4;
-    room = from - next;
-    if (next > 0)
-      for (int channel = 0; channel < 4; ++channel)
-        cell[channel] += pixel[channel] * next;
+  std::size_t before = 0;  // how much of the pixel the cell to the left has
+  for (std::uint64_t* const end = cell + 4 * to; cell != end; cell += 4) {
+    std::size_t room = from;
+    if (before > 0) {
+      add(cell, pixel, to - before);
+      room -= to - before;
+      pixel += 4;
+    }
+    // Those that lie in the cell as a whole are most of them.
+    std::array<std::uint64_t, 4> whole{};
+    for (std::size_t count = room / to; count > 0; --count, pixel += 4)
+      for (std::size_t channel = 0; channel < 4; ++channel)
+        whole[channel] += pixel[channel];
+    for (std::size_t channel = 0; channel < 4; ++channel)
+      cell[channel] += whole[channel] * to;
+    before = room % to;
+    if (before > 0)
+      add(cell, pixel, before);
   }
 }
 

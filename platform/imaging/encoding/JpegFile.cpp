@@ -1,5 +1,6 @@
 #include "platform/imaging/encoding/Encoders.h"
 
+#include <algorithm>
 #include <csetjmp>
 #include <cstdint>
 #include <cstdio>
