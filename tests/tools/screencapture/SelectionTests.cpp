@@ -110,6 +110,7 @@ TEST(Selection, spaceHeldDuringADragMovesTheAreaWithinTheScreen) {
   then("the corner follows the pointer again", {spaceUp, To{40, 40}}, {15, 20, 26, 21});
   then("keeps its size at the edge", {Key::Space, To{0, 40}}, {0, 20, 26, 21});
   then("and doesn't jump afterwards", {spaceUp, To{1, 40}}, {0, 20, 27, 21});
+  then("nor leaves the screen", {To{99, 40}}, {0, 20, 100, 21});
 }
 
 TEST(Selection, shiftLocksTheAxisOfTheFirstMovement) {
