@@ -77,7 +77,10 @@ void TrayWatch::watch(std::function<void()> handler) {
     bus.connect(watcherService, watcherPath, watcherService, QStringLiteral("StatusNotifierHostRegistered"),
                 this, SLOT(mayHaveChanged()));
   }
-  qGuiApp->installNativeEventFilter(this);
+  if (xcb_connection_t* const connection = x11Connection()) {
+    managerAtom = atom(connection, "MANAGER");
+    qGuiApp->installNativeEventFilter(this);
+  }
 }
 
 bool TrayWatch::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {
@@ -88,7 +91,7 @@ bool TrayWatch::nativeEventFilter(const QByteArray& eventType, void* message, qi
   if ((event->response_type & 0x7f) != XCB_CLIENT_MESSAGE)
     return false;
   const auto* const announcement = reinterpret_cast<const xcb_client_message_event_t*>(event);
-  if (announcement->type == atom(x11Connection(), "MANAGER"))
+  if (announcement->type == managerAtom)
     QMetaObject::invokeMethod(this, &TrayWatch::mayHaveChanged, Qt::QueuedConnection);
   return false;
 }

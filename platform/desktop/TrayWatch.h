@@ -35,6 +35,7 @@ class TrayWatch : public QObject, private QAbstractNativeEventFilter {
   Q_SLOT void mayHaveChanged();
 
   std::function<void()> onChange;
+  quint32 managerAtom = 0;  // asked for once: many a program's messages pass by here
 };
 
 }  // namespace platform
