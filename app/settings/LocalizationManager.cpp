@@ -77,18 +77,11 @@ void LocalizationManager::setLanguage(AppLanguage language) {
   chosen = language;
   platform::UserDefaults::standard().set(languageKey, rawValue(language));
   table = resolveBundle(language);
-
-  std::erase_if(observers, [](const auto& weak) { return weak.expired(); });
-  const auto current = observers;  // an observer may add others
-  for (const auto& weak : current)
-    if (const auto observer = weak.lock())
-      (*observer)();
+  observers.tell();
 }
 
-LocalizationManager::Token LocalizationManager::observe(std::function<void()> observer) {
-  auto token = std::make_shared<std::function<void()>>(std::move(observer));
-  observers.push_back(token);
-  return token;
+platform::Observers::Token LocalizationManager::observe(std::function<void()> observer) {
+  return observers.add(std::move(observer));
 }
 
 QString localized(const QString& key) {

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "platform/base/Bundle.h"
+#include "platform/base/Published.h"
 
 #include <QString>
 
 #include <array>
 #include <functional>
 #include <memory>
-#include <vector>
 
 namespace sorrel {
 
@@ -42,15 +42,14 @@ class LocalizationManager {
   [[nodiscard]] std::shared_ptr<const platform::Bundle> bundle() const { return table; }
 
   /// Calls `observer` after each change of the language, until the returned token goes.
-  using Token = std::shared_ptr<void>;
-  [[nodiscard]] Token observe(std::function<void()> observer);
+  [[nodiscard]] platform::Observers::Token observe(std::function<void()> observer);
 
  private:
   LocalizationManager();
 
   AppLanguage chosen;
   std::shared_ptr<const platform::Bundle> table;
-  std::vector<std::weak_ptr<std::function<void()>>> observers;
+  platform::Observers observers;
 };
 
 /// The text of `key` in the interface language; a key without a text shows itself.

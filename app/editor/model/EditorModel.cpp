@@ -30,7 +30,7 @@ EditorModel::EditorModel(const QUrl& url, const QImage& decoded)
     });
 }
 
-Observers::Token EditorModel::observe(std::function<void()> observer) {
+platform::Observers::Token EditorModel::observe(std::function<void()> observer) {
   return observers.add(std::move(observer));
 }
 

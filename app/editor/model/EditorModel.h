@@ -2,8 +2,8 @@
 
 #include "app/editor/model/BlurRegion.h"
 #include "app/editor/model/PenStroke.h"
-#include "app/editor/model/Published.h"
 #include "app/editor/model/Watermarks.h"
+#include "platform/base/Published.h"
 
 #include <QImage>
 #include <QList>
@@ -44,14 +44,16 @@ class EditorModel {
   EditorModel& operator=(const EditorModel&) = delete;
 
   /// Calls `observer` before each change of a field below, until the returned token goes.
-  [[nodiscard]] Observers::Token observe(std::function<void()> observer);
+  [[nodiscard]] platform::Observers::Token observe(std::function<void()> observer);
 
  private:
-  Observers observers;
+  template <typename Value>
+  using Published = platform::Published<Value>;
+  platform::Observers observers;
 
  public:
   template <typename Value>
-  using Own = PublishedBy<EditorModel, Value>;
+  using Own = platform::PublishedBy<EditorModel, Value>;
 
   Own<QImage> baseImage{observers};  // premultiplied RGBA in sRGB
   Own<QSize> imagePixelSize{observers};

@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
-namespace sorrel {
+namespace platform {
 
-/// Those who want to hear that something is about to change.
+/// Those who want to hear of a change.
 class Observers {
  public:
   /// Keeps its observer listening as long as it lives.
@@ -81,4 +81,4 @@ class PublishedBy : private Published<Value> {
   using Published<Value>::operator->;
 };
 
-}  // namespace sorrel
+}  // namespace platform
