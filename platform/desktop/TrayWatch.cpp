@@ -1,5 +1,7 @@
 #include "platform/desktop/TrayWatch.h"
 
+#include "platform/x11/X11Connection.h"
+
 #include <QDBusConnection>
 #include <QDBusInterface>
 #include <QDBusMessage>
@@ -7,8 +9,6 @@
 #include <QDBusServiceWatcher>
 #include <QGuiApplication>
 
-#include <cstdlib>
-#include <memory>
 #include <xcb/xcb.h>
 
 namespace platform {
@@ -16,20 +16,6 @@ namespace {
 
 const QString watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
-
-template <typename Reply>
-using Owned = std::unique_ptr<Reply, decltype(&std::free)>;
-
-xcb_connection_t* x11Connection() {
-  const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  return x11 ? x11->connection() : nullptr;
-}
-
-xcb_atom_t atom(xcb_connection_t* connection, std::string_view name) {
-  const auto cookie = xcb_intern_atom(connection, false, static_cast<uint16_t>(name.size()), name.data());
-  const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr), std::free);
-  return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
 
 bool hasStatusNotifierHost() {
   const QDBusConnection bus = QDBusConnection::sessionBus();
@@ -43,16 +29,6 @@ bool hasStatusNotifierHost() {
   return answer.isValid() && answer.value().toBool();
 }
 
-bool hasXEmbedTray() {
-  xcb_connection_t* const connection = x11Connection();
-  if (!connection)
-    return false;
-  const auto cookie = xcb_get_selection_owner(connection, atom(connection, "_NET_SYSTEM_TRAY_S0"));
-  const Owned<xcb_get_selection_owner_reply_t> reply(
-      xcb_get_selection_owner_reply(connection, cookie, nullptr), std::free);
-  return reply && reply->owner != XCB_WINDOW_NONE;
-}
-
 }  // namespace
 
 TrayWatch::TrayWatch() = default;
@@ -64,7 +40,7 @@ TrayWatch::~TrayWatch() {
 TrayKind TrayWatch::kind() const {
   if (hasStatusNotifierHost())
     return TrayKind::StatusNotifier;
-  return hasXEmbedTray() ? TrayKind::XEmbed : TrayKind::None;
+  return isX11SelectionOwned("_NET_SYSTEM_TRAY_S0") ? TrayKind::XEmbed : TrayKind::None;
 }
 
 void TrayWatch::watch(std::function<void()> handler) {
@@ -78,7 +54,7 @@ void TrayWatch::watch(std::function<void()> handler) {
                 this, SLOT(mayHaveChanged()));
   }
   if (xcb_connection_t* const connection = x11Connection()) {
-    managerAtom = atom(connection, "MANAGER");
+    managerAtom = x11Atom(connection, "MANAGER");
     qGuiApp->installNativeEventFilter(this);
   }
 }

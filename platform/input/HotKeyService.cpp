@@ -1,8 +1,8 @@
 #include "platform/input/HotKeyService.h"
 
 #include "platform/base/Log.h"
-#include "platform/input/X11Connection.h"
 #include "platform/input/X11HotKeyService.h"
+#include "platform/x11/X11Connection.h"
 
 namespace platform {
 namespace {

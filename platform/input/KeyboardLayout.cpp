@@ -1,7 +1,7 @@
 #include "platform/input/KeyboardLayout.h"
 
-#include "platform/input/X11Connection.h"
 #include "platform/input/X11KeyboardLayout.h"
+#include "platform/x11/X11Connection.h"
 
 namespace platform {
 namespace {

@@ -2,8 +2,8 @@
 
 #include "platform/base/Log.h"
 #include "platform/input/KeyCodes.h"
-#include "platform/input/X11Connection.h"
 #include "platform/input/XcbXkb.h"
+#include "platform/x11/X11Connection.h"
 
 #include <QCoreApplication>
 

@@ -1,8 +1,8 @@
 #include "platform/input/X11KeyboardLayout.h"
 
 #include "platform/input/KeyCodes.h"
-#include "platform/input/X11Connection.h"
 #include "platform/input/XcbXkb.h"
+#include "platform/x11/X11Connection.h"
 
 #include <algorithm>
 #include <array>

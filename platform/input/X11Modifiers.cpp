@@ -1,6 +1,6 @@
 #include "platform/input/X11Modifiers.h"
 
-#include "platform/input/X11Connection.h"
+#include "platform/x11/X11Connection.h"
 
 #include <algorithm>
 #include <initializer_list>

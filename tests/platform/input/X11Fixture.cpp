@@ -1,6 +1,6 @@
 #include "tests/platform/input/X11Fixture.h"
 
-#include "platform/input/X11Connection.h"
+#include "platform/x11/X11Connection.h"
 
 #include <QCoreApplication>
 #include <QProcess>

@@ -1,6 +1,6 @@
 #include "platform/input/KeyCodes.h"
-#include "platform/input/X11Connection.h"
 #include "platform/input/X11HotKeyService.h"
+#include "platform/x11/X11Connection.h"
 #include "tests/platform/input/X11Fixture.h"
 
 #include <QMenu>

@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 #include <memory>
-
-struct xcb_connection_t;
+#include <string_view>
+#include <xcb/xproto.h>
 
 namespace platform {
 
@@ -16,6 +16,11 @@ struct FreeReply {
 /// A reply or an error as xcb hands it over.
 template <class Type>
 using XcbPointer = std::unique_ptr<Type, FreeReply>;
+
+/// The number that the server knows a name by.
+xcb_atom_t x11Atom(xcb_connection_t* connection, std::string_view name);
+/// Whether some program owns the selection of that name; false without an X server.
+[[nodiscard]] bool isX11SelectionOwned(std::string_view name);
 
 /// An X keycode is the evdev code plus this, and has eight bits.
 inline constexpr int x11KeycodeOffset = 8;
