@@ -52,12 +52,13 @@ QString expandingTilde(const QString& path) {
   return entry ? QString::fromLocal8Bit(entry->pw_dir) + path.sliced(end) : path;
 }
 
-QString systemTool(const QString& path) {
-  if (QFileInfo(path).isExecutable())
-    return path;
+QString ownTool(const QString& name) {
   const QDir programs(QCoreApplication::applicationDirPath());
-  return QDir::cleanPath(
-      programs.filePath(QStringLiteral("../" SORREL_LIBEXEC_DIR "/") + QFileInfo(path).fileName()));
+  return QDir::cleanPath(programs.filePath(QStringLiteral("../" SORREL_LIBEXEC_DIR "/") + name));
+}
+
+QString systemTool(const QString& path) {
+  return QFileInfo(path).isExecutable() ? path : ownTool(QFileInfo(path).fileName());
 }
 
 }  // namespace platform::Locations

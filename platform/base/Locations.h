@@ -22,8 +22,10 @@ namespace Locations {
 /// user.
 [[nodiscard]] QString expandingTilde(const QString& path);
 
+/// The tool that was installed with this program, whether or not it is there.
+[[nodiscard]] QString ownTool(const QString& name);
 /// The program that stands for the system tool `path`: `path` itself if this system has it, else the tool of
-/// the same name that was installed with this program, whether or not it is there.
+/// the same name that was installed with this program.
 [[nodiscard]] QString systemTool(const QString& path);
 
 }  // namespace Locations
