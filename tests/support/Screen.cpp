@@ -154,6 +154,24 @@ void Screen::takeSelection(const char* name) {
   roundTrip();
 }
 
+void Screen::agreeToSelectionRequest() {
+  Reply<xcb_generic_event_t> event;
+  until("a selection is asked for", [&] {
+    event.reset(xcb_poll_for_event(connection));
+    return event && (event->response_type & 0x7f) == XCB_SELECTION_REQUEST;
+  });
+  const auto& request = reinterpret_cast<const xcb_selection_request_event_t&>(*event);
+  union {
+    xcb_selection_notify_event_t event;
+    char bytes[32];
+  } notice{};
+  notice.event = {
+      XCB_SELECTION_NOTIFY, 0, 0, request.time, request.requestor, request.selection, request.target,
+      request.property};
+  xcb_send_event(connection, 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, notice.bytes);
+  roundTrip();
+}
+
 quint32 Screen::pixmapOf(const QImage& picture) {
   const QImage image =
       picture.convertToFormat(screen->root_depth == 16 ? QImage::Format_RGB16 : QImage::Format_RGB32);

@@ -48,6 +48,8 @@ class Screen {
   /// Whether some program owns this selection, for example the tray's.
   [[nodiscard]] bool isSelectionOwned(const char* name) const;
   void takeSelection(const char* name);
+  /// Says yes to the first program that asks for a selection which was taken so, as soon as one does.
+  void agreeToSelectionRequest();
 
   /// Makes `picture` the desktop's background, from the top left corner on.
   void paintRoot(const QImage& picture);

@@ -8,35 +8,40 @@ namespace screencapture {
 
 namespace {
 
-constexpr std::string_view atomNames[] = {"CLIPBOARD",    "TARGETS", "TIMESTAMP", "MULTIPLE", "ATOM_PAIR",
-                                          "SAVE_TARGETS", "NULL",    "INCR",      "image/png"};
+constexpr std::string_view atomNames[] = {"CLIPBOARD", "TARGETS",   "TIMESTAMP",
+                                          "MULTIPLE",  "ATOM_PAIR", "SAVE_TARGETS",
+                                          "NULL",      "INCR",      "CLIPBOARD_MANAGER"};
 constexpr std::size_t requestOverhead = 64;      // a property's request without its data, rounded up
 constexpr std::chrono::seconds patience{20};     // with a receiver that stopped asking for pieces
 constexpr std::uint32_t longestMultiple = 1024;  // 32-bit words of a MULTIPLE request
 
 }  // namespace
 
-std::optional<ClipboardOwner> ClipboardOwner::take(std::span<const std::uint8_t> picture) {
+std::optional<ClipboardOwner> ClipboardOwner::take(const std::vector<ClipboardForm>& contents) {
   std::optional<Display> display = Display::open();
   if (!display)
     return std::nullopt;
-  ClipboardOwner owner(std::move(*display), picture);
+  ClipboardOwner owner(std::move(*display), contents);
   if (!owner.own())
     return std::nullopt;
   return owner;
 }
 
-ClipboardOwner::ClipboardOwner(Display connected, std::span<const std::uint8_t> offered)
-    : display(std::move(connected)), picture(offered), window(display.newId()) {
+ClipboardOwner::ClipboardOwner(Display connected, const std::vector<ClipboardForm>& contents)
+    : display(std::move(connected)), window(display.newId()) {
   xcb_connection_t* const connection = display.connection();
   std::vector<xcb_intern_atom_cookie_t> cookies;
   for (const std::string_view name : atomNames)
     cookies.push_back(display.askForAtom(name));
+  for (const ClipboardForm& form : contents)
+    cookies.push_back(display.askForAtom(form.target));
   const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
   xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, display.root(), -1, -1, 1, 1, 0,
                     XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
-  for (const auto cookie : cookies)
-    atoms.push_back(display.atom(cookie));
+  for (std::size_t i = 0; i < AtomCount; ++i)
+    atoms.push_back(display.atom(cookies[i]));
+  for (std::size_t i = 0; i < contents.size(); ++i)
+    offers.push_back({display.atom(cookies[AtomCount + i]), contents[i].bytes});
 }
 
 bool ClipboardOwner::own() {
@@ -60,7 +65,20 @@ xcb_timestamp_t ClipboardOwner::currentTime() {
   return XCB_CURRENT_TIME;
 }
 
+void ClipboardOwner::askManager() {
+  // The property says what is worth keeping; the manager then asks for each, as any receiver does.
+  std::vector<xcb_atom_t> wanted;
+  for (const Offer& offer : offers)
+    wanted.push_back(offer.target);
+  xcb_change_property(display.connection(), XCB_PROP_MODE_REPLACE, window, atoms[SaveTargets], XCB_ATOM_ATOM,
+                      32, static_cast<std::uint32_t>(wanted.size()), wanted.data());
+  xcb_convert_selection(display.connection(), window, atoms[Manager], atoms[SaveTargets], atoms[SaveTargets],
+                        since);
+}
+
 void ClipboardOwner::serve() {
+  askManager();
+  display.flush();
   pollfd waiting{xcb_get_file_descriptor(display.connection()), POLLIN, 0};
   while (isOwner || !transfers.empty()) {
     while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(display.connection())})
@@ -83,6 +101,12 @@ void ClipboardOwner::handle(const xcb_generic_event_t& event) {
       return answer(reinterpret_cast<const xcb_selection_request_event_t&>(event));
     case XCB_SELECTION_CLEAR:
       isOwner = false;
+      return;
+    case XCB_SELECTION_NOTIFY:
+      // The manager's answer. One that has everything takes the clipboard itself once we let go of it; where
+      // there is none, the server answers in its place with a no.
+      isOwner =
+          isOwner && reinterpret_cast<const xcb_selection_notify_event_t&>(event).property == XCB_ATOM_NONE;
       return;
     case XCB_PROPERTY_NOTIFY:
       return sendPiece(reinterpret_cast<const xcb_property_notify_event_t&>(event));
@@ -121,20 +145,22 @@ bool ClipboardOwner::convert(xcb_window_t receiver, xcb_atom_t target, xcb_atom_
     return true;
   };
   if (target == atoms[Targets]) {
-    const xcb_atom_t offered[] = {atoms[Targets], atoms[Timestamp], atoms[Multiple], atoms[SaveTargets],
-                                  atoms[Png]};
-    return put(XCB_ATOM_ATOM, 32, std::size(offered), offered);
+    std::vector<xcb_atom_t> all{target, atoms[Timestamp], atoms[Multiple], atoms[SaveTargets]};
+    for (const Offer& offer : offers)
+      all.push_back(offer.target);
+    return put(XCB_ATOM_ATOM, 32, all.size(), all.data());
   }
   if (target == atoms[Timestamp])
     return put(XCB_ATOM_INTEGER, 32, 1, &since);
   // A clipboard manager's "keep this for when you end": nothing to do, since we don't end before.
   if (target == atoms[SaveTargets])
     return put(atoms[Null], 32, 0, nullptr);
-  if (target != atoms[Png])
+  const auto offer = std::ranges::find(offers, target, &Offer::target);
+  if (offer == offers.end())
     return false;
-  if (picture.size() <= pieceSize())
-    return put(atoms[Png], 8, picture.size(), picture.data());
-  startTransfer(receiver, property);
+  if (offer->bytes.size() <= pieceSize())
+    return put(target, 8, offer->bytes.size(), offer->bytes.data());
+  startTransfer(receiver, property, *offer);
   return true;
 }
 
@@ -155,16 +181,16 @@ bool ClipboardOwner::convertMultiple(xcb_window_t receiver, xcb_atom_t property)
   return true;
 }
 
-void ClipboardOwner::startTransfer(xcb_window_t receiver, xcb_atom_t property) {
+void ClipboardOwner::startTransfer(xcb_window_t receiver, xcb_atom_t property, const Offer& offer) {
   const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
   xcb_change_window_attributes(display.connection(), receiver, XCB_CW_EVENT_MASK, &events);
-  const auto size = static_cast<std::uint32_t>(picture.size());
+  const auto size = static_cast<std::uint32_t>(offer.bytes.size());
   xcb_change_property(display.connection(), XCB_PROP_MODE_REPLACE, receiver, property, atoms[Incr], 32, 1,
                       &size);
   std::erase_if(transfers, [&](const Transfer& transfer) {
     return transfer.receiver == receiver && transfer.property == property;
   });
-  transfers.push_back({receiver, property, 0, Clock::now()});
+  transfers.push_back({receiver, property, offer, 0, Clock::now()});
 }
 
 void ClipboardOwner::sendPiece(const xcb_property_notify_event_t& event) {
@@ -173,10 +199,10 @@ void ClipboardOwner::sendPiece(const xcb_property_notify_event_t& event) {
   });
   if (event.state != XCB_PROPERTY_DELETE || transfer == transfers.end())
     return;
-  const std::span piece =
-      picture.subspan(transfer->done, std::min(pieceSize(), picture.size() - transfer->done));
+  const auto& [target, bytes] = transfer->offer;
+  const std::span piece = bytes.subspan(transfer->done, std::min(pieceSize(), bytes.size() - transfer->done));
   xcb_change_property(display.connection(), XCB_PROP_MODE_REPLACE, transfer->receiver, transfer->property,
-                      atoms[Png], 8, static_cast<std::uint32_t>(piece.size()), piece.data());
+                      target, 8, static_cast<std::uint32_t>(piece.size()), piece.data());
   transfer->done += piece.size();
   transfer->lastSign = Clock::now();
   // A piece of nothing says that this was all.

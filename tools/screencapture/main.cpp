@@ -15,13 +15,15 @@ namespace {
 
 enum Status { Taken = 0, NothingTaken = 1 };
 
-Status deliver(const platform::PngFile& png, const Arguments& arguments) {
-  if (arguments.destination == Destination::Clipboard) {
-    if (leaveOnClipboard(png.span()))
-      return Taken;
+Status reportClipboard(bool isTaken) {
+  if (!isTaken)
     std::fputs("screencapture: the clipboard can't be taken\n", stderr);
-    return NothingTaken;
-  }
+  return isTaken ? Taken : NothingTaken;
+}
+
+Status deliver(const platform::PngFile& png, const Arguments& arguments) {
+  if (arguments.destination == Destination::Clipboard)
+    return reportClipboard(leaveOnClipboard(png.span()));
   const int error = writeFile(arguments.path, png.span());
   if (error == 0)
     return Taken;
@@ -36,6 +38,8 @@ int main(int count, char** words) {
                                            static_cast<std::size_t>(count > 0 ? count - 1 : 0));
   if (given.size() == 1 && std::string_view(given[0]) == holderArgument)
     return runClipboardHolder();
+  if (given.size() == 1 && std::string_view(given[0]) == keepArgument)
+    return reportClipboard(leaveInputOnClipboard());
   const std::optional<Arguments> arguments = parseArguments(given);
   if (!arguments) {
     std::fprintf(stderr, "%s\n", usage);
