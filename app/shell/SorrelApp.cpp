@@ -2,6 +2,7 @@
 
 #include "app/shell/AppDelegate.h"
 #include "platform/base/TerminationSignals.h"
+#include "platform/desktop/Pasteboard.h"
 #include "platform/input/HotKeyService.h"
 #include "platform/input/KeyboardLayout.h"
 
@@ -28,7 +29,9 @@ int SorrelApp::run() {
   appDelegate = std::make_shared<AppDelegate>(AppDelegate::Windows{}, nullptr, &QApplication::quit);
   instance.setRungHandler([this] { appDelegate->applicationShouldHandleReopen(); });
   appDelegate->applicationDidFinishLaunching();
-  return QApplication::exec();
+  const int status = QApplication::exec();
+  platform::Pasteboard::handOver();
+  return status;
 }
 
 }  // namespace sorrel
