@@ -84,11 +84,8 @@ Desktop::~Desktop() {
 }
 
 void Desktop::startBus() {
-  bus = start({u"dbus-daemon"_s, u"--nofork"_s, u"--print-address"_s, u"--config-file"_s,
-               dataFolder + u"bus.conf"_s});
-  until("the bus tells its address", [this] { return bus->output().endsWith('\n'); });
-  address = QString::fromLatin1(bus->output().trimmed());
-  variables.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, address);
+  bus = std::make_unique<PrivateBus>(variables);
+  variables.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus->address());
 }
 
 void Desktop::startWindowManager() {
@@ -101,7 +98,7 @@ void Desktop::startWindowManager() {
 
 void Desktop::startTray(Tray kind) {
   if (kind == Tray::StatusNotifier)
-    host = std::make_unique<StatusNotifierHost>(address);
+    host = std::make_unique<StatusNotifierHost>(bus->address());
   if (kind != Tray::XEmbedAtTop && kind != Tray::XEmbedAtBottom)
     return;
   const QString edge = kind == Tray::XEmbedAtTop ? u"top"_s : u"bottom"_s;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/e2e/StatusNotifierHost.h"
+#include "tests/support/PrivateBus.h"
 #include "tests/support/Program.h"
 #include "tests/support/Screen.h"
 #include "tests/support/Waiting.h"
@@ -58,10 +59,9 @@ class Desktop {
   QTemporaryDir folder;
   XvfbServer server;
   QProcessEnvironment variables;
-  QString address;
   std::unique_ptr<Screen> view;
   std::unique_ptr<XTestInput> hand;
-  std::unique_ptr<Program> bus;
+  std::unique_ptr<PrivateBus> bus;
   std::unique_ptr<StatusNotifierHost> host;
   std::unique_ptr<Program> windowManager;
   std::unique_ptr<Program> tray;
