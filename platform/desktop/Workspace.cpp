@@ -3,6 +3,9 @@
 #include "platform/base/Locations.h"
 #include "platform/base/Task.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusReply>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
@@ -53,10 +56,68 @@ QString imageOnDisk(const QString& imageName) {
   return isWritten ? path : QString();
 }
 
+constexpr int busPatience = 500;  // milliseconds; the bus itself answers, and at once
+
+/// The path of the entry NAME below the folder; empty if there is none.
+QString findEntry(const QString& folder, const QString& name) {
+  const QString path = folder + u'/' + name;
+  if (QFileInfo(path).isFile())
+    return path;
+  for (qsizetype dash = name.indexOf(u'-'); dash >= 0; dash = name.indexOf(u'-', dash + 1)) {
+    const QString below = folder + u'/' + name.first(dash);
+    if (dash == 0 || !QFileInfo(below).isDir())
+      continue;
+    if (const QString found = findEntry(below, name.sliced(dash + 1)); !found.isEmpty())
+      return found;
+  }
+  return {};
+}
+
+/// Whether the desktop entry at the path says of itself that it counts as removed.
+bool isHidden(const QString& path) {
+  QFile entry(path);
+  if (!entry.open(QIODevice::ReadOnly))
+    return true;
+  QByteArray group;
+  for (QByteArray line = entry.readLine(); !line.isEmpty(); line = entry.readLine()) {
+    line = line.trimmed();
+    if (line.startsWith('['))
+      group = line;
+    const qsizetype equals = line.indexOf('=');
+    if (group == "[Desktop Entry]" && equals >= 0 && line.first(equals).trimmed() == "Hidden")
+      return line.sliced(equals + 1).trimmed() == "true";
+  }
+  return false;
+}
+
 }  // namespace
 
 void open(const QUrl& url) {
   QDesktopServices::openUrl(url);
+}
+
+bool isRunning(const QString& busName) {
+  const QDBusConnection bus = QDBusConnection::sessionBus();
+  if (!bus.isConnected())
+    return false;
+  QDBusMessage question = QDBusMessage::createMethodCall(
+      QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+      QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
+  question << busName;
+  const QDBusReply<bool> answer = bus.call(question, QDBus::Block, busPatience);
+  return answer.isValid() && answer.value();
+}
+
+bool isInstalled(const QString& identifier) {
+  QStringList folders = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+  folders.replace(0, Locations::applicationSupport());
+  for (const QString& folder : folders) {
+    const QString entry =
+        findEntry(folder + QStringLiteral("/applications"), identifier + QStringLiteral(".desktop"));
+    if (!entry.isEmpty())
+      return !isHidden(entry);
+  }
+  return false;
 }
 
 bool setIcon(const QString& imageName, const QString& folder) {

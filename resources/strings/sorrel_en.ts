@@ -18,6 +18,12 @@
     <message id="menu.quit">
       <translation>Quit Sorrel</translation>
     </message>
+    <message id="clipboard.copied.quillon">
+      <translation>Copied to Quillon</translation>
+    </message>
+    <message id="clipboard.copied.plain">
+      <translation>Copied</translation>
+    </message>
     <message id="settings.language.system">
       <translation>System</translation>
     </message>

@@ -18,6 +18,12 @@
     <message id="menu.quit">
       <translation>Sorrel 종료</translation>
     </message>
+    <message id="clipboard.copied.quillon">
+      <translation>Quillon에 복사했습니다</translation>
+    </message>
+    <message id="clipboard.copied.plain">
+      <translation>복사했습니다</translation>
+    </message>
     <message id="settings.language.system">
       <translation>시스템</translation>
     </message>

@@ -72,6 +72,37 @@ TEST_F(WorkspaceTest, WhatCannotBeDoneChangesNothing) {
   EXPECT_FALSE(Workspace::setIcon(u"FolderIconFull"_s, home.path(u"missing"_s)));
 }
 
+TEST_F(WorkspaceTest, AProgramIsInstalledWhereItsDesktopEntryIs) {
+  struct Case {
+    const char* identifier;
+    const char* entry;
+    const char* contents;
+    bool isInstalled;
+  };
+  const Case cases[] = {
+      {"org.example.A", ".local/share/applications/org.example.A.desktop", "[Desktop Entry]\n", true},
+      {"org.example.B", "second/applications/org.example.B.desktop", "[Desktop Entry]\nName=B\n", true},
+      {"org.example.a", ".local/share/applications/org.example.A.desktop", "[Desktop Entry]\n", false},
+      {"v-1-c-d", "first/applications/v-1/c/d.desktop", "[Desktop Entry]\n", true},
+      {"-e", "first/applications/e.desktop", "[Desktop Entry]\n", false},
+      {"f", "first/applications/sub/f.desktop", "[Desktop Entry]\n", false},
+      {"g", "first/applications/g.desktop", "[Desktop Entry]\nHidden = true\n", false},
+      {"h", "first/applications/h.desktop", "[Desktop Action]\nHidden=true\n[Desktop Entry]\n#Hidden=true\n",
+       true},
+      {"i", "first/applications/i.desktop/empty", "", false},
+  };
+  for (const Case& each : cases)
+    home.write(QString::fromLatin1(each.entry), each.contents);
+  // An earlier folder says that it is gone.
+  home.write(u"second/applications/g.desktop"_s, "[Desktop Entry]\n");
+  const QByteArray folders = qgetenv("XDG_DATA_DIRS");
+  qputenv("XDG_DATA_DIRS", QFile::encodeName(home.path(u"first"_s) + u':' + home.path(u"second"_s)));
+  for (const Case& each : cases)
+    EXPECT_EQ(Workspace::isInstalled(QString::fromLatin1(each.identifier)), each.isInstalled)
+        << each.identifier;
+  qputenv("XDG_DATA_DIRS", folders);  // empty counts as absent
+}
+
 TEST(ImageTest, ImagesAreFoundByNameOrNotAtAll) {
   EXPECT_FALSE(Image::named(u"MenuBarIcon"_s)->icon.pixmap(22).isNull());
   EXPECT_TRUE(Image::withSystemSymbolName(u"camera.viewfinder"_s));

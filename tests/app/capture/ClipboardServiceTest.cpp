@@ -1,0 +1,83 @@
+#include "app/capture/ClipboardService.h"
+#include "app/capture/Quillon.h"
+#include "app/settings/LocalizationManager.h"
+#include "platform/base/Bundle.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/ScratchHome.h"
+#include "tests/support/Screen.h"
+
+#include <QBuffer>
+#include <QClipboard>
+#include <QDBusConnection>
+#include <QGuiApplication>
+#include <QMimeData>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace sorrel;
+using namespace testing_support;
+
+namespace {
+
+[[maybe_unused]] const auto* const ownBus = testing::AddGlobalTestEnvironment(new OwnSessionBus);
+
+QByteArray fileOf(const QImage& picture, const char* format) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  picture.save(&buffer, format);
+  return bytes;
+}
+
+TEST(ClipboardServiceTest, ACopyHoldsThePictureWhereThereIsOneAndAlwaysTheAddress) {
+  const ScratchHome home;
+  const QImage picture = randomPicture({40, 30}, 1);
+  const QByteArray png = fileOf(picture, "PNG");
+  struct Case {
+    const char* name;
+    QByteArray bytes;
+    bool isPicture;
+  };
+  for (const Case& each : {Case{"한 장.png", png, true}, Case{"a.bmp", fileOf(picture, "BMP"), true},
+                           Case{"cut.png", png.first(png.size() / 2), false}, Case{"empty.png", {}, false}}) {
+    const QString path = home.write(QString::fromUtf8(each.name), each.bytes);
+    ClipboardService::copy(QUrl::fromLocalFile(path));
+    QFile::remove(path);  // what was copied doesn't hang on the file
+    const QMimeData* const contents = QGuiApplication::clipboard()->mimeData();
+    EXPECT_EQ(contents->urls(), QList{QUrl::fromLocalFile(path)}) << each.name;
+    EXPECT_EQ(contents->hasFormat(u"image/png"_s), each.isPicture) << each.name;
+    EXPECT_EQ(contents->hasImage(), each.isPicture) << each.name;
+    const QByteArray pasted = contents->data(u"image/png"_s);
+    EXPECT_EQ(QImage::fromData(pasted).convertToFormat(picture.format()), each.isPicture ? picture : QImage())
+        << each.name;
+    EXPECT_TRUE(each.bytes != png || pasted == png) << "passed on as it was";
+  }
+  ClipboardService::copy(QUrl::fromLocalFile(home.path(u"missing.png"_s)));
+  EXPECT_FALSE(QGuiApplication::clipboard()->mimeData()->hasFormat(u"image/png"_s));
+}
+
+TEST(ClipboardServiceTest, TheConfirmationFollowsTheCompanionFromCopyToCopy) {
+  const ScratchHome home;
+  const QString plain = u"clipboard.copied.plain"_s;
+  platform::Bundle::setMain(std::make_shared<platform::Bundle>(home.path(), QStringList{u"en"_s}));
+  LocalizationManager::resetShared();  // without tables, a key shows itself
+  QDBusConnection companion = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"companion"_s);
+  const QString identifier = QString::fromLatin1(Quillon::identifier);
+
+  EXPECT_FALSE(ClipboardService::isQuillonInstalled());
+  EXPECT_EQ(ClipboardService::copyConfirmation(), plain);
+  home.write(u".local/share/applications/"_s + identifier + u".desktop"_s, "[Desktop Entry]\n");
+  EXPECT_TRUE(ClipboardService::isQuillonInstalled());
+  EXPECT_EQ(ClipboardService::copyConfirmation(), plain) << "it doesn't run";
+  ASSERT_TRUE(companion.registerService(identifier.toLower()));
+  EXPECT_FALSE(ClipboardService::isQuillonRunning()) << "another program";
+  ASSERT_TRUE(companion.registerService(identifier));
+  EXPECT_EQ(ClipboardService::copyConfirmation(), u"clipboard.copied.quillon"_s);
+  ASSERT_TRUE(companion.unregisterService(identifier));
+  EXPECT_EQ(ClipboardService::copyConfirmation(), plain);
+
+  platform::Bundle::setMain(nullptr);
+  LocalizationManager::resetShared();
+}
+
+}  // namespace
