@@ -1,3 +1,5 @@
+#include "platform/desktop/Symbols.h"
+
 #include <QFile>
 #include <QImage>
 #include <QPainter>
@@ -8,6 +10,7 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+using platform::drawSymbol, platform::symbolPixmap;
 
 namespace {
 
@@ -39,8 +42,8 @@ double contrast(QRgb one, QRgb other) {
 }
 
 TEST(Images, everyDrawingCanBeDrawn) {
-  for (const char* name :
-       {"FolderIconEmpty", "FolderIconFull", "MenuBarIcon", "MenuBarIconEmpty", "sorrel"}) {
+  for (const char* name : {"FolderIconEmpty", "FolderIconFull", "MenuBarIcon",
+                           "MenuBarIconEmpty", "sorrel"}) {
     QSvgRenderer drawing(path(QString::fromLatin1(name) + u".svg"_s));
     ASSERT_TRUE(drawing.isValid()) << name;
     QImage image(64, 64, QImage::Format_ARGB32_Premultiplied);
@@ -75,6 +78,53 @@ TEST(Images, theStatusItemTellsEmptyFromFullOnEveryBarAtEverySize) {
       }
     }
   }
+}
+
+TEST(Symbols, everyOneTakesItsColorsAndStaysInItsBox) {
+  const QStringList marked =
+      u"camera.viewfinder exclamationmark.triangle.fill xmark.circle.fill"_s.split(u' ');
+  const QStringList plain =
+      u"arrow.left.and.right arrow.up.and.down arrow.uturn.backward checkmark "
+      u"circle.lefthalf.filled crop dagger doc.on.doc drop.fill eyedropper gearshape "
+      u"internaldrive keyboard lock.fill lock.open minus paintbrush pencil pencil.tip photo "
+      u"plus signature text.aligncenter text.alignleft text.alignright textformat.size "
+      u"trash xmark"_s.split(u' ');
+  for (const QString& name : marked + plain) {
+    const QImage image = symbolPixmap(name, 24, 2, {Qt::red, Qt::blue}).toImage();
+    ASSERT_EQ(image.size(), QSize(48, 48)) << qPrintable(name);
+    const auto is = [&](QRgb color) {
+      return [&image, color](int x, int y) { return image.pixel(x, y) == color; };
+    };
+    const auto onEdge = [&](int x, int y) {
+      return (x % 47 == 0 || y % 47 == 0) && qAlpha(image.pixel(x, y)) > 0;
+    };
+    EXPECT_EQ(share(image, onEdge), 0) << qPrintable(name);
+    EXPECT_GT(share(image, is(0xFFFF0000)), 0.03) << qPrintable(name);
+    EXPECT_EQ(share(image, is(0xFF0000FF)) > 0.01, marked.contains(name)) << qPrintable(name);
+  }
+}
+
+TEST(Symbols, aMarkLiesOnItsTranslucentShapeOrIsCutOut) {
+  const auto pixel = [](const platform::SymbolColors& colors, QPoint at) {
+    return symbolPixmap(u"xmark.circle.fill"_s, 24, 1, colors).toImage().pixelColor(at);
+  };
+  const QColor shade(0, 0, 0, 140);
+  EXPECT_EQ(pixel({shade, Qt::white}, {12, 4}), shade);
+  EXPECT_EQ(pixel({shade, Qt::white}, {12, 12}), QColor(Qt::white));
+  EXPECT_EQ(pixel({shade}, {12, 12}).alpha(), 0);
+}
+
+TEST(Symbols, areDrawnOnWholePixelsAndUnknownOnesNotAtAll) {
+  QImage image(30, 30, QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::transparent);
+  image.setDevicePixelRatio(1.25);
+  QPainter painter(&image);
+  EXPECT_FALSE(drawSymbol(painter, {0, 0, 12, 12}, u"MenuBarIcon"_s, {Qt::red}));
+  EXPECT_TRUE(drawSymbol(painter, {3.3, 3.3, 12, 12}, u"crop"_s, {Qt::red}));
+  painter.end();
+  const QImage symbol = symbolPixmap(u"crop"_s, 12, 1.25, {Qt::red}).toImage();
+  EXPECT_EQ(image.copy(4, 4, 15, 15).convertToFormat(symbol.format()), symbol);
+  EXPECT_TRUE(symbolPixmap(u"MenuBarIcon"_s, 12, 1.25, {Qt::red}).isNull());
 }
 
 }  // namespace
