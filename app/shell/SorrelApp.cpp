@@ -1,5 +1,6 @@
 #include "app/shell/SorrelApp.h"
 
+#include "app/shell/AppColors.h"
 #include "app/shell/AppDelegate.h"
 #include "platform/base/TerminationSignals.h"
 #include "platform/desktop/Pasteboard.h"
@@ -29,6 +30,7 @@ int SorrelApp::run() {
   appDelegate = std::make_shared<AppDelegate>(AppDelegate::Windows{}, nullptr, &QApplication::quit);
   instance.setRungHandler([this] { appDelegate->applicationShouldHandleReopen(); });
   appDelegate->applicationDidFinishLaunching();
+  appearance.emplace(AppColors::accent);
   const int status = QApplication::exec();
   platform::Pasteboard::handOver();
   return status;

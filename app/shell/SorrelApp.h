@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/base/SingleInstance.h"
+#include "platform/desktop/DesktopAppearance.h"
 
 #include <QApplication>
 
@@ -25,6 +26,7 @@ class SorrelApp {
  private:
   QApplication application;
   platform::SingleInstance instance;
+  std::optional<platform::DesktopAppearance> appearance;
   std::shared_ptr<AppDelegate> appDelegate;
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/base/Published.h"
+
 #include <QColor>
 
 namespace platform {
@@ -7,6 +9,8 @@ namespace platform {
 /// Whether the desktop's windows are light or dark.
 enum class Appearance { Light, Dark };
 [[nodiscard]] Appearance currentAppearance();
+/// Calls `handler` after each change, until the returned token goes. Main thread only.
+[[nodiscard]] Observers::Token observeAppearance(std::function<void()> handler);
 
 /// A colour that differs between the two appearances.
 struct Color {

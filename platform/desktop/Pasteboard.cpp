@@ -1,6 +1,7 @@
 #include "platform/desktop/Pasteboard.h"
 
 #include "platform/base/Locations.h"
+#include "platform/x11/X11Connection.h"
 
 #include <QClipboard>
 #include <QDeadlineTimer>
@@ -86,7 +87,7 @@ void writeObjects(const std::vector<PasteboardObject>& objects) {
 void handOver() {
   QGuiApplication::processEvents();  // among them that another program has taken the clipboard
   QClipboard* const clipboard = QGuiApplication::clipboard();
-  if (!qGuiApp->nativeInterface<QNativeInterface::QX11Application>() || !clipboard->ownsClipboard())
+  if (!x11Connection() || !clipboard->ownsClipboard())
     return;
   QProcess keeper;
   keeper.setProcessChannelMode(QProcess::ForwardedChannels);
