@@ -1,6 +1,7 @@
 #include "platform/imaging/decoding/ReducedPicture.h"
 
 #include "platform/imaging/Premultiply.h"
+#include "platform/imaging/Vectorised.h"
 #include "platform/imaging/decoding/WholePicture.h"
 
 #include <algorithm>
@@ -9,31 +10,52 @@
 namespace platform::decoding {
 namespace {
 
-void add(std::uint64_t* cell, const std::uint8_t* pixel, std::uint64_t weight) {
+constexpr int mostRowsInColumns = 257;  // of 255 each
+
+void addRow(const std::uint8_t* row, std::size_t count, std::uint16_t* columns) {
+  for (std::size_t i = 0; i < count; ++i)
+    columns[i] = static_cast<std::uint16_t>(columns[i] + row[i]);
+}
+
+void addWeighed(const double* from, double weight, std::size_t count, double* to) {
+  for (std::size_t i = 0; i < count; ++i)
+    to[i] += from[i] * weight;
+}
+
+void writeMeans(const double* sums, std::size_t count, std::int64_t area, std::uint8_t* to) {
+  const auto all = static_cast<double>(area);
+  const auto half = static_cast<double>(area / 2);
+  for (std::size_t i = 0; i < count; ++i)
+    to[i] = static_cast<std::uint8_t>(static_cast<int>((sums[i] + half) / all));
+}
+
+void add(double* cell, const std::uint16_t* pixel, double weight) {
   for (int channel = 0; channel < 4; ++channel)
     cell[channel] += pixel[channel] * weight;
 }
 
 /// A row of `from` pixels becomes `to` sums: a pixel is `to` units wide, a cell `from`.
-void sumAcross(const std::uint8_t* pixel, std::size_t from, std::uint64_t* cell, std::size_t to) {
+void sumAcross(const std::uint16_t* pixel, std::size_t from, double* cell, std::size_t to) {
   std::size_t before = 0;  // how much of the pixel the cell to the left has
-  for (std::uint64_t* const end = cell + 4 * to; cell != end; cell += 4) {
+  for (double* const end = cell + 4 * to; cell != end; cell += 4) {
+    std::array<double, 4> sum{};
     std::size_t room = from;
     if (before > 0) {
-      add(cell, pixel, to - before);
+      add(sum.data(), pixel, static_cast<double>(to - before));
       room -= to - before;
       pixel += 4;
     }
     // Those that lie in the cell as a whole are most of them.
     std::array<std::uint64_t, 4> whole{};
-    for (std::size_t count = room / to; count > 0; --count, pixel += 4)
+    for (; room >= to; room -= to, pixel += 4)
       for (std::size_t channel = 0; channel < 4; ++channel)
         whole[channel] += pixel[channel];
     for (std::size_t channel = 0; channel < 4; ++channel)
-      cell[channel] += whole[channel] * to;
-    before = room % to;
+      sum[channel] += static_cast<double>(whole[channel]) * static_cast<double>(to);
+    before = room;
     if (before > 0)
-      add(cell, pixel, before);
+      add(sum.data(), pixel, static_cast<double>(before));
+    std::copy(sum.begin(), sum.end(), cell);
   }
 }
 
@@ -47,6 +69,8 @@ bool ReducedPicture::prepare() {
   image = QImage(static_cast<int>(reduced(picture.width)), static_cast<int>(reduced(picture.height)),
                  QImage::Format_RGBA8888_Premultiplied);
   source.resize(static_cast<std::size_t>(4 * picture.width));
+  columns.assign(source.size(), 0);
+  rowsInColumns = 0;
   rowSums.resize(static_cast<std::size_t>(4 * image.width()));
   sums.assign(rowSums.size(), 0);
   covered = 0;
@@ -56,35 +80,50 @@ bool ReducedPicture::prepare() {
 
 void ReducedPicture::finishRow() {
   settle(source.data(), static_cast<int>(picture.width), picture.alpha, std::nullopt);
-  std::fill(rowSums.begin(), rowSums.end(), 0);
-  sumAcross(source.data(), static_cast<std::size_t>(picture.width), rowSums.data(),
-            static_cast<std::size_t>(image.width()));
-  const auto rowHeight = static_cast<std::uint64_t>(image.height());
-  const auto cellHeight = static_cast<std::uint64_t>(picture.height);
-  const std::uint64_t here = std::min(rowHeight, cellHeight - covered);
-  addToSums(here);
-  covered += here;
-  if (covered == cellHeight) {
+  const std::int64_t rowHeight = image.height();
+  const std::int64_t room = picture.height - covered;
+  if (rowHeight <= room) {
+    addToColumns();
+    covered += rowHeight;
+    if (rowHeight == room || rowsInColumns == mostRowsInColumns)
+      addColumns(static_cast<double>(rowHeight));
+    if (rowHeight == room)
+      writeRow();
+  } else {
+    addColumns(static_cast<double>(rowHeight));
+    addToColumns();
+    addColumns(static_cast<double>(room));
     writeRow();
-    covered = rowHeight - here;
-    if (covered > 0)
-      addToSums(covered);
+    covered = rowHeight - room;
+    addRowSums(static_cast<double>(covered));
   }
   ++rowsDone;
 }
 
-void ReducedPicture::addToSums(std::uint64_t weight) {
-  for (std::size_t i = 0; i < sums.size(); ++i)
-    sums[i] += rowSums[i] * weight;
+void ReducedPicture::addToColumns() {
+  vectorised<addRow>(Instructions::Widest, source.data(), source.size(), columns.data());
+  ++rowsInColumns;
+}
+
+void ReducedPicture::addColumns(double weight) {
+  if (rowsInColumns == 0)
+    return;
+  vectorised<sumAcross>(Instructions::Widest, columns.data(), static_cast<std::size_t>(picture.width),
+                        rowSums.data(), static_cast<std::size_t>(image.width()));
+  std::fill(columns.begin(), columns.end(), std::uint16_t{0});
+  rowsInColumns = 0;
+  addRowSums(weight);
+}
+
+void ReducedPicture::addRowSums(double weight) {
+  vectorised<addWeighed>(Instructions::Widest, rowSums.data(), weight, sums.size(), sums.data());
 }
 
 void ReducedPicture::writeRow() {
-  const auto area = static_cast<std::uint64_t>(picture.width) * static_cast<std::uint64_t>(picture.height);
-  std::uint8_t* to = image.scanLine(rowsWritten++);
-  for (std::uint64_t& sum : sums) {
-    *to++ = static_cast<std::uint8_t>((sum + area / 2) / area);
-    sum = 0;
-  }
+  vectorised<writeMeans>(Instructions::Widest, sums.data(), sums.size(),
+                         std::int64_t{picture.width} * picture.height, image.scanLine(rowsWritten++));
+  std::fill(sums.begin(), sums.end(), 0);
+  covered = 0;
 }
 
 QImage ReducedPicture::result() {
