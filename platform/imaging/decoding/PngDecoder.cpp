@@ -11,23 +11,20 @@ namespace {
 
 /// All that must outlive a jump out of the library. The functions that call into it own nothing themselves.
 struct Reader {
-  explicit Reader(Bytes file) : rest(file) {}
+  explicit Reader(const ByteSource& source) : file(source) {}
   ~Reader() { png_destroy_read_struct(&png, &info, nullptr); }
   Reader(const Reader&) = delete;
   Reader& operator=(const Reader&) = delete;
 
-  Bytes rest;
+  const ByteSource& file;
   png_structp png = nullptr;
   png_infop info = nullptr;
   std::unique_ptr<std::uint8_t[]> whole;  // of an interlaced picture, whose rows come in seven passes
 };
 
 void readBytes(png_structp png, png_bytep to, std::size_t size) {
-  auto& reader = *static_cast<Reader*>(png_get_io_ptr(png));
-  if (size > reader.rest.size())
+  if (!static_cast<const Reader*>(png_get_io_ptr(png))->file(to, size))
     png_error(png, "the file ends early");
-  std::memcpy(to, reader.rest.data(), size);
-  reader.rest = reader.rest.subspan(size);
 }
 
 [[noreturn]] void leave(png_structp png, png_const_charp) {
@@ -106,7 +103,7 @@ bool readRows(Reader& reader, RowSink& sink) {
 
 }  // namespace
 
-bool decodePng(Bytes file, RowSink& sink) {
+bool decodePng(const ByteSource& file, RowSink& sink) {
   Reader reader(file);
   reader.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, leave, ignore);
   reader.info = reader.png ? png_create_info_struct(reader.png) : nullptr;

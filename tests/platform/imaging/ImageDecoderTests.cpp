@@ -244,12 +244,15 @@ TEST(ImageDecoder, isNotImpressedByForgedSizes) {
   }
 }
 
-TEST(ImageDecoder, hasNoPictureOfWhatIsNone) {
+TEST(ImageDecoder, readsTheDiskAndHasNoPictureOfWhatIsNone) {
   const ScratchHome home;
   EXPECT_FALSE(ImageDecoder::read(home.write(QStringLiteral("empty.png"))));
   EXPECT_FALSE(ImageDecoder::read(home.write(QStringLiteral("text.png"), "What is in the bottle?")));
   EXPECT_FALSE(ImageDecoder::read(home.path()));
   EXPECT_FALSE(ImageDecoder::read(home.path(QStringLiteral("missing.png"))));
+  const QByteArray png = makeFile(sample({200, 100}, SampleKind::HasAlpha), {}, QStringLiteral("png"));
+  EXPECT_EQ(ImageDecoder::read(home.write(QStringLiteral("whole.png"), png)), ImageDecoder::decode(png));
+  EXPECT_FALSE(ImageDecoder::read(home.write(QStringLiteral("cut.png"), png.chopped(20))));
   const QByteArray gif = makeFile(sample({20, 10}, SampleKind::Opaque), {}, QStringLiteral("gif"));
   const auto misnamed = ImageDecoder::read(home.write(QStringLiteral("really a gif.png"), gif));
   EXPECT_TRUE(misnamed && misnamed->size() == QSize(20, 10));
