@@ -52,6 +52,13 @@ QString expandingTilde(const QString& path) {
   return entry ? QString::fromLocal8Bit(entry->pw_dir) + path.sliced(end) : path;
 }
 
+QString abbreviatingWithTilde(const QString& path) {
+  const QString folder = home();
+  const QString clean = QDir::cleanPath(path);
+  const bool isInside = clean == folder || clean.startsWith(folder + u'/');
+  return isInside ? u'~' + clean.sliced(folder.size()) : clean;
+}
+
 QString ownTool(const QString& name) {
   const QDir programs(QCoreApplication::applicationDirPath());
   return QDir::cleanPath(programs.filePath(QStringLiteral("../" SORREL_LIBEXEC_DIR "/") + name));

@@ -24,6 +24,10 @@ namespace Locations {
 
 /// The tool that was installed with this program, whether or not it is there.
 [[nodiscard]] QString ownTool(const QString& name);
+/// The reverse for the present user, for the eye: a path in the home folder begins with "~", and none ends
+/// in a slash.
+[[nodiscard]] QString abbreviatingWithTilde(const QString& path);
+
 /// The program that stands for the system tool `path`: `path` itself if this system has it, else the tool of
 /// the same name that was installed with this program.
 [[nodiscard]] QString systemTool(const QString& path);

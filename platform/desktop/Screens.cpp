@@ -13,6 +13,10 @@ QRectF screenRect(const QRectF& rect) {
   return QRectF(rect.x(), bottom - rect.bottom(), rect.width(), rect.height());
 }
 
+QRectF windowSystemRect(const QRectF& rect) {
+  return screenRect(rect);  // the turn about the main screen is its own inverse
+}
+
 std::vector<Screen> screens() {
   std::vector<Screen> result;
   for (const QScreen* screen : QGuiApplication::screens())  // the primary one comes first

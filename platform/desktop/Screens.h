@@ -22,6 +22,9 @@ struct Screen {
 /// Turns a rectangle of the window system's (origin at the upper left, y down) into screen coordinates.
 [[nodiscard]] QRectF screenRect(const QRectF& windowSystemRect);
 
+/// And back again.
+[[nodiscard]] QRectF windowSystemRect(const QRectF& screenRect);
+
 /// What a panel hangs below.
 struct PanelMetrics {
   QSizeF size;
