@@ -66,7 +66,8 @@ class AppearanceTest : public testing::Test {
   ~AppearanceTest() override { QApplication::setPalette(QPalette()); }
 
   void untilSeen(const QList<Appearance>& expected) {
-    until("change " + std::to_string(expected.size()) + " is told", [&] { return seen.size() >= expected.size(); });
+    until("change " + std::to_string(expected.size()) + " is told",
+          [&] { return seen.size() >= expected.size(); });
     EXPECT_EQ(seen, expected);
   }
 
