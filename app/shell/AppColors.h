@@ -10,6 +10,6 @@ inline constexpr auto amberFill = platform::Color::lightDark(0xE9C046, 0xF2D35B)
 inline constexpr auto inkOnAmber = platform::Color::lightDark(0x10261A, 0x10261A);
 /// Hairlines, and the faintest of texts: the text's colour let through to these degrees.
 inline constexpr platform::Color separator{0x1a000000, 0x1affffff};
-inline constexpr platform::Color tertiaryLabel{0x42000000, 0x40ffffff};
+inline constexpr platform::Color tertiaryLabel{0x8c000000, 0x8cffffff};
 
 }  // namespace sorrel::AppColors

@@ -5,6 +5,9 @@
 #include "app/capture/CaptureService.h"
 #include "app/capture/Notifications.h"
 #include "app/capture/RetentionService.h"
+#include "app/capture/ScreenshotStore.h"
+#include "app/history/PanelGeometry.h"
+#include "app/history/ThumbnailLoader.h"
 #include "app/settings/LocalizationManager.h"
 #include "app/shell/ShortcutNames.h"
 #include "app/shell/SorrelIcon.h"
@@ -18,9 +21,6 @@ using platform::NotificationCenter;
 namespace {
 
 constexpr int statusImageSize = 18;
-
-/// The history panel as the status item's anchor must make room for it.
-constexpr platform::PanelMetrics historyPanel{{460, 500}, 4};
 
 template <typename Window, typename... Arguments>
 void callIfPresent(const Window& window, Arguments&&... arguments) {
@@ -61,7 +61,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::applicationShouldHandleReopen() {
-  callIfPresent(windows.showHistory, anchor());
+  showPanel();
 }
 
 void AppDelegate::setUpShortcuts() {
@@ -99,13 +99,13 @@ void AppDelegate::registerObservers() {
   observe(Notifications::editScreenshot, [](AppDelegate& self, const Notification& notification) {
     if (notification.object.metaType() != QMetaType::fromType<QUrl>())
       return;
-    callIfPresent(self.windows.closeHistory);
+    self.historyPanel().close();
     callIfPresent(self.windows.openEditor, notification.object.toUrl());
   });
   observe(Notifications::retentionChanged, [](AppDelegate& self, const auto&) { self.runRetentionSweep(); });
   observe(Notifications::storageLocationChanged, [](AppDelegate& self, const auto&) { self.refresh(); });
   observe(Notifications::closeHistoryPanel,
-          [](AppDelegate& self, const auto&) { callIfPresent(self.windows.closeHistory); });
+          [](AppDelegate& self, const auto&) { self.historyPanel().close(); });
   observe(Notifications::checkForUpdates, [](AppDelegate& self, const auto&) { self.checkForUpdates(); });
 }
 
@@ -124,7 +124,7 @@ void AppDelegate::scheduleRetentionSweep() {
 
 void AppDelegate::refresh() {
   // Two looks at the folder: the list belongs to the history, the count to the status item.
-  callIfPresent(windows.setScreenshots, ScreenshotStore::all());
+  viewModel->screenshots = ScreenshotStore::all();
   showCount(static_cast<qint64>(ScreenshotStore::all().size()));
 }
 
@@ -162,7 +162,7 @@ void AppDelegate::buildContextMenu() {
     void (AppDelegate::*action)();
   };
   const Row rows[] = {
-      {"menu.openHistory", "", bool(windows.toggleHistory), &AppDelegate::openPanel},
+      {"menu.openHistory", "", true, &AppDelegate::openPanel},
       {"menu.settings", ",", bool(windows.openSettings), &AppDelegate::openSettings},
       {"menu.checkForUpdates", "", bool(updater), &AppDelegate::checkForUpdates},
       {},
@@ -185,8 +185,22 @@ void AppDelegate::buildContextMenu() {
   }
 }
 
+HistoryPanelController& AppDelegate::historyPanel() {
+  if (!panelController)
+    panelController = HistoryPanelController::create(viewModel, ThumbnailLoader::shared());
+  return *panelController;
+}
+
 void AppDelegate::openPanel() {
-  callIfPresent(windows.toggleHistory, anchor());
+  if (historyPanel().isVisible())
+    historyPanel().close();
+  else
+    historyPanel().show(anchor());
+}
+
+void AppDelegate::showPanel() {
+  if (!historyPanel().isVisible())
+    historyPanel().show(anchor());
 }
 
 void AppDelegate::openSettings() {
@@ -215,7 +229,7 @@ void AppDelegate::presentCaptureMenu(CaptureMode mode) {
     if (mode == CaptureMode::feature)
       callIfPresent(self->windows.openEditor, *url);
     else
-      callIfPresent(self->windows.showHistory, self->anchor());
+      self->showPanel();
   });
 }
 
@@ -227,8 +241,8 @@ void AppDelegate::showSettingsWindow() {
   });
 }
 
-AppDelegate::Windows::Anchor AppDelegate::anchor() const {
-  return item->anchor(historyPanel);
+std::optional<QRectF> AppDelegate::anchor() const {
+  return item->anchor({PanelGeometry::size, PanelGeometry::gap});
 }
 
 }  // namespace sorrel

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "app/capture/ScreenshotStore.h"
+#include "app/history/HistoryPanelController.h"
+#include "app/history/HistoryViewModel.h"
 #include "platform/base/MainQueue.h"
 #include "platform/base/Menu.h"
 #include "platform/base/NotificationCenter.h"
@@ -17,23 +18,15 @@
 
 namespace sorrel {
 
-/// The one long-lived object of the program: it owns the status item, the retention timer and the updater,
-/// and is the only place where hot keys and the program's notifications become actions. Others tell it things
-/// through the notifications of app/capture/Notifications.h, all posted on the main thread; it calls them
-/// directly. Main thread only.
+/// The one long-lived object of the program: it owns the status item, the history, the retention timer and
+/// the updater, and is the only place where hot keys and the program's notifications become actions. Others
+/// tell it things through the notifications of app/capture/Notifications.h, all posted on the main thread; it
+/// calls them directly. Main thread only.
 class AppDelegate : public std::enable_shared_from_this<AppDelegate> {
  public:
-  /// The windows that the coordinator opens. One that is empty doesn't exist: what leads to it does nothing,
-  /// and its row in the menu can't be chosen.
+  /// The windows that the coordinator opens besides the history panel. One that is empty doesn't exist: what
+  /// leads to it does nothing, and its row in the menu can't be chosen.
   struct Windows {
-    using Anchor = std::optional<QRectF>;  // in screen coordinates
-
-    /// Given the folder's pictures whenever they may have changed.
-    std::function<void(std::vector<Screenshot>)> setScreenshots;
-    std::function<void(Anchor)> toggleHistory;
-    /// Opens the history unless it is open.
-    std::function<void(Anchor)> showHistory;
-    std::function<void()> closeHistory;
     std::function<void(QUrl)> openEditor;
     std::function<void()> openSettings;
   };
@@ -51,6 +44,8 @@ class AppDelegate : public std::enable_shared_from_this<AppDelegate> {
   [[nodiscard]] const platform::StatusItem* statusItem() const { return item.get(); }
   /// The menu as it was last built.
   [[nodiscard]] const platform::Menu& contextMenu() const { return *menu; }
+  [[nodiscard]] HistoryViewModel& history() { return *viewModel; }
+  [[nodiscard]] HistoryPanelController& historyPanel();
 
  private:
   /// What follows a capture to a file: the history, or the editor.
@@ -67,19 +62,23 @@ class AppDelegate : public std::enable_shared_from_this<AppDelegate> {
   void statusItemClicked(const platform::Event& event);
   void buildContextMenu();
   void openPanel();
+  void showPanel();
   void openSettings();
   void openBottleFolder();
   void checkForUpdates();
   void quit();
   void presentCaptureMenu(CaptureMode mode);
   void showSettingsWindow();
-  [[nodiscard]] Windows::Anchor anchor() const;
+  /// What the panel hangs below, in screen coordinates.
+  [[nodiscard]] std::optional<QRectF> anchor() const;
 
   Windows windows;
   std::unique_ptr<platform::Updater> updater;
   std::function<void()> terminate;
   std::unique_ptr<platform::StatusItem> item;
   std::shared_ptr<platform::Menu> menu;
+  const std::shared_ptr<HistoryViewModel> viewModel = HistoryViewModel::create();
+  std::shared_ptr<HistoryPanelController> panelController;  // made at its first use
   platform::WorkItem retentionTimer;
   std::vector<platform::NotificationCenter::Token> observers;
   QString folderIconKey;  // what was last applied to the storage folder

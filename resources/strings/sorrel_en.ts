@@ -45,5 +45,83 @@
     <message id="settings.shortcuts.openHistory">
       <translation>Show or hide history</translation>
     </message>
+    <message id="history.title">
+      <translation>History</translation>
+    </message>
+    <message id="history.count">
+      <translation>%1 pictures</translation>
+    </message>
+    <message id="history.lock.lockedHelp">
+      <translation>Stays open; click to let it close by itself</translation>
+    </message>
+    <message id="history.lock.unlockedHelp">
+      <translation>Keep open when you click elsewhere</translation>
+    </message>
+    <message id="history.close">
+      <translation>Close</translation>
+    </message>
+    <message id="history.empty.title">
+      <translation>The bottle is empty</translation>
+    </message>
+    <message id="history.empty.hint">
+      <translation>Take a screenshot and it lands here.</translation>
+    </message>
+    <message id="history.settings">
+      <translation>Settings</translation>
+    </message>
+    <message id="history.thumb.help">
+      <translation>Double-click to edit; drag into another program</translation>
+    </message>
+    <message id="history.thumb.edit">
+      <translation>Edit</translation>
+    </message>
+    <message id="history.thumb.copy">
+      <translation>Copy</translation>
+    </message>
+    <message id="history.thumb.delete">
+      <translation>Move to Trash</translation>
+    </message>
+    <message id="history.date.now">
+      <translation>Just now</translation>
+    </message>
+    <message id="history.date.minute">
+      <translation>%1 minute ago</translation>
+    </message>
+    <message id="history.date.minutes">
+      <translation>%1 minutes ago</translation>
+    </message>
+    <message id="history.date.hour">
+      <translation>%1 hour ago</translation>
+    </message>
+    <message id="history.date.hours">
+      <translation>%1 hours ago</translation>
+    </message>
+    <message id="history.date.day">
+      <translation>%1 day ago</translation>
+    </message>
+    <message id="history.date.days">
+      <translation>%1 days ago</translation>
+    </message>
+    <message id="history.date.week">
+      <translation>%1 week ago</translation>
+    </message>
+    <message id="history.date.weeks">
+      <translation>%1 weeks ago</translation>
+    </message>
+    <message id="history.date.month">
+      <translation>%1 month ago</translation>
+    </message>
+    <message id="history.date.months">
+      <translation>%1 months ago</translation>
+    </message>
+    <message id="history.date.year">
+      <translation>%1 year ago</translation>
+    </message>
+    <message id="history.date.years">
+      <translation>%1 years ago</translation>
+    </message>
+    <message id="clipboard.quillon.promo">
+      <translation>Meet Quillon, which keeps what you copy. Press again to copy.</translation>
+    </message>
   </context>
 </TS>

@@ -44,12 +44,6 @@ class AppDelegateTest : public testing::Test {
     LocalizationManager::resetShared();
     KeyboardShortcuts::resetStatics();
     HotKeyService::setCurrent(service);
-    windows.setScreenshots = [this](const auto& screenshots) {
-      calls << u"%1 screenshots"_s.arg(screenshots.size());
-    };
-    windows.toggleHistory = [this](auto) { calls << u"toggle history"_s; };
-    windows.showHistory = [this](auto) { calls << u"show history"_s; };
-    windows.closeHistory = [this] { calls << u"close history"_s; };
     windows.openEditor = [this](const QUrl& url) { calls << u"edit "_s + url.fileName(); };
     windows.openSettings = [this] { calls << u"settings"_s; };
   }
@@ -65,6 +59,7 @@ class AppDelegateTest : public testing::Test {
   void launch() {
     delegate = std::make_shared<AppDelegate>(windows, std::make_unique<UpdaterDouble>(calls),
                                              [this] { calls << u"terminate"_s; });
+    historyToken = delegate->history().observe([this] { calls << u"list"_s; });
     delegate->applicationDidFinishLaunching();
     storeDefaults();
   }
@@ -74,7 +69,13 @@ class AppDelegateTest : public testing::Test {
                              &ShortcutNames::captureClipboard(), &ShortcutNames::openHistory()})
       name->setShortcut(name->defaultShortcut());
   }
-  QString taken() { return std::exchange(calls, {}).join(u'|'); }
+  /// What has happened since the last question: calls in their order, then whether the panel came or went.
+  QString taken() {
+    const bool isOpen = delegate && delegate->historyPanel().isVisible();
+    if (isOpen != std::exchange(wasOpen, isOpen))
+      calls << (isOpen ? u"opened"_s : u"closed"_s);
+    return std::exchange(calls, {}).join(u'|');
+  }
   void put(const QString& name, qint64 ageInDays = 0) const {
     QFile file(home.write(u"Documents/Sorrel bottle/"_s + name));
     ASSERT_TRUE(
@@ -97,6 +98,8 @@ class AppDelegateTest : public testing::Test {
       std::make_shared<testing_support::HotKeyServiceDouble>();
   LogCapture log;
   QStringList calls;
+  bool wasOpen = false;
+  platform::Observers::Token historyToken;
   QList<std::pair<Task, std::function<void()>>> tools;
   TaskLauncherOverride launcher{[this](const Task& task, auto onTermination) -> std::optional<QString> {
     if (task.executable.endsWith(u"/screencapture"_s))
@@ -123,11 +126,12 @@ TEST_F(AppDelegateTest, OldPicturesGoAtLaunchAndThenDaily) {
   put(u"old.png"_s, 31);
   put(u"soon old.png"_s, 29);
   launch();
-  EXPECT_EQ(taken(), u"automatic|1 screenshots"_s);
+  EXPECT_EQ(taken(), u"automatic|list"_s);
   clock.advance(24h);
   EXPECT_EQ(taken(), QString()) << "a sweep that trashes nothing refreshes nothing";
   clock.advance(24h);
-  EXPECT_EQ(taken(), u"0 screenshots"_s);
+  EXPECT_EQ(taken(), u"list"_s);
+  EXPECT_TRUE(delegate->history().screenshots->empty());
   EXPECT_EQ(description(), u"Sorrel — 0 screenshots"_s);
 }
 
@@ -147,17 +151,23 @@ TEST_F(AppDelegateTest, EachHotKeyHasItsAction) {
     EXPECT_EQ(captured(key, false), QString()) << "cancelled, or to the clipboard";
   EXPECT_EQ(tools.last().first.arguments, QStringList({u"-i"_s, u"-c"_s}));
   EXPECT_EQ(description(), u"Sorrel — 0 screenshots"_s);
-  EXPECT_EQ(captured(Key::s, true), u"1 screenshots|show history"_s);
+  EXPECT_EQ(captured(Key::s, true), u"list|list|opened"_s);
   EXPECT_EQ(description(), u"Sorrel — 1 screenshots"_s);
   const QString edited = captured(Key::d, true);
-  EXPECT_EQ(edited, u"2 screenshots|edit "_s + QFileInfo(tools.last().first.arguments.last()).fileName());
+  EXPECT_EQ(edited, u"list|edit "_s + QFileInfo(tools.last().first.arguments.last()).fileName());
   const auto runs = tools.size();
   press(Key::s);
   press(Key::d);
   EXPECT_EQ(tools.size(), runs + 2) << "nothing keeps a second capture from starting";
+  EXPECT_EQ(captured(Key::s, true), u"list"_s) << "an open panel only gets the new list";
+  delegate->history().isLocked = true;
+  taken();
   press(Key::f);
+  EXPECT_EQ(taken(), u"closed"_s) << "locked or not";
   delegate->applicationShouldHandleReopen();
-  EXPECT_EQ(taken(), u"toggle history|show history"_s);
+  EXPECT_EQ(taken(), u"list|opened"_s);
+  delegate->applicationShouldHandleReopen();
+  EXPECT_EQ(taken(), QString());
   ShortcutNames::openHistory().setShortcut(std::nullopt);
   press(Key::f);
   EXPECT_EQ(taken(), QString());
@@ -173,16 +183,19 @@ TEST_F(AppDelegateTest, EachNotificationHasItsAction) {
     QString expected;
   } rows[] = {
       {Notifications::openSettings, {}, u"settings"_s},
-      {Notifications::screenshotsChanged, {}, u"1 screenshots"_s},
-      {Notifications::editScreenshot, QUrl::fromLocalFile(u"/x/a.png"_s), u"close history|edit a.png"_s},
+      {Notifications::screenshotsChanged, {}, u"list"_s},
+      {Notifications::editScreenshot, QUrl::fromLocalFile(u"/x/a.png"_s), u"edit a.png|closed"_s},
       {Notifications::editScreenshot, u"/x/a.png"_s, QString()},
       {Notifications::editScreenshot, {}, QString()},
       {Notifications::retentionChanged, {}, QString()},
-      {Notifications::storageLocationChanged, {}, u"1 screenshots"_s},
-      {Notifications::closeHistoryPanel, {}, u"close history"_s},
+      {Notifications::storageLocationChanged, {}, u"list"_s},
+      {Notifications::closeHistoryPanel, {}, u"closed"_s},
       {Notifications::checkForUpdates, {}, u"check for updates"_s},
   };
+  delegate->history().isLocked = true;
   for (const auto& row : rows) {
+    delegate->applicationShouldHandleReopen();
+    taken();
     post(row.name, row.object);
     clock.run();
     EXPECT_EQ(taken(), row.expected) << row.name;
@@ -190,8 +203,9 @@ TEST_F(AppDelegateTest, EachNotificationHasItsAction) {
   UserDefaults::standard().set(u"autoDeleteDays"_s, 1);
   put(u"old.png"_s, 2);
   post(Notifications::retentionChanged);
-  EXPECT_EQ(taken(), u"1 screenshots"_s);
+  EXPECT_EQ(taken(), u"list"_s);
   delegate.reset();
+  taken();
   post(Notifications::checkForUpdates);
   EXPECT_EQ(taken(), QString()) << "nobody is left to hear";
 }
@@ -231,7 +245,7 @@ TEST_F(AppDelegateTest, TheMenuSpeaksTheChosenLanguageAndDoesWhatItSays) {
   for (const size_t row : {0u, 1u, 2u, 6u})
     delegate->contextMenu().items[row].action();
   clock.run();
-  EXPECT_EQ(taken(), u"toggle history|check for updates|terminate|settings"_s);
+  EXPECT_EQ(taken(), u"list|check for updates|terminate|settings|opened"_s);
 }
 
 TEST_F(AppDelegateTest, WhatDoesNotExistYetCannotBeChosen) {
@@ -242,13 +256,11 @@ TEST_F(AppDelegateTest, WhatDoesNotExistYetCannotBeChosen) {
   QString enabled;
   for (const MenuItem& item : delegate->contextMenu().items)
     enabled += item.isSeparator ? u'|' : item.isEnabled ? u'+' : u'-';
-  EXPECT_EQ(enabled, u"---|+|+"_s);
-  press(Key::f);
+  EXPECT_EQ(enabled, u"+--|+|+"_s);
   press(Key::d);
-  for (const auto name :
-       {Notifications::openSettings, Notifications::closeHistoryPanel, Notifications::checkForUpdates})
+  for (const auto name : {Notifications::openSettings, Notifications::checkForUpdates})
     post(name);
-  delegate->applicationShouldHandleReopen();
+  post(Notifications::editScreenshot, QUrl::fromLocalFile(u"/x/a.png"_s));
   clock.run();
 }
 

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "app/shell/AppColors.h"
+
+/// The colours of the history panel besides the program's own.
+namespace sorrel::HistoryColors {
+
+/// The panel, slightly let through where the desktop composites.
+inline constexpr platform::Color background{0xf7faf6ef, 0xf71f211e};
+/// The title bar: bottle glass, dark in both appearances, so that its white marks always stand out.
+inline constexpr platform::Color titleBar{0xff24402f, 0xff18271d};
+inline constexpr platform::Color onTitleBar{0xffffffff, 0xffffffff};
+inline constexpr platform::Color onTitleBarSecondary{0xb3ffffff, 0xb3ffffff};
+/// A line around the panel, which keeps it apart from windows of its own colour.
+inline constexpr platform::Color border{0x2e000000, 0x2effffff};
+/// Texts, from the plainest to what explains it.
+inline constexpr platform::Color label{0xe0000000, 0xe8ffffff};
+inline constexpr platform::Color secondaryLabel{0xad000000, 0xb3ffffff};
+/// Behind a thumbnail.
+inline constexpr platform::Color well{0x1f000000, 0x1f000000};
+/// Behind the buttons that float on a picture.
+inline constexpr platform::Color veil{0x8c000000, 0x8c000000};
+
+}  // namespace sorrel::HistoryColors

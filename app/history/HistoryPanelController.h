@@ -1,0 +1,53 @@
+#pragma once
+
+#include "app/history/HistoryViewModel.h"
+#include "platform/base/NotificationCenter.h"
+
+#include <QRectF>
+
+#include <memory>
+#include <optional>
+
+namespace platform {
+class FocusablePanel;
+}
+
+namespace sorrel {
+
+class ThumbnailLoader;
+
+/// Shows the history as a floating panel. Each opening makes a new one and each closing throws it away; what
+/// lasts is the view model. A panel that loses the keyboard closes, unless the model is locked then.
+class HistoryPanelController : public std::enable_shared_from_this<HistoryPanelController> {
+ public:
+  static std::shared_ptr<HistoryPanelController> create(std::shared_ptr<HistoryViewModel> viewModel,
+                                                        ThumbnailLoader& loader);
+  ~HistoryPanelController();
+  HistoryPanelController(const HistoryPanelController&) = delete;
+  HistoryPanelController& operator=(const HistoryPanelController&) = delete;
+
+  [[nodiscard]] bool isVisible() const;
+  /// Not while a panel is visible. `anchorRect`: what the panel hangs below, in screen coordinates.
+  void show(const std::optional<QRectF>& anchorRect);
+  /// Safe when nothing is open.
+  void close();
+
+  /// The panel while it is open.
+  [[nodiscard]] platform::FocusablePanel* window() const { return panel.get(); }
+
+ private:
+  HistoryPanelController(std::shared_ptr<HistoryViewModel> viewModel, ThumbnailLoader& loader);
+  void resignedKey();
+
+  /// A panel often closes from within its own events.
+  struct DeleteLater {
+    void operator()(platform::FocusablePanel* panel) const;
+  };
+
+  const std::shared_ptr<HistoryViewModel> viewModel;
+  ThumbnailLoader& loader;
+  std::unique_ptr<platform::FocusablePanel, DeleteLater> panel;
+  platform::NotificationCenter::Token resignKeyObserver;
+};
+
+}  // namespace sorrel

@@ -1,0 +1,85 @@
+#include "app/history/HistoryTitleBar.h"
+
+#include "app/capture/Notifications.h"
+#include "app/history/HistoryColors.h"
+#include "app/history/HistoryViewModel.h"
+#include "app/history/SymbolButton.h"
+#include "app/history/TextStyle.h"
+#include "app/settings/LocalizationManager.h"
+#include "platform/base/NotificationCenter.h"
+#include "platform/desktop/Image.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+
+namespace sorrel {
+namespace {
+
+constexpr int iconSide = 18;
+constexpr int buttonSide = 18;
+constexpr platform::Color dimmed{0x66ffffff, 0x66ffffff};
+
+/// A number on a capsule.
+class Badge : public QLabel {
+ public:
+  explicit Badge(QWidget* parent) : QLabel(parent) { setContentsMargins(7, 2, 7, 2); }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(AppColors::amberFill.resolved());
+    painter.drawRoundedRect(rect(), height() / 2.0, height() / 2.0);
+    painter.end();
+    QLabel::paintEvent(event);
+  }
+};
+
+}  // namespace
+
+HistoryTitleBar::HistoryTitleBar(HistoryViewModel& model, QWidget* parent)
+    : QWidget(parent),
+      viewModel(model),
+      icon(new QLabel(this)),
+      title(new QLabel(this)),
+      count(new Badge(this)),
+      lock(new SymbolButton({}, buttonSide, this)),
+      close(new SymbolButton({QStringLiteral("xmark"), 12, HistoryColors::onTitleBarSecondary}, buttonSide,
+                             this)) {
+  auto* const row = new QHBoxLayout(this);
+  row->setContentsMargins(14, 10, 14, 10);
+  row->setSpacing(8);
+  row->addWidget(icon);
+  row->addWidget(title);
+  row->addStretch();
+  for (QWidget* const widget :
+       {static_cast<QWidget*>(count), static_cast<QWidget*>(lock), static_cast<QWidget*>(close)})
+    row->addWidget(widget);
+  if (const auto image = platform::Image::named(QStringLiteral("MenuBarIcon")))
+    icon->setPixmap(image->icon.pixmap(QSize(iconSide, iconSide), devicePixelRatioF()));
+  connect(lock, &QAbstractButton::clicked, this, [this] { viewModel.isLocked = !viewModel.isLocked; });
+  connect(close, &QAbstractButton::clicked, this, [] {
+    platform::NotificationCenter::defaultCenter().post(QString::fromLatin1(Notifications::closeHistoryPanel));
+  });
+  refresh();
+}
+
+void HistoryTitleBar::refresh() {
+  applyStyle(*title, {13, QFont::DemiBold, HistoryColors::onTitleBar});
+  title->setText(localized(QStringLiteral("history.title")));
+  const auto pictures = viewModel.screenshots->size();
+  applyStyle(*count, {11, QFont::Bold, AppColors::inkOnAmber});
+  count->setText(QString::number(pictures));
+  count->setAccessibleName(localized(QStringLiteral("history.count")).arg(pictures));
+  count->setVisible(pictures > 0);
+  const bool isLocked = viewModel.isLocked;
+  lock->setLook({isLocked ? QStringLiteral("lock.fill") : QStringLiteral("lock.open"), 14,
+                 isLocked ? HistoryColors::onTitleBar : dimmed});
+  lock->setHelp(localized(isLocked ? QStringLiteral("history.lock.lockedHelp")
+                                   : QStringLiteral("history.lock.unlockedHelp")));
+  close->setHelp(localized(QStringLiteral("history.close")));
+}
+
+}  // namespace sorrel

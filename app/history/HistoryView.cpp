@@ -1,0 +1,114 @@
+#include "app/history/HistoryView.h"
+
+#include "app/capture/Notifications.h"
+#include "app/history/HistoryColors.h"
+#include "app/history/HistoryEmptyState.h"
+#include "app/history/HistoryFooter.h"
+#include "app/history/HistoryTitleBar.h"
+#include "app/history/PanelGeometry.h"
+#include "app/history/ThumbnailGrid.h"
+#include "app/history/ToastView.h"
+#include "app/settings/LocalizationManager.h"
+#include "platform/base/NotificationCenter.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QVBoxLayout>
+
+namespace sorrel {
+namespace {
+
+constexpr int dividerHeight = 1;
+
+void post(const char* name, const QVariant& object = {}) {
+  platform::NotificationCenter::defaultCenter().post(QString::fromLatin1(name), object);
+}
+
+}  // namespace
+
+HistoryView::HistoryView(std::shared_ptr<HistoryViewModel> viewModel, ThumbnailLoader& loader,
+                         QWidget* parent)
+    : QWidget(parent), vm(std::move(viewModel)) {
+  resize(PanelGeometry::size);
+  titleBar = new HistoryTitleBar(*vm, this);
+  const ThumbnailGrid::Actions actions{
+      [](const Screenshot& shot) { post(Notifications::editScreenshot, shot.url()); },
+      [this](const Screenshot& shot) { vm->handleQuillonButton(shot); },
+      [this](const Screenshot& shot) {
+        ScreenshotStore::moveToTrash(shot);
+        vm->screenshots = ScreenshotStore::all();
+      }};
+  grid = new ThumbnailGrid(loader, actions, this);
+  emptyState = new HistoryEmptyState(this);
+  footer = new HistoryFooter(this);
+  toast = new ToastView(this);
+
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(titleBar);
+  column->addSpacing(dividerHeight);
+  column->addWidget(grid, 1);
+  column->addWidget(emptyState, 1);
+  column->addSpacing(dividerHeight);
+  column->addWidget(footer);
+  setFocusProxy(grid);
+
+  modelToken = vm->observe([this] { setNeedsRefresh(); });
+  languageToken = LocalizationManager::shared().observe([this] { setNeedsRefresh(); });
+  appearanceToken = platform::observeAppearance([this] { setNeedsRefresh(); });
+  refresh();
+}
+
+HistoryView::~HistoryView() {
+  pendingRefresh.cancel();
+}
+
+void HistoryView::setNeedsRefresh() {
+  // Observers are told before the change; by the next turn it is in place.
+  if (!pendingRefresh.isPending())
+    pendingRefresh = platform::MainQueue::main().async([this] { refresh(); });
+}
+
+void HistoryView::refresh() {
+  titleBar->refresh();
+  footer->refresh();
+  emptyState->refresh();
+  grid->setScreenshots(vm->screenshots);
+  grid->retranslate();
+  const bool isEmpty = vm->screenshots->empty();
+  grid->setVisible(!isEmpty);
+  emptyState->setVisible(isEmpty);
+  toast->show(vm->toast);
+  update();
+}
+
+void HistoryView::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const QRectF area(rect());
+  QPainterPath shape;
+  shape.addRoundedRect(area, PanelGeometry::cornerRadius, PanelGeometry::cornerRadius);
+  painter.fillPath(shape, HistoryColors::background.resolved());
+  QPainterPath strip;
+  strip.addRect(0, 0, width(), titleBar->geometry().bottom() + 1);
+  painter.fillPath(shape & strip, HistoryColors::titleBar.resolved());
+  const auto divide = [&](int y) {
+    painter.fillRect(QRectF(0, y, width(), dividerHeight), AppColors::separator.resolved());
+  };
+  divide(titleBar->geometry().bottom() + 1);
+  divide(footer->geometry().top() - dividerHeight);
+  painter.setPen(HistoryColors::border.resolved());
+  painter.drawRoundedRect(area.adjusted(0.5, 0.5, -0.5, -0.5), PanelGeometry::cornerRadius - 0.5,
+                          PanelGeometry::cornerRadius - 0.5);
+}
+
+void HistoryView::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Cancel))
+    post(Notifications::closeHistoryPanel);
+  else
+    QWidget::keyPressEvent(event);
+}
+
+}  // namespace sorrel

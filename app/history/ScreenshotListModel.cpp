@@ -1,0 +1,42 @@
+#include "app/history/ScreenshotListModel.h"
+
+#include "app/history/RelativeDate.h"
+#include "app/settings/LocalizationManager.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace sorrel {
+
+void ScreenshotListModel::setScreenshots(std::vector<Screenshot> screenshots) {
+  beginResetModel();
+  list = std::move(screenshots);
+  endResetModel();
+}
+
+int ScreenshotListModel::rowOf(const QString& path) const {
+  const auto found =
+      std::find_if(list.begin(), list.end(), [&](const auto& shot) { return shot.path == path; });
+  return found == list.end() ? -1 : static_cast<int>(found - list.begin());
+}
+
+int ScreenshotListModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(list.size());
+}
+
+QVariant ScreenshotListModel::data(const QModelIndex& index, int role) const {
+  const Screenshot& shot = at(index.row());
+  switch (role) {
+    case Qt::DisplayRole:
+      return relativeDate(shot.date);
+    case Qt::AccessibleTextRole:
+      return QFileInfo(shot.path).completeBaseName() + QStringLiteral(", ") + relativeDate(shot.date);
+    case Qt::ToolTipRole:
+      return localized(QStringLiteral("history.thumb.help"));
+    default:
+      return {};
+  }
+}
+
+}  // namespace sorrel

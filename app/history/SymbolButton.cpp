@@ -1,0 +1,64 @@
+#include "app/history/SymbolButton.h"
+
+#include "app/shell/AppColors.h"
+#include "platform/desktop/Symbols.h"
+
+#include <QEvent>
+#include <QPainter>
+
+namespace sorrel {
+
+SymbolButton::SymbolButton(const Look& initial, int size, QWidget* parent)
+    : QAbstractButton(parent), look(initial) {
+  setFixedSize(size, size);
+  setFocusPolicy(Qt::TabFocus);
+  setAttribute(Qt::WA_Hover);
+}
+
+void SymbolButton::setLook(const Look& next) {
+  if (look == next)
+    return;
+  look = next;
+  update();
+}
+
+void SymbolButton::setHelp(const QString& text) {
+  setToolTip(text);
+  setAccessibleName(text);
+}
+
+bool SymbolButton::event(QEvent* event) {
+  const bool isHandled = QAbstractButton::event(event);
+  if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+    update();
+  return isHandled;
+}
+
+void SymbolButton::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const QColor disc = look.disc.resolved();
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(disc);
+  painter.drawEllipse(rect());
+  if (underMouse() && isEnabled()) {  // a glow that is stronger while pressed
+    painter.setBrush(QColor(255, 255, 255, isDown() ? 70 : 36));
+    if (disc.alpha() > 0)
+      painter.drawEllipse(rect());
+    else
+      painter.drawRoundedRect(rect(), 4, 4);
+  }
+  QRectF place(0, 0, look.side, look.side);
+  place.moveCenter(QRectF(rect()).center());
+  platform::drawSymbol(painter, place, look.symbol, {look.ink.resolved(), look.mark.resolved()});
+  if (hasFocus())
+    drawFocusRing(painter, QRectF(rect()), 4);
+}
+
+void drawFocusRing(QPainter& painter, const QRectF& area, qreal radius) {
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(AppColors::amberFill.resolved(), 1.5));
+  painter.drawRoundedRect(area.adjusted(0.75, 0.75, -0.75, -0.75), radius, radius);
+}
+
+}  // namespace sorrel

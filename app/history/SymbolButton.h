@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/desktop/Appearance.h"
+
+#include <QAbstractButton>
+
+namespace sorrel {
+
+/// A small button that shows a symbol and nothing else. A click doesn't take the keyboard from where it is;
+/// Tab reaches it where `setFocusPolicy` lets it.
+class SymbolButton : public QAbstractButton {
+ public:
+  struct Look {
+    QString symbol;
+    int side = 12;  // of the symbol
+    platform::Color ink;
+    /// What lies on the symbol's filled shape, if it has one.
+    platform::Color mark{0, 0};
+    /// A circle behind the symbol, as large as the button.
+    platform::Color disc{0, 0};
+
+    bool operator==(const Look&) const = default;
+  };
+
+  SymbolButton(const Look& look, int size, QWidget* parent);
+
+  void setLook(const Look& look);
+  /// The tooltip, which is the accessible name too.
+  void setHelp(const QString& text);
+
+  [[nodiscard]] QSize sizeHint() const override { return size(); }
+
+ protected:
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  Look look;
+};
+
+/// Draws the ring that shows where the keyboard is, around a control's `area`.
+void drawFocusRing(QPainter& painter, const QRectF& area, qreal radius);
+
+}  // namespace sorrel

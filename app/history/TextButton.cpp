@@ -1,0 +1,56 @@
+#include "app/history/TextButton.h"
+
+#include "app/history/SymbolButton.h"
+#include "platform/desktop/Symbols.h"
+
+#include <QPainter>
+
+namespace sorrel {
+namespace {
+
+constexpr int symbolSide = 12;
+constexpr int symbolGap = 4;
+/// Around the text, for the ring that shows the keyboard.
+constexpr int margin = 3;
+
+}  // namespace
+
+TextButton::TextButton(const TextStyle& textStyle, const QString& symbolName, QWidget* parent)
+    : QAbstractButton(parent), style(textStyle), symbol(symbolName) {
+  setFont(fontOf(style));
+  setFocusPolicy(Qt::TabFocus);
+  setAttribute(Qt::WA_Hover);
+  setCursor(Qt::PointingHandCursor);
+}
+
+int TextButton::symbolWidth() const {
+  return symbol.isEmpty() ? 0 : symbolSide + symbolGap;
+}
+
+QSize TextButton::sizeHint() const {
+  return {symbolWidth() + fontMetrics().horizontalAdvance(text()) + 2 * margin + 1, fontMetrics().height()};
+}
+
+QSize TextButton::minimumSizeHint() const {
+  return symbol.isEmpty() ? sizeHint() : QSize(symbolWidth() + 40, fontMetrics().height());
+}
+
+void TextButton::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  QColor color = style.color.resolved();
+  if (underMouse())  // towards the full colour
+    color.setAlpha(isDown() ? 255 : (color.alpha() + 255) / 2);
+  QRect place = rect().adjusted(margin, 0, -margin, 0);
+  if (!symbol.isEmpty())
+    platform::drawSymbol(painter, QRectF(place.left(), (height() - symbolSide) / 2.0, symbolSide, symbolSide),
+                         symbol, {color});
+  place.setLeft(place.left() + symbolWidth());
+  painter.setPen(color);
+  const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, place.width());
+  painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
+  if (hasFocus())
+    drawFocusRing(painter, QRectF(rect()), 4);
+}
+
+}  // namespace sorrel

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "app/history/CellTransitions.h"
+#include "app/history/ScreenshotListModel.h"
+#include "app/history/ThumbnailLayout.h"
+#include "app/history/ThumbnailLoader.h"
+#include "platform/base/MainQueue.h"
+
+#include <QAbstractItemView>
+#include <QBasicTimer>
+#include <QPixmap>
+
+#include <functional>
+
+namespace sorrel {
+
+class SymbolButton;
+
+/// The screenshots as a scrolling grid of thumbnails. It costs the same whatever their number: it lays out by
+/// arithmetic, and holds pictures of the cells in view only.
+class ThumbnailGrid : public QAbstractItemView {
+ public:
+  struct Actions {
+    std::function<void(const Screenshot&)> onEdit;
+    std::function<void(const Screenshot&)> onCopy;
+    std::function<void(const Screenshot&)> onDelete;
+  };
+
+  ThumbnailGrid(ThumbnailLoader& loader, Actions actions, QWidget* parent);
+  ~ThumbnailGrid() override;
+
+  /// Replaces the list; the selection stays with its screenshot, and goes with it.
+  void setScreenshots(std::vector<Screenshot> screenshots);
+  /// Shows all texts anew.
+  void retranslate();
+
+  [[nodiscard]] const QString& selectedID() const { return selected; }
+
+  // QAbstractItemView
+  [[nodiscard]] QRect visualRect(const QModelIndex& index) const override;
+  [[nodiscard]] QModelIndex indexAt(const QPoint& point) const override;
+  void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
+ protected:
+  [[nodiscard]] QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+  [[nodiscard]] int horizontalOffset() const override { return 0; }
+  [[nodiscard]] int verticalOffset() const override;
+  [[nodiscard]] bool isIndexHidden(const QModelIndex&) const override { return false; }
+  void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags flags) override;
+  [[nodiscard]] QRegion visualRegionForSelection(const QItemSelection& selection) const override;
+  void selectionChanged(const QItemSelection& now, const QItemSelection& before) override;
+  void updateGeometries() override;
+  void scrollContentsBy(int dx, int dy) override;
+
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent*) override { pressedRow = -1; }
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+
+ private:
+  /// What there is of a thumbnail in view.
+  struct Cell {
+    QPixmap picture;
+    ThumbnailLoader::Request request;
+  };
+
+  [[nodiscard]] ThumbnailLayout layoutNow() const;
+  [[nodiscard]] QRectF shifted(const QRectF& contentsRect) const;
+  [[nodiscard]] int rowAt(const QPointF& viewportPoint) const;
+  [[nodiscard]] static QString cellKey(const Screenshot& screenshot);
+  void updateCells();
+  void load(const Screenshot& screenshot, const QString& key, Cell& cell);
+  void repaint(const QString& path);
+  void select(const QString& path);
+  void setHoveredRow(int row);
+  void placeButtons();
+  void copy(int row);
+  void startDrag(int row);
+
+  ThumbnailLoader& loader;
+  const Actions actions;
+  ScreenshotListModel screenshots;
+  QHash<QString, Cell> cells;
+  QString selected;  // the path
+  int lastRow = 0;   // where the keyboard goes on when nothing is selected
+  int hoveredRow = -1;
+  int pressedRow = -1;
+  QPoint pressedAt;
+  CellTransitions selections;
+  CellTransitions flashes;
+  SymbolButton* const deleteButton;
+  SymbolButton* const copyButton;
+  QBasicTimer progressTimer;
+  int progressStep = 0;
+  platform::WorkItem dateRefresh;
+};
+
+}  // namespace sorrel

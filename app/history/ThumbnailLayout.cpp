@@ -1,0 +1,45 @@
+#include "app/history/ThumbnailLayout.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace sorrel {
+
+ThumbnailLayout::ThumbnailLayout(qreal width, int count) : cellCount(count) {
+  const qreal available = std::max(width - 2 * padding, minimumWidth);
+  columnCount = static_cast<int>((available + spacing) / (minimumWidth + spacing));
+  // Whole points, so that edges are sharp.
+  side = std::floor(std::min((available - (columnCount - 1) * spacing) / columnCount, maximumWidth));
+  left = std::floor((width - columnCount * side - (columnCount - 1) * spacing) / 2);
+}
+
+qreal ThumbnailLayout::height() const {
+  const int rows = (cellCount + columnCount - 1) / columnCount;
+  return rows == 0 ? 0 : rows * rowPitch() - spacing + 2 * padding;
+}
+
+QRectF ThumbnailLayout::cell(int index) const {
+  return QRectF(left + index % columnCount * (side + spacing), padding + index / columnCount * rowPitch(),
+                side, rowPitch() - spacing);
+}
+
+QRectF ThumbnailLayout::picture(int index) const {
+  return QRectF(cell(index).topLeft(), QSizeF(side, side));
+}
+
+int ThumbnailLayout::at(const QPointF& point) const {
+  const int column = static_cast<int>(std::floor((point.x() - left) / (side + spacing)));
+  const int row = static_cast<int>(std::floor((point.y() - padding) / rowPitch()));
+  if (column < 0 || column >= columnCount || row < 0)
+    return -1;
+  const int index = row * columnCount + column;
+  return index < cellCount && cell(index).contains(point) ? index : -1;
+}
+
+std::pair<int, int> ThumbnailLayout::range(qreal top, qreal bottom) const {
+  const auto row = [this](qreal y) { return static_cast<int>(std::floor((y - padding) / rowPitch())); };
+  const int first = std::clamp(row(top) * columnCount, 0, cellCount);
+  return {first, std::clamp((row(bottom) + 1) * columnCount, first, cellCount)};
+}
+
+}  // namespace sorrel

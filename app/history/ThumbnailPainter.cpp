@@ -1,0 +1,99 @@
+#include "app/history/ThumbnailPainter.h"
+
+#include "app/history/HistoryColors.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <cmath>
+
+namespace sorrel {
+namespace {
+
+constexpr qreal cornerRadius = 8;
+constexpr qreal pictureInset = 5;
+constexpr qreal progressDiameter = 18;
+
+void outline(QPainter& painter, const QRectF& square, const QColor& color, qreal width) {
+  painter.setPen(QPen(color, width));
+  painter.drawRoundedRect(square, cornerRadius, cornerRadius);
+}
+
+QColor translucent(const platform::Color& color, qreal opacity) {
+  QColor result = color.resolved();
+  result.setAlphaF(static_cast<float>(opacity));
+  return result;
+}
+
+/// A soft light around the square that fades out over `radius` points: lines that get fainter as they get
+/// wider.
+void glow(QPainter& painter, const QRectF& square, qreal radius, qreal opacity) {
+  constexpr int rings = 6;
+  for (int ring = rings; ring >= 1; --ring)
+    outline(painter, square, translucent(AppColors::accent, opacity / rings), 2 * radius * ring / rings);
+}
+
+void paintProgress(QPainter& painter, const QPointF& center, qreal turn) {
+  QRectF circle(0, 0, progressDiameter, progressDiameter);
+  circle.moveCenter(center);
+  QColor color = HistoryColors::secondaryLabel.resolved();
+  color.setAlpha(color.alpha() / 3);
+  painter.setPen(QPen(color, 2, Qt::SolidLine, Qt::RoundCap));
+  painter.drawEllipse(circle);
+  painter.setPen(QPen(HistoryColors::secondaryLabel.resolved(), 2, Qt::SolidLine, Qt::RoundCap));
+  painter.drawArc(circle, static_cast<int>(-turn * 360 * 16), 90 * 16);
+}
+
+void paintPicture(QPainter& painter, const QRectF& square, const QPixmap& picture) {
+  QRectF place(QPointF(), picture.deviceIndependentSize());
+  place.moveCenter(square.center());
+  // On whole device pixels: the picture has been scaled for them.
+  const qreal ratio = picture.devicePixelRatio();
+  const QPointF corner(std::round(place.left() * ratio) / ratio, std::round(place.top() * ratio) / ratio);
+  painter.drawPixmap(corner, picture);
+}
+
+}  // namespace
+
+QPixmap fittedPicture(const QImage& image, qreal side, qreal ratio) {
+  const int box = static_cast<int>((side - 2 * pictureInset) * ratio);
+  QPixmap picture =
+      QPixmap::fromImage(image.scaled(image.size().scaled(box, box, Qt::KeepAspectRatio).expandedTo({1, 1}),
+                                      Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+  picture.setDevicePixelRatio(ratio);
+  return picture;
+}
+
+void paintThumbnail(QPainter& painter, const QRectF& square, const QRectF& caption,
+                    const ThumbnailLook& look) {
+  painter.save();
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+  const qreal scale = 1 + 0.03 * look.flash;
+  painter.translate(square.center());
+  painter.scale(scale, scale);
+  painter.translate(-square.center());
+
+  painter.setBrush(Qt::NoBrush);
+  if (look.flash > 0)
+    glow(painter, square, 6, 0.55 * look.flash);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(HistoryColors::well.resolved());
+  painter.drawRoundedRect(square, cornerRadius, cornerRadius);
+  painter.setBrush(Qt::NoBrush);
+  if (look.picture.isNull())
+    paintProgress(painter, square.center(), look.progressTurn);
+  else
+    paintPicture(painter, square, look.picture);
+  outline(painter, square, AppColors::separator.resolved(), 0.5);
+  if (look.selection > 0)
+    outline(painter, square, translucent(AppColors::accent, 0.85 * look.selection), 2 * look.selection);
+  if (look.flash > 0)
+    outline(painter, square, AppColors::accent.resolved(), 3.5 * look.flash);
+  painter.restore();
+
+  painter.setPen(HistoryColors::secondaryLabel.resolved());
+  const QFontMetricsF metrics(painter.font());
+  painter.drawText(caption, Qt::AlignCenter, metrics.elidedText(look.date, Qt::ElideRight, caption.width()));
+}
+
+}  // namespace sorrel

@@ -1,0 +1,88 @@
+#include "app/history/ToastView.h"
+
+#include "app/history/TextStyle.h"
+#include "app/shell/AppColors.h"
+#include "platform/desktop/Easing.h"
+
+#include <QAccessible>
+#include <QPainter>
+#include <QVariantAnimation>
+
+namespace sorrel {
+namespace {
+
+constexpr TextStyle textStyle{12, QFont::DemiBold, {0xffffffff, 0xffffffff}};
+constexpr int horizontalPadding = 16;
+constexpr int verticalPadding = 9;
+constexpr int bottomPadding = 54;
+constexpr int shadowRadius = 6;
+constexpr int shadowDrop = 2;
+constexpr int shadowRoom = shadowRadius + shadowDrop;
+constexpr qreal shadowOpacity = 0.25;
+constexpr int duration = 200;
+
+}  // namespace
+
+ToastView::ToastView(QWidget* parent) : QWidget(parent), motion(new QVariantAnimation(this)) {
+  setAttribute(Qt::WA_TransparentForMouseEvents);
+  setFont(fontOf(textStyle));
+  setVisible(false);
+  motion->setDuration(duration);
+  motion->setEasingCurve(platform::Easing::inOut());
+  connect(motion, &QVariantAnimation::valueChanged, this,
+          [this](const QVariant& presence) { place(presence.toReal()); });
+}
+
+void ToastView::show(const std::optional<QString>& next) {
+  if (next == shown)
+    return;
+  const bool isReplacing = shown && next;
+  shown = next;
+  if (next) {
+    text = *next;
+    setAccessibleName(text);
+    const QSize capsule(fontMetrics().horizontalAdvance(text) + 2 * horizontalPadding,
+                        fontMetrics().height() + 2 * verticalPadding);
+    resize(capsule.grownBy({shadowRoom, shadowRoom, shadowRoom, shadowRoom}));
+    raise();
+    QAccessibleEvent event(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
+  }
+  if (isReplacing && motion->state() != QAbstractAnimation::Running) {
+    place(1);
+    return;
+  }
+  motion->stop();
+  motion->setStartValue(opacity);
+  motion->setEndValue(next ? 1.0 : 0.0);
+  motion->start();
+}
+
+void ToastView::place(qreal presence) {
+  opacity = presence;
+  setVisible(presence > 0);
+  const int shownTop = parentWidget()->height() - bottomPadding - height() + shadowRoom;
+  const int hiddenTop = parentWidget()->height();
+  move((parentWidget()->width() - width()) / 2, qRound(hiddenTop + (shownTop - hiddenTop) * presence));
+  update();
+}
+
+void ToastView::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setOpacity(opacity);
+  const QRectF capsule = QRectF(rect()).adjusted(shadowRoom, shadowRoom, -shadowRoom, -shadowRoom);
+  painter.setPen(Qt::NoPen);
+  // The soft shadow: capsules of growing size, each letting a little through.
+  for (int grown = shadowRadius; grown >= 1; --grown) {
+    const QRectF larger = capsule.adjusted(-grown, -grown, grown, grown).translated(0, shadowDrop);
+    painter.setBrush(QColor::fromRgbF(0, 0, 0, static_cast<float>(shadowOpacity / shadowRadius)));
+    painter.drawRoundedRect(larger, larger.height() / 2, larger.height() / 2);
+  }
+  painter.setBrush(AppColors::accent.resolved());
+  painter.drawRoundedRect(capsule, capsule.height() / 2, capsule.height() / 2);
+  painter.setPen(textStyle.color.resolved());
+  painter.drawText(capsule, Qt::AlignCenter | Qt::TextSingleLine, text);
+}
+
+}  // namespace sorrel

@@ -1,0 +1,99 @@
+#include "app/history/HistoryPanelController.h"
+#include "app/history/PanelGeometry.h"
+#include "app/history/ThumbnailLoader.h"
+#include "platform/desktop/FocusablePanel.h"
+#include "tests/app/history/HistoryFixture.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QThread>
+
+using namespace sorrel;
+
+namespace {
+
+class HistoryPanelTest : public HistoryFixture {
+ protected:
+  HistoryPanelTest() {
+    model = HistoryViewModel::create();
+    controller = HistoryPanelController::create(model, loader);
+  }
+  void loseKey() {
+    QEvent lost(QEvent::WindowDeactivate);
+    QApplication::sendEvent(controller->window(), &lost);
+  }
+  static void settle() {
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QApplication::processEvents();
+  }
+
+  ThumbnailLoader loader;
+  std::shared_ptr<HistoryPanelController> controller;
+};
+
+TEST_F(HistoryPanelTest, TheLockDecidesWhenTheKeyboardIsLost) {
+  put(u"a.png"_s, 0);
+  controller->close();
+  EXPECT_FALSE(controller->isVisible());
+  controller->show(std::nullopt);
+  EXPECT_TRUE(controller->isVisible());
+  EXPECT_EQ(model->screenshots->size(), 1u) << "the list is fresh";
+  loseKey();
+  EXPECT_FALSE(controller->isVisible());
+
+  model->isLocked = true;
+  controller->show(std::nullopt);
+  loseKey();
+  EXPECT_TRUE(controller->isVisible());
+  model->isLocked = false;
+  EXPECT_TRUE(controller->isVisible()) << "the lock counts only when the keyboard goes";
+  loseKey();
+  EXPECT_FALSE(controller->isVisible());
+
+  // A late word of a closed panel doesn't close a newer one.
+  controller->show(std::nullopt);
+  const QVariant closed = controller->window()->notificationObject();
+  controller->close();
+  controller->show(std::nullopt);
+  if (closed != controller->window()->notificationObject())
+    platform::NotificationCenter::defaultCenter().post(
+        QString::fromLatin1(platform::FocusablePanel::didResignKeyNotification), closed);
+  EXPECT_TRUE(controller->isVisible());
+}
+
+TEST_F(HistoryPanelTest, AThousandOpeningsLeaveNothingBehind) {
+  for (int i = 0; i < 12; ++i)
+    put(u"%1.png"_s.arg(i), i);
+  const auto threads = [] {
+    return QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
+  };
+  const auto residentPages = [] {
+    QFile file(u"/proc/self/statm"_s);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toLongLong() : 0;
+  };
+  const auto openAndClose = [this](int times) {
+    for (int i = 0; i < times; ++i) {
+      controller->show(std::nullopt);
+      QApplication::processEvents();
+      clock.advance(20ms);
+      controller->close();
+      settle();
+    }
+    clock.advance(20s);
+  };
+  openAndClose(100);
+  const auto widgets = QApplication::allWidgets().size();
+  const auto windows = QApplication::topLevelWindows().size();
+  const int pending = clock.pending();
+  const auto before = residentPages();
+  openAndClose(900);
+  EXPECT_EQ(QApplication::allWidgets().size(), widgets);
+  EXPECT_EQ(QApplication::topLevelWindows().size(), windows);
+  EXPECT_EQ(clock.pending(), pending) << "no work waits for panels that are gone";
+  EXPECT_LE(threads(), 2 + QThread::idealThreadCount());
+#if !defined(__SANITIZE_ADDRESS__)
+  EXPECT_LT(residentPages() - before, 500) << "2 MiB: less than 3 KiB an opening";
+#endif
+}
+
+}  // namespace
