@@ -53,7 +53,6 @@ HistoryView::HistoryView(std::shared_ptr<HistoryViewModel> viewModel, ThumbnailL
   column->addWidget(emptyState, 1);
   column->addSpacing(dividerHeight);
   column->addWidget(footer);
-  setFocusProxy(grid);
 
   modelToken = vm->observe([this] { setNeedsRefresh(); });
   languageToken = LocalizationManager::shared().observe([this] { setNeedsRefresh(); });
@@ -79,9 +78,17 @@ void HistoryView::refresh() {
   grid->retranslate();
   const bool isEmpty = vm->screenshots->empty();
   grid->setVisible(!isEmpty);
+  if (!isEmpty && hasFocus())
+    grid->setFocus();
   emptyState->setVisible(isEmpty);
   toast->show(vm->toast);
   update();
+}
+
+void HistoryView::focusInEvent(QFocusEvent* event) {
+  QWidget::focusInEvent(event);
+  if (grid->isVisibleTo(this))
+    grid->setFocus();
 }
 
 void HistoryView::paintEvent(QPaintEvent*) {

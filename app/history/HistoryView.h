@@ -29,6 +29,7 @@ class HistoryView : public QWidget {
   [[nodiscard]] ThumbnailGrid& thumbnails() { return *grid; }
 
  protected:
+  void focusInEvent(QFocusEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 

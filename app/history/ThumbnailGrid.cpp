@@ -329,6 +329,11 @@ void ThumbnailGrid::placeButtons() {
   copyButton->setVisible(isHovering);
 }
 
+void ThumbnailGrid::focusInEvent(QFocusEvent* event) {
+  // Not the item view's own: that makes the first row current, though nothing is selected yet.
+  QAbstractScrollArea::focusInEvent(event);
+}
+
 void ThumbnailGrid::keyPressEvent(QKeyEvent* event) {
   const int row = selected.isEmpty() ? -1 : screenshots.rowOf(selected);
   const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;

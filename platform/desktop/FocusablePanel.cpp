@@ -76,6 +76,7 @@ QRect FocusablePanel::contentRect() const {
 void FocusablePanel::setContentView(QWidget* view) {
   view->setParent(this);
   view->setGeometry(contentRect());
+  view->setFocus();
 }
 
 void FocusablePanel::appear(const QRectF& target, const QPointF& offset, std::chrono::milliseconds duration) {

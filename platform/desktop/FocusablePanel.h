@@ -25,7 +25,8 @@ class FocusablePanel : public QWidget {
 
   FocusablePanel(const QSize& contentSize, int cornerRadius);
 
-  /// `view` fills the panel and belongs to it from now on. It must leave its own corners unpainted.
+  /// `view` fills the panel and belongs to it from now on; the keyboard goes to it when the panel appears. It
+  /// must leave its own corners unpainted.
   void setContentView(QWidget* view);
 
   /// Shows the panel above the others with the keyboard in it, moving within `duration` from its place plus

@@ -5,6 +5,7 @@
 #include "tests/support/Waiting.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLabel>
@@ -26,6 +27,9 @@ class HistoryViewTest : public HistoryFixture {
     model->screenshots = ScreenshotStore::all();
     view = std::make_unique<HistoryView>(model, loader);
     view->show();
+    view->activateWindow();
+    QApplication::processEvents();
+    view->setFocus();
     grid = &view->thumbnails();
   }
   void refresh() {
@@ -48,7 +52,7 @@ class HistoryViewTest : public HistoryFixture {
     return grid->visualRect(grid->model()->index(row, 0)).center();
   }
   void key(int code, Qt::KeyboardModifiers modifiers = {}) {
-    QTest::keyClick(grid, static_cast<Qt::Key>(code), modifiers);
+    QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(code), modifiers);
     clock.run();
   }
   /// The color in the middle of a thumbnail.
