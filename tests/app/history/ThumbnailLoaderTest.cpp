@@ -3,6 +3,7 @@
 #include "tests/support/ScratchHome.h"
 #include "tests/support/Waiting.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -164,6 +165,25 @@ TEST_F(ThumbnailLoaderTest, mayGoWhileThreadsAreAtWork) {
   until("the thread has let go", [&] { return gate.use_count() == 1; });
   EXPECT_THAT(gate->begun(), ElementsAre("1"));
   EXPECT_TRUE(answers.empty());
+}
+
+TEST_F(ThumbnailLoaderTest, answersAllWhoStillWaitInACrowd) {
+  loader.emplace(Gate::decoder(gate), 4);
+  gate->passes.release(1'000);
+  std::vector<ThumbnailLoader::Request> kept;
+  for (int number = 0; number < 1'200; ++number) {
+    // Two for each picture; of eight in a row, the last five are taken back.
+    auto asked = request(url(1 + number / 2 % 10), number / 20);
+    if (number % 8 < 3)
+      kept.push_back(std::move(asked));
+    asked.reset();
+    if (number % 10 == 0)
+      QCoreApplication::processEvents();
+  }
+  waitForAnswers(kept.size());
+  for (int number = 0; number < 1'200; number += 8)
+    EXPECT_TRUE(loader->cached(url(1 + number / 2 % 10), number / 20)) << number;
+  EXPECT_EQ(answers.size(), kept.size());
 }
 
 TEST_F(ThumbnailLoaderTest, readsFilesAsAPainterLikesThem) {
