@@ -4,6 +4,7 @@
 #include "platform/imaging/Thumbnail.h"
 
 #include <QCache>
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QHash>
 
