@@ -15,6 +15,10 @@ void ScreenshotListModel::setScreenshots(std::vector<Screenshot> screenshots) {
   endResetModel();
 }
 
+std::span<const Screenshot> ScreenshotListModel::range(int first, int last) const {
+  return std::span(list).subspan(static_cast<size_t>(first), static_cast<size_t>(last - first));
+}
+
 int ScreenshotListModel::rowOf(const QString& path) const {
   const auto found =
       std::find_if(list.begin(), list.end(), [&](const auto& shot) { return shot.path == path; });

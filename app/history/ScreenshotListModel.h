@@ -4,6 +4,7 @@
 
 #include <QAbstractListModel>
 
+#include <span>
 #include <vector>
 
 namespace sorrel {
@@ -15,6 +16,8 @@ class ScreenshotListModel : public QAbstractListModel {
   /// The list is replaced whole.
   void setScreenshots(std::vector<Screenshot> screenshots);
   [[nodiscard]] const Screenshot& at(int row) const { return list[static_cast<size_t>(row)]; }
+  /// Those from row `first` up to and without `last`.
+  [[nodiscard]] std::span<const Screenshot> range(int first, int last) const;
   /// The row of the screenshot with that path; -1 if there is none.
   [[nodiscard]] int rowOf(const QString& path) const;
 

@@ -21,7 +21,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int maxPixel = 320;
 constexpr auto flashDuration = 700ms;
 constexpr int progressSteps = 24;
 constexpr int progressInterval = 40;  // milliseconds
@@ -37,10 +36,10 @@ SymbolButton::Look copyLook() {
 
 }  // namespace
 
-ThumbnailGrid::ThumbnailGrid(ThumbnailLoader& thumbnails, Actions callbacks, QWidget* parent)
+ThumbnailGrid::ThumbnailGrid(ThumbnailLoader& loader, Actions callbacks, QWidget* parent)
     : QAbstractItemView(parent),
-      loader(thumbnails),
       actions(std::move(callbacks)),
+      thumbnails(loader, [this](const QString& path) { repaint(path); }),
       selections(
           150ms, [this](const QString& path) { repaint(path); }, this),
       flashes(
@@ -81,7 +80,7 @@ void ThumbnailGrid::setScreenshots(std::vector<Screenshot> list) {
   if (const int row = screenshots.rowOf(selected); row >= 0)
     selectionModel()->setCurrentIndex(screenshots.index(row), QItemSelectionModel::ClearAndSelect);
   updateGeometries();
-  updateCells();
+  updateThumbnails();
   setHoveredRow(viewport()->underMouse() ? rowAt(viewport()->mapFromGlobal(QCursor::pos())) : -1);
   viewport()->update();
 }
@@ -209,7 +208,7 @@ void ThumbnailGrid::updateGeometries() {
 }
 
 void ThumbnailGrid::scrollContentsBy(int, int) {
-  updateCells();
+  updateThumbnails();
   viewport()->update();
   setHoveredRow(viewport()->underMouse() ? rowAt(viewport()->mapFromGlobal(QCursor::pos())) : -1);
   placeButtons();
@@ -217,44 +216,18 @@ void ThumbnailGrid::scrollContentsBy(int, int) {
 
 void ThumbnailGrid::resizeEvent(QResizeEvent* event) {
   QAbstractItemView::resizeEvent(event);
-  updateCells();
+  updateThumbnails();
 }
 
-QString ThumbnailGrid::cellKey(const Screenshot& shot) {
-  return shot.path + u'|' + QString::number(shot.date.time_since_epoch().count());
+std::pair<int, int> ThumbnailGrid::rowsIn(int top, int height) const {
+  return layoutNow().range(verticalOffset() + top, verticalOffset() + top + height - 1);
 }
 
-void ThumbnailGrid::updateCells() {
-  const auto [first, last] = layoutNow().range(verticalOffset(), verticalOffset() + viewport()->height() - 1);
-  QHash<QString, Cell> inView;
-  // The loader takes the newest request first, and the eye begins at the top.
-  for (int row = last - 1; row >= first; --row) {
-    const Screenshot& shot = screenshots.at(row);
-    const QString key = cellKey(shot);
-    if (const auto known = cells.find(key); known != cells.end())
-      inView.emplace(key, std::move(*known));
-    else
-      load(shot, key, inView[key]);
-  }
-  cells = std::move(inView);
+void ThumbnailGrid::updateThumbnails() {
+  const auto [first, last] = rowsIn(0, viewport()->height());
+  thumbnails.show(screenshots.range(first, last), layoutNow().picture(0).width(), devicePixelRatioF());
   if (!progressTimer.isActive())
     progressTimer.start(progressInterval, this);
-}
-
-void ThumbnailGrid::load(const Screenshot& shot, const QString& key, Cell& cell) {
-  const qreal side = layoutNow().picture(0).width();
-  if (const auto ready = loader.cached(shot.url(), maxPixel)) {
-    cell.picture = fittedPicture(*ready, side, devicePixelRatioF());
-    return;
-  }
-  cell.request =
-      loader.thumbnail(shot.url(), maxPixel, [this, key, side, path = shot.path](const QImage& image) {
-        const auto waiting = cells.find(key);
-        if (image.isNull() || waiting == cells.end())
-          return;  // what can't be read keeps its sign of progress
-        waiting->picture = fittedPicture(image, side, devicePixelRatioF());
-        repaint(path);
-      });
 }
 
 void ThumbnailGrid::timerEvent(QTimerEvent* event) {
@@ -264,13 +237,11 @@ void ThumbnailGrid::timerEvent(QTimerEvent* event) {
   }
   progressStep = (progressStep + 1) % progressSteps;
   bool isLoading = false;
-  const ThumbnailLayout layout = layoutNow();
-  const auto [first, last] = layout.range(verticalOffset(), verticalOffset() + viewport()->height() - 1);
+  const auto [first, last] = rowsIn(0, viewport()->height());
   for (int row = first; row < last; ++row) {
-    const auto cell = cells.constFind(cellKey(screenshots.at(row)));
-    if (cell != cells.cend() && cell->picture.isNull()) {
+    if (thumbnails.picture(screenshots.at(row)).isNull()) {
       isLoading = true;
-      viewport()->update(shifted(layout.picture(row)).toAlignedRect());
+      viewport()->update(shifted(layoutNow().picture(row)).toAlignedRect());
     }
   }
   if (!isLoading)
@@ -290,17 +261,16 @@ void ThumbnailGrid::paintEvent(QPaintEvent* event) {
   font.setPixelSize(10);
   painter.setFont(font);
   const ThumbnailLayout layout = layoutNow();
-  const qreal top = event->rect().top() + verticalOffset();
-  const auto [first, last] = layout.range(top, top + event->rect().height());
+  const auto [first, last] = rowsIn(event->rect().top(), event->rect().height());
   for (int row = first; row < last; ++row) {
     const Screenshot& shot = screenshots.at(row);
     const QRectF square = shifted(layout.picture(row));
     QRectF caption = shifted(layout.cell(row));
     caption.setTop(square.bottom() + ThumbnailLayout::captionGap);
-    paintThumbnail(painter, square, caption,
-                   {cells.value(cellKey(shot)).picture, screenshots.index(row).data().toString(),
-                    selections.value(shot.path), flashes.value(shot.path),
-                    static_cast<qreal>(progressStep) / progressSteps});
+    paintThumbnail(
+        painter, square, caption,
+        {thumbnails.picture(shot), screenshots.index(row).data().toString(), selections.value(shot.path),
+         flashes.value(shot.path), static_cast<qreal>(progressStep) / progressSteps});
   }
 }
 
@@ -403,7 +373,7 @@ void ThumbnailGrid::contextMenuEvent(QContextMenuEvent* event) {
 
 void ThumbnailGrid::startDrag(int row) {
   const Screenshot& shot = screenshots.at(row);
-  const QPixmap picture = cells.value(cellKey(shot)).picture;
+  const QPixmap picture = thumbnails.picture(shot);
   // The drag runs an event loop of its own, in which the panel may close: it starts from outside of this
   // view's calls, and owes nothing to it.
   const auto drag = [url = shot.url(), picture] {

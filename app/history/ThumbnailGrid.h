@@ -3,12 +3,11 @@
 #include "app/history/CellTransitions.h"
 #include "app/history/ScreenshotListModel.h"
 #include "app/history/ThumbnailLayout.h"
-#include "app/history/ThumbnailLoader.h"
+#include "app/history/ThumbnailsInView.h"
 #include "platform/base/MainQueue.h"
 
 #include <QAbstractItemView>
 #include <QBasicTimer>
-#include <QPixmap>
 
 #include <functional>
 
@@ -65,18 +64,12 @@ class ThumbnailGrid : public QAbstractItemView {
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
-  /// What there is of a thumbnail in view.
-  struct Cell {
-    QPixmap picture;
-    ThumbnailLoader::Request request;
-  };
-
   [[nodiscard]] ThumbnailLayout layoutNow() const;
   [[nodiscard]] QRectF shifted(const QRectF& contentsRect) const;
   [[nodiscard]] int rowAt(const QPointF& viewportPoint) const;
-  [[nodiscard]] static QString cellKey(const Screenshot& screenshot);
-  void updateCells();
-  void load(const Screenshot& screenshot, const QString& key, Cell& cell);
+  /// The rows of the list that meet the strip of the viewport from `top` down over `height`.
+  [[nodiscard]] std::pair<int, int> rowsIn(int top, int height) const;
+  void updateThumbnails();
   void repaint(const QString& path);
   void select(const QString& path);
   void setHoveredRow(int row);
@@ -84,10 +77,9 @@ class ThumbnailGrid : public QAbstractItemView {
   void copy(int row);
   void startDrag(int row);
 
-  ThumbnailLoader& loader;
   const Actions actions;
   ScreenshotListModel screenshots;
-  QHash<QString, Cell> cells;
+  ThumbnailsInView thumbnails;
   QString selected;  // the path
   int lastRow = 0;   // where the keyboard goes on when nothing is selected
   int hoveredRow = -1;
