@@ -16,10 +16,8 @@ constexpr int artSide = 150;
 }  // namespace
 
 HistoryEmptyState::HistoryEmptyState(QWidget* parent)
-    : QWidget(parent), title(new QLabel(this)), hint(new QLabel(this)) {
-  auto* const art = new QLabel(this);
-  if (const auto image = platform::Image::named(QStringLiteral("HistoryEmptyArt")))
-    art->setPixmap(image->icon.pixmap(QSize(artSide, artSide), devicePixelRatioF()));
+    : QWidget(parent), art(new QLabel(this)), title(new QLabel(this)), hint(new QLabel(this)) {
+  art->setMinimumHeight(artSide);
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(24, 0, 24, 0);
   column->setSpacing(12);
@@ -31,6 +29,12 @@ HistoryEmptyState::HistoryEmptyState(QWidget* parent)
   }
   column->addStretch();
   refresh();
+}
+
+void HistoryEmptyState::showEvent(QShowEvent*) {
+  // Most panels never show it, and a drawing of this size takes a while to make.
+  if (const auto image = platform::Image::named(QStringLiteral("HistoryEmptyArt")))
+    art->setPixmap(image->icon.pixmap(QSize(artSide, artSide), devicePixelRatioF()));
 }
 
 void HistoryEmptyState::refresh() {

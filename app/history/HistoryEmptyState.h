@@ -14,7 +14,11 @@ class HistoryEmptyState : public QWidget {
   /// Shows the present texts in the present colours.
   void refresh();
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
+  QLabel* const art;
   QLabel* const title;
   QLabel* const hint;
 };
