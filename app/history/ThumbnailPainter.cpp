@@ -4,7 +4,9 @@
 
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QPixmapCache>
 
+#include <algorithm>
 #include <cmath>
 
 namespace sorrel {
@@ -23,6 +25,37 @@ QColor translucent(const platform::Color& color, qreal opacity) {
   QColor result = color.resolved();
   result.setAlphaF(static_cast<float>(opacity));
   return result;
+}
+
+/// What all thumbnails have below their picture, and their outline. It is kept as a picture: the painter
+/// fills curved shapes of this size on several threads, which costs more than the filling.
+void paintWell(QPainter& painter, const QRectF& square) {
+  constexpr qreal overhang = 1;  // of the outline, which lies half outside
+  const qreal ratio = painter.device()->devicePixelRatio();
+  const QColor fill = HistoryColors::well.resolved(), line = AppColors::separator.resolved();
+  const QString key = QStringLiteral("thumbnail well %1 %2 %3 %4")
+                          .arg(square.width())
+                          .arg(ratio)
+                          .arg(fill.rgba())
+                          .arg(line.rgba());
+  const QRectF whole = square.adjusted(-overhang, -overhang, overhang, overhang);
+  QPixmap well;
+  if (!QPixmapCache::find(key, &well)) {
+    well = QPixmap((whole.size() * ratio).toSize());
+    well.setDevicePixelRatio(ratio);
+    well.fill(Qt::transparent);
+    QPainter onWell(&well);
+    onWell.setRenderHint(QPainter::Antialiasing);
+    onWell.setPen(Qt::NoPen);
+    onWell.setBrush(fill);
+    const QRectF inside(QPointF(overhang, overhang), square.size());
+    onWell.drawRoundedRect(inside, cornerRadius, cornerRadius);
+    onWell.setBrush(Qt::NoBrush);
+    outline(onWell, inside, line, 0.5);
+    onWell.end();
+    QPixmapCache::insert(key, well);
+  }
+  painter.drawPixmap(whole.topLeft(), well);
 }
 
 /// A soft light around the square that fades out over `radius` points: lines that get fainter as they get
@@ -76,15 +109,11 @@ void paintThumbnail(QPainter& painter, const QRectF& square, const QRectF& capti
   painter.setBrush(Qt::NoBrush);
   if (look.flash > 0)
     glow(painter, square, 6, 0.55 * look.flash);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(HistoryColors::well.resolved());
-  painter.drawRoundedRect(square, cornerRadius, cornerRadius);
-  painter.setBrush(Qt::NoBrush);
+  paintWell(painter, square);
   if (look.picture.isNull())
     paintProgress(painter, square.center(), look.progressTurn);
   else
     paintPicture(painter, square, look.picture);
-  outline(painter, square, AppColors::separator.resolved(), 0.5);
   if (look.selection > 0)
     outline(painter, square, translucent(AppColors::accent, 0.85 * look.selection), 2 * look.selection);
   if (look.flash > 0)
