@@ -80,7 +80,6 @@ void ThumbnailGrid::setScreenshots(std::vector<Screenshot> list) {
   if (const int row = screenshots.rowOf(selected); row >= 0)
     selectionModel()->setCurrentIndex(screenshots.index(row), QItemSelectionModel::ClearAndSelect);
   updateGeometries();
-  updateThumbnails();
   setHoveredRow(viewport()->underMouse() ? rowAt(viewport()->mapFromGlobal(QCursor::pos())) : -1);
   viewport()->update();
 }
@@ -208,26 +207,13 @@ void ThumbnailGrid::updateGeometries() {
 }
 
 void ThumbnailGrid::scrollContentsBy(int, int) {
-  updateThumbnails();
   viewport()->update();
   setHoveredRow(viewport()->underMouse() ? rowAt(viewport()->mapFromGlobal(QCursor::pos())) : -1);
   placeButtons();
 }
 
-void ThumbnailGrid::resizeEvent(QResizeEvent* event) {
-  QAbstractItemView::resizeEvent(event);
-  updateThumbnails();
-}
-
 std::pair<int, int> ThumbnailGrid::rowsIn(int top, int height) const {
   return layoutNow().range(verticalOffset() + top, verticalOffset() + top + height - 1);
-}
-
-void ThumbnailGrid::updateThumbnails() {
-  const auto [first, last] = rowsIn(0, viewport()->height());
-  thumbnails.show(screenshots.range(first, last), layoutNow().picture(0).width(), devicePixelRatioF());
-  if (!progressTimer.isActive())
-    progressTimer.start(progressInterval, this);
 }
 
 void ThumbnailGrid::timerEvent(QTimerEvent* event) {
@@ -261,6 +247,12 @@ void ThumbnailGrid::paintEvent(QPaintEvent* event) {
   font.setPixelSize(10);
   painter.setFont(font);
   const ThumbnailLayout layout = layoutNow();
+  // Whatever happens between two frames costs this once, and what was scrolled past unseen costs nothing.
+  const auto [top, bottom] = rowsIn(0, viewport()->height());
+  if (thumbnails.show(screenshots.range(top, bottom), layout.picture(0).width(), devicePixelRatioF()) ==
+          ThumbnailsInView::State::Loading &&
+      !progressTimer.isActive())
+    progressTimer.start(progressInterval, this);
   const auto [first, last] = rowsIn(event->rect().top(), event->rect().height());
   for (int row = first; row < last; ++row) {
     const Screenshot& shot = screenshots.at(row);

@@ -52,7 +52,6 @@ class ThumbnailGrid : public QAbstractItemView {
   void scrollContentsBy(int dx, int dy) override;
 
   void paintEvent(QPaintEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
   bool viewportEvent(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
@@ -69,7 +68,6 @@ class ThumbnailGrid : public QAbstractItemView {
   [[nodiscard]] int rowAt(const QPointF& viewportPoint) const;
   /// The rows of the list that meet the strip of the viewport from `top` down over `height`.
   [[nodiscard]] std::pair<int, int> rowsIn(int top, int height) const;
-  void updateThumbnails();
   void repaint(const QString& path);
   void select(const QString& path);
   void setHoveredRow(int row);

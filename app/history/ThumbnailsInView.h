@@ -2,12 +2,14 @@
 
 #include "app/capture/ScreenshotStore.h"
 #include "app/history/ThumbnailLoader.h"
+#include "platform/base/MainQueue.h"
 
 #include <QHash>
 #include <QPixmap>
 
 #include <functional>
 #include <span>
+#include <vector>
 
 namespace sorrel {
 
@@ -15,12 +17,19 @@ namespace sorrel {
 /// and so is its request. Main thread only.
 class ThumbnailsInView {
  public:
+  enum class State { Loading, Complete };
+
   /// `onPicture` is told the path of each screenshot whose picture has come in.
   ThumbnailsInView(ThumbnailLoader& loader, std::function<void(const QString& path)> onPicture);
 
+  ~ThumbnailsInView();
+  ThumbnailsInView(const ThumbnailsInView&) = delete;
+  ThumbnailsInView& operator=(const ThumbnailsInView&) = delete;
+
   /// `inView`: the screenshots that are in view now, from the top. Their thumbnails are drawn in squares of
-  /// `side` points, at `ratio` device pixels a point.
-  void show(std::span<const Screenshot> inView, qreal side, qreal ratio);
+  /// `side` points, at `ratio` device pixels a point. Called as they are painted: what the loader keeps is
+  /// there at once, and the rest is asked for in the event loop's next turn, when the frame is done.
+  State show(std::span<const Screenshot> inView, qreal side, qreal ratio);
   /// Null while it isn't there, for good where the file can't be read.
   [[nodiscard]] QPixmap picture(const Screenshot& screenshot) const;
 
@@ -29,11 +38,15 @@ class ThumbnailsInView {
     QPixmap picture;
     ThumbnailLoader::Request request;
   };
-  void load(const Screenshot& screenshot, const QString& key, qreal side, qreal ratio);
+  void loadMissing();
 
   ThumbnailLoader& loader;
   const std::function<void(const QString&)> onPicture;
   QHash<QString, Thumbnail> thumbnails;
+  std::vector<Screenshot> missing;  // from the top
+  qreal side = 0;
+  qreal ratio = 1;
+  platform::WorkItem pendingLoading;
 };
 
 }  // namespace sorrel
