@@ -6,7 +6,6 @@
 #include <QPainter>
 #include <QPixmapCache>
 
-#include <algorithm>
 #include <cmath>
 
 namespace sorrel {
@@ -88,16 +87,10 @@ void paintPicture(QPainter& painter, const QRectF& square, const QPixmap& pictur
 
 }  // namespace
 
-int fittedSide(qreal side, qreal ratio) {
-  return static_cast<int>((side - 2 * pictureInset) * ratio);
-}
-
 QPixmap fittedPicture(const QImage& image, qreal side, qreal ratio) {
-  const int box = fittedSide(side, ratio);
-  const bool isFitted = std::max(image.width(), image.height()) == box;
+  const int box = static_cast<int>((side - 2 * pictureInset) * ratio);
   const QSize size = image.size().scaled(box, box, Qt::KeepAspectRatio).expandedTo({1, 1});
-  QPixmap picture = QPixmap::fromImage(
-      isFitted ? image : image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+  QPixmap picture = QPixmap::fromImage(image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
   picture.setDevicePixelRatio(ratio);
   return picture;
 }

@@ -20,9 +20,6 @@ struct ThumbnailLook {
   qreal progressTurn = 0;
 };
 
-/// The longest side, in device pixels, of a picture that fills a thumbnail on a square of `side` points.
-[[nodiscard]] int fittedSide(qreal side, qreal ratio);
-
 /// The picture scaled to what a thumbnail on a square of `side` points shows of it, at `ratio` device pixels
 /// a point.
 [[nodiscard]] QPixmap fittedPicture(const QImage& image, qreal side, qreal ratio);

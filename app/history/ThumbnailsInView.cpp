@@ -2,17 +2,10 @@
 
 #include "app/history/ThumbnailPainter.h"
 
-#include <algorithm>
-
 namespace sorrel {
 namespace {
 
-constexpr int mostPixels = 320;
-
-/// The size in which the loader's pictures need no further scaling.
-int maxPixel(qreal side, qreal ratio) {
-  return std::min(fittedSide(side, ratio), mostPixels);
-}
+constexpr int maxPixel = 320;
 
 /// A file that changes becomes another thumbnail.
 QString keyOf(const Screenshot& shot) {
@@ -32,17 +25,19 @@ ThumbnailsInView::~ThumbnailsInView() {
 
 ThumbnailsInView::State ThumbnailsInView::show(std::span<const Screenshot> inView, qreal squareSide,
                                                qreal pixelRatio) {
+  QHash<QString, Thumbnail> before = std::exchange(thumbnails, {});
+  if (side != squareSide || ratio != pixelRatio)
+    before.clear();  // fitted for another size
   side = squareSide;
   ratio = pixelRatio;
   missing.clear();
   State state = State::Complete;
-  QHash<QString, Thumbnail> before = std::exchange(thumbnails, {});
   for (const Screenshot& shot : inView) {
     const QString key = keyOf(shot);
     Thumbnail& thumbnail = thumbnails[key];
     if (const auto known = before.find(key); known != before.end())
       thumbnail = std::move(*known);
-    else if (const auto ready = loader.cached(shot.url(), maxPixel(side, ratio)))
+    else if (const auto ready = loader.cached(shot.url(), maxPixel))
       thumbnail.picture = fittedPicture(*ready, side, ratio);
     if (!thumbnail.picture.isNull())
       continue;
@@ -59,14 +54,13 @@ ThumbnailsInView::State ThumbnailsInView::show(std::span<const Screenshot> inVie
 void ThumbnailsInView::loadMissing() {
   // The loader takes the newest request first, and the eye begins at the top.
   for (auto shot = missing.rbegin(); shot != missing.rend(); ++shot)
-    thumbnails[keyOf(*shot)].request =
-        loader.thumbnail(shot->url(), maxPixel(side, ratio),
-                         [this, key = keyOf(*shot), path = shot->path](const QImage& image) {
-                           if (image.isNull())
-                             return;
-                           thumbnails[key].picture = fittedPicture(image, side, ratio);
-                           onPicture(path);
-                         });
+    thumbnails[keyOf(*shot)].request = loader.thumbnail(
+        shot->url(), maxPixel, [this, key = keyOf(*shot), path = shot->path](const QImage& image) {
+          if (image.isNull())
+            return;
+          thumbnails[key].picture = fittedPicture(image, side, ratio);
+          onPicture(path);
+        });
   missing.clear();
 }
 
