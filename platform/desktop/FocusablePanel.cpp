@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QStyle>
 #include <QVariantAnimation>
+#include <QWindow>
 
 #include <xcb/shape.h>
 #include <xcb/xcb.h>
@@ -115,20 +116,30 @@ void FocusablePanel::tellWindowManager() {
   xcb_connection_t* const connection = x11Connection();
   if (!connection || !isComposited)
     return;
-  const auto window = static_cast<xcb_window_t>(winId());
-  const auto pixels = [this](int points) {
-    return static_cast<quint32>(qRound(points * devicePixelRatioF()));
-  };
   // The margin isn't part of the window: not to be snapped to, kept on the screen, or given a second shadow.
-  const quint32 side = pixels(margin);
+  const auto side = static_cast<quint32>(qRound(margin * devicePixelRatioF()));
   const quint32 extents[] = {side, side, side, side};
-  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, x11Atom(connection, "_GTK_FRAME_EXTENTS"),
-                      XCB_ATOM_CARDINAL, 32, 4, extents);
-  const xcb_rectangle_t inside{static_cast<qint16>(side), static_cast<qint16>(side),
+  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(winId()),
+                      x11Atom(connection, "_GTK_FRAME_EXTENTS"), XCB_ATOM_CARDINAL, 32, 4, extents);
+  letClicksThroughShadow();
+  windowHandle()->installEventFilter(this);
+}
+
+void FocusablePanel::letClicksThroughShadow() {
+  const auto pixels = [this](int points) { return qRound(points * devicePixelRatioF()); };
+  const xcb_rectangle_t inside{static_cast<qint16>(pixels(margin)), static_cast<qint16>(pixels(margin)),
                                static_cast<quint16>(pixels(contentSize.width())),
                                static_cast<quint16>(pixels(contentSize.height()))};
-  xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED, window,
-                       0, 0, 1, &inside);
+  xcb_shape_rectangles(x11Connection(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
+                       static_cast<xcb_window_t>(winId()), 0, 0, 1, &inside);
+}
+
+bool FocusablePanel::eventFilter(QObject* watched, QEvent* event) {
+  // A window manager may put a frame around the window, which gets the same shape only if that changes once
+  // the frame is there.
+  if (event->type() == QEvent::Expose && windowHandle()->isExposed())
+    letClicksThroughShadow();
+  return QWidget::eventFilter(watched, event);
 }
 
 bool FocusablePanel::event(QEvent* event) {

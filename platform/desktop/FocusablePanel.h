@@ -38,10 +38,12 @@ class FocusablePanel : public QWidget {
 
  protected:
   bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
   void tellWindowManager();
+  void letClicksThroughShadow();
   void moveTo(const QRectF& frame);
   [[nodiscard]] QRect contentRect() const;
 
