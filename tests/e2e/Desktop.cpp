@@ -17,7 +17,8 @@ namespace {
 const QString dataFolder = QStringLiteral(E2E_DATA_DIR "/");
 
 /// Nothing of the user's own session passes, only what a program needs to be found and to be examined.
-QProcessEnvironment environmentOf(const QString& home, const QString& display, Language language) {
+QProcessEnvironment environmentOf(const QString& home, const QString& display,
+                                  const DesktopOptions& options) {
   const QProcessEnvironment own = QProcessEnvironment::systemEnvironment();
   QProcessEnvironment variables;
   for (const auto* kept : {"PATH", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
@@ -38,7 +39,9 @@ QProcessEnvironment environmentOf(const QString& home, const QString& display, L
   set("DISPLAY", display);
   set("FONTCONFIG_FILE", dataFolder + u"fonts.conf"_s);
   set("NO_AT_BRIDGE", u"1"_s);
-  const bool isKorean = language == Language::Korean;
+  if (options.scale != 1)
+    set("QT_SCALE_FACTOR", QString::number(options.scale));
+  const bool isKorean = options.language == Language::Korean;
   set("LANG", isKorean ? u"ko_KR.UTF-8"_s : u"en_US.UTF-8"_s);
   set("LANGUAGE", isKorean ? u"ko"_s : u"en"_s);
   return variables;
@@ -61,7 +64,7 @@ void endDescendants() {
 
 Desktop::Desktop(const DesktopOptions& options)
     : server(options.size.width(), options.size.height(), options.depth),
-      variables(environmentOf(folder.path(), QString::fromStdString(server.display()), options.language)) {
+      variables(environmentOf(folder.path(), QString::fromStdString(server.display()), options)) {
   prctl(PR_SET_CHILD_SUBREAPER, 1);
   QDir(home()).mkdir(u".runtime"_s);
   QFile::setPermissions(home(u".runtime"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
@@ -69,12 +72,15 @@ Desktop::Desktop(const DesktopOptions& options)
   hand = std::make_unique<XTestInput>(server.display());
   startBus();
   startWindowManager();
+  if (options.compositor == Compositor::Running)
+    startCompositor();
   startTray(options.tray);
 }
 
 Desktop::~Desktop() {
   host.reset();
   tray.reset();
+  compositor.reset();
   windowManager.reset();
   hand.reset();
   view.reset();
@@ -94,6 +100,11 @@ void Desktop::startWindowManager() {
   windowManager = start({u"openbox"_s, u"--sm-disable"_s, u"--config-file"_s, dataFolder + u"openbox.xml"_s,
                          u"--startup"_s, u"echo ready"_s});
   until("the window manager is there", [this] { return windowManager->output().contains("ready"); });
+}
+
+void Desktop::startCompositor() {
+  compositor = start(u"picom --backend xrender --config /dev/null"_s.split(u' '));
+  until("the compositor is there", [this] { return view->isSelectionOwned("_NET_WM_CM_S0"); });
 }
 
 void Desktop::startTray(Tray kind) {

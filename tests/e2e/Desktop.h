@@ -18,12 +18,15 @@ using namespace testing_support;
 
 enum class Tray { None, XEmbedAtTop, XEmbedAtBottom, StatusNotifier };
 enum class Language { English, Korean };
+enum class Compositor { None, Running };
 
 struct DesktopOptions {
   QSize size{1024, 640};
   int depth = 24;
   Tray tray = Tray::XEmbedAtTop;
   Language language = Language::English;
+  Compositor compositor = Compositor::None;
+  double scale = 1;  // device pixels a point, for the programs that are started
 };
 
 /// A desktop of a test's own: an X server, a window manager, a bus, perhaps a tray, a home folder and fonts
@@ -50,10 +53,13 @@ class Desktop {
   [[nodiscard]] XTestInput& input() { return *hand; }
   /// The panel of a desktop with Tray::StatusNotifier.
   [[nodiscard]] StatusNotifierHost& statusNotifier() { return *host; }
+  /// What a program of the desktop finds in DBUS_SESSION_BUS_ADDRESS.
+  [[nodiscard]] const QString& busAddress() const { return bus->address(); }
 
  private:
   void startBus();
   void startWindowManager();
+  void startCompositor();
   void startTray(Tray tray);
 
   QTemporaryDir folder;
@@ -64,6 +70,7 @@ class Desktop {
   std::unique_ptr<PrivateBus> bus;
   std::unique_ptr<StatusNotifierHost> host;
   std::unique_ptr<Program> windowManager;
+  std::unique_ptr<Program> compositor;
   std::unique_ptr<Program> tray;
 };
 

@@ -194,8 +194,10 @@ void Screen::paintRoot(const QImage& picture) {
   const xcb_pixmap_t pixmap = pixmapOf(picture);
   xcb_change_window_attributes(connection, screen->root, XCB_CW_BACK_PIXMAP, &pixmap);
   xcb_clear_area(connection, 0, screen->root, 0, 0, 0, 0);
-  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, screen->root, atom("_XROOTPMAP_ID"), XCB_ATOM_PIXMAP,
-                      32, 1, &pixmap);
+  // What a compositing manager, or a panel that lets the background through, takes for it.
+  for (const char* name : {"_XROOTPMAP_ID", "ESETROOT_PMAP_ID"})
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, screen->root, atom(name), XCB_ATOM_PIXMAP, 32, 1,
+                        &pixmap);
   roundTrip();
 }
 

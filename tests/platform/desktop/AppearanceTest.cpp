@@ -1,12 +1,9 @@
 #include "platform/desktop/DesktopAppearance.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/SettingsPortal.h"
 #include "tests/support/Waiting.h"
 
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
-#include <QDBusVirtualObject>
 #include <QPalette>
 
 #include <cmath>
@@ -23,44 +20,6 @@ namespace {
 
 constexpr Color accent = Color::lightDark(0x112233, 0xaabbcc);
 
-/// The desktop that has an opinion about light and dark, on a connection of its own.
-class Portal : public QDBusVirtualObject {
- public:
-  Portal() {
-    bus.registerVirtualObject(path, this, QDBusConnection::SingleNode);
-    bus.registerService(u"org.freedesktop.portal.Desktop"_s);
-  }
-  ~Portal() override {
-    bus.unregisterService(u"org.freedesktop.portal.Desktop"_s);
-    bus.unregisterObject(path);
-  }
-
-  /// Announces a value; the desktops' are 0 for no preference, 1 for dark and 2 for light.
-  void choose(const QVariant& value, const QString& key = u"color-scheme"_s) {
-    QDBusMessage signal =
-        QDBusMessage::createSignal(path, u"org.freedesktop.portal.Settings"_s, u"SettingChanged"_s);
-    signal << u"org.freedesktop.appearance"_s << key << QVariant::fromValue(QDBusVariant(value));
-    bus.send(signal);
-  }
-
-  QVariant answer;  // an error where there is none
-  int questions = 0;
-
- private:
-  [[nodiscard]] QString introspect(const QString&) const override { return {}; }
-  bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
-    ++questions;
-    EXPECT_EQ(message.member(), u"Read"_s);
-    EXPECT_EQ(message.arguments(), QVariantList({u"org.freedesktop.appearance"_s, u"color-scheme"_s}));
-    const QVariant packed = QVariant::fromValue(QDBusVariant(QVariant::fromValue(QDBusVariant(answer))));
-    return connection.send(answer.isValid() ? message.createReply(packed)
-                                            : message.createErrorReply(QDBusError::Failed, u"no such key"_s));
-  }
-
-  const QString path = u"/org/freedesktop/portal/desktop"_s;
-  QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"portal"_s);
-};
-
 class AppearanceTest : public testing::Test {
  protected:
   ~AppearanceTest() override { QApplication::setPalette(QPalette()); }
@@ -72,7 +31,7 @@ class AppearanceTest : public testing::Test {
   }
 
   const QPalette toolkits = QApplication::palette();
-  Portal portal;
+  testing_support::SettingsPortal portal{qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS")};
   /// What the observer saw at each call.
   QList<Appearance> seen;
   Observers::Token token = observeAppearance([this] { seen << currentAppearance(); });

@@ -1,0 +1,168 @@
+// Draws the sheets on which the history panel is judged: panel_pictures FOLDER. The pictures are of the real
+// program on desktops of its own.
+
+#include "tests/e2e/FilledBottle.h"
+#include "tests/e2e/Panel.h"
+#include "tests/e2e/TourScenery.h"
+#include "tests/support/ScratchHome.h"
+#include "tests/support/SettingsPortal.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QPainter>
+
+#include <cstdio>
+#include <functional>
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace e2e {
+namespace {
+
+enum class Look { Light, Dark };
+
+/// A desktop with Sorrel in its tray and the panel in the picture.
+class Stage {
+ public:
+  Stage(const DesktopOptions& options, Look look)
+      : desktop(options), portal(desktop.busAddress()), bottle(desktop.home(u"Documents/Sorrel bottle"_s)) {
+    desktop.screen().paintRoot(scenery::wallpaper(desktop.screen().size()));
+    Sorrel::store(desktop, u"appLanguage"_s, options.language == Language::Korean ? u"ko"_s : u"en"_s);
+    Sorrel::store(desktop, u"autoDeleteDays"_s, 0);
+    Sorrel::store(desktop, u"quillonPromptShown"_s, true);
+    portal.answer = look == Look::Dark ? 1U : 2U;
+    sorrel.emplace(desktop);
+    panel.emplace(desktop, *sorrel, options.scale);
+    away = {options.size.width() / 5, options.size.height() * 4 / 5};
+  }
+
+  void show(int pictures) {
+    if (panel->isOpen())
+      panel->close();
+    bottle.setCount(pictures);
+    panel->open();
+    panel->moveTo(away);
+  }
+
+  /// The panel and some of the desktop, once all is still.
+  [[nodiscard]] QImage picture() {
+    const QImage screen = desktop.screen().settledPicture();
+    return screen.copy(panel->area().adjusted(-48, -32, 8, 48) & screen.rect());
+  }
+
+  /// The same after a gesture that shows in it.
+  [[nodiscard]] QImage pictureAfter(const std::function<void()>& gesture) {
+    const QImage before = picture();
+    gesture();
+    until("the gesture shows", [&] { return picture() != before; });
+    return picture();
+  }
+
+  Desktop desktop;
+  SettingsPortal portal;
+  FilledBottle bottle;
+  std::optional<Sorrel> sorrel;
+  std::optional<Panel> panel;
+  QPoint away;
+};
+
+/// Pictures beside each other, in rows.
+QImage sheetOf(const std::vector<QImage>& pictures, std::size_t columns) {
+  std::vector<QRect> places;
+  QPoint corner;
+  QSize whole;
+  int rowHeight = 0;
+  for (std::size_t i = 0; i < pictures.size(); ++i) {
+    if (i % columns == 0)
+      corner = {0, corner.y() + std::exchange(rowHeight, 0)};
+    places.emplace_back(corner, pictures[i].size());
+    corner.rx() += pictures[i].width();
+    rowHeight = std::max(rowHeight, pictures[i].height());
+    whole = whole.expandedTo({corner.x(), corner.y() + rowHeight});
+  }
+  QImage sheet(whole, QImage::Format_RGB32);
+  sheet.fill(Qt::white);
+  QPainter painter(&sheet);
+  for (std::size_t i = 0; i < pictures.size(); ++i)
+    painter.drawImage(places[i].topLeft(), pictures[i]);
+  return sheet;
+}
+
+/// Empty, with 1, 9 and 200 pictures; hovered over, selected, copied from, locked.
+QImage states(Stage& stage) {
+  std::vector<QImage> pictures;
+  for (const int count : {0, 1, 9, 200}) {
+    stage.show(count);
+    pictures.push_back(stage.picture());
+  }
+  Panel& panel = *stage.panel;
+  pictures.push_back(stage.pictureAfter([&] { panel.moveTo(panel.thumbnail(1)); }));
+  (void)stage.pictureAfter([&] { panel.click(panel.thumbnail(3)); });
+  pictures.push_back(stage.pictureAfter([&] { panel.moveTo(stage.away); }));
+  (void)stage.pictureAfter([&] { panel.moveTo(panel.copyButton(2)); });
+  pictures.push_back(stage.pictureAfter([&] { stage.desktop.input().clickButton(1); }));
+  stage.show(9);
+  (void)stage.pictureAfter([&] { panel.click(panel.lockButton()); });
+  pictures.push_back(stage.pictureAfter([&] { panel.moveTo(stage.away); }));
+  return sheetOf(pictures, 4);
+}
+
+/// One thumbnail selected, another one under the pointer.
+QImage inUse(const DesktopOptions& options, Look look) {
+  Stage stage(options, look);
+  stage.show(200);
+  Panel& panel = *stage.panel;
+  (void)stage.pictureAfter([&] { panel.click(panel.thumbnail(0)); });
+  return stage.pictureAfter([&] { panel.moveTo(panel.thumbnail(2)); });
+}
+
+void draw(const QDir& folder) {
+  const auto save = [&](const QString& name, const QImage& picture) {
+    constexpr int smallest = 0;
+    if (!picture.save(folder.filePath(name), "PNG", smallest))
+      throw std::runtime_error("can't write " + name.toStdString());
+  };
+  constexpr QSize screen(1200, 720);
+  using enum Compositor;
+  {
+    Stage light({.size = screen, .compositor = Running}, Look::Light);
+    save(u"panel-light-english.png"_s, states(light));
+  }
+  {
+    // The desktop turns dark while the panel is open.
+    Stage dark({.size = screen, .language = Language::Korean, .compositor = Running}, Look::Light);
+    dark.show(0);
+    dark.portal.choose(1U);
+    save(u"panel-dark-korean.png"_s, states(dark));
+  }
+  save(u"panel-scales.png"_s,
+       sheetOf(
+           {inUse({.size = screen}, Look::Light),
+            inUse({.size = screen * 1.25, .language = Language::Korean, .compositor = Running, .scale = 1.25},
+                  Look::Dark),
+            inUse({.size = screen * 2, .compositor = Running, .scale = 2}, Look::Light)},
+           3));
+}
+
+}  // namespace
+}  // namespace e2e
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fprintf(stderr, "usage: panel_pictures FOLDER\n");
+    return 64;
+  }
+  // The scenery is drawn with the desktop's own fonts.
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("FONTCONFIG_FILE", E2E_DATA_DIR "/fonts.conf");
+  const testing_support::ScratchHome home;
+  const QGuiApplication application(argc, argv);
+  try {
+    e2e::draw(QDir(QString::fromLocal8Bit(argv[1])));
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "panel_pictures: %s\n", failure.what());
+    return 1;
+  }
+  return 0;
+}
