@@ -86,6 +86,16 @@ class HistoryViewTest : public HistoryFixture {
   QList<platform::NotificationCenter::Token> observers;
 };
 
+TEST_F(HistoryViewTest, APictureFillsTheCellThatItEndsUpIn) {
+  put(u"wide.png"_s, 1);
+  open();  // cells are narrower before the panel has its size
+  waitFor(0, Qt::red);
+  const QImage seen = grid->viewport()->grab().toImage();
+  const QRect cell = grid->visualRect(grid->model()->index(0, 0));
+  constexpr int inset = 5;
+  EXPECT_EQ(seen.pixelColor(cell.left() + inset + 1, centerOf(0).y() - 10), QColor(Qt::red));
+}
+
 TEST_F(HistoryViewTest, ShowsTheListInTheChosenLanguageAndTheEmptyBottle) {
   open();
   EXPECT_EQ(labels(), u"History|The bottle is empty|Take a screenshot and it lands here."_s);
