@@ -19,10 +19,13 @@ HistoryFooter::HistoryFooter(QWidget* parent)
                             this)),
       settings(new TextButton({12, QFont::Medium, AppColors::accent}, {}, this)) {
   auto* const row = new QHBoxLayout(this);
-  row->setContentsMargins(14, 10, 14, 10);
+  // What is around the buttons' texts counts.
+  constexpr int side = 14 - TextButton::margin, edge = 10 - TextButton::margin;
+  row->setContentsMargins(side, edge, side, edge);
   row->setSpacing(6);
-  row->addWidget(folder, 1);
+  row->addWidget(folder);
   row->addSpacing(8);
+  row->addStretch();
   row->addWidget(settings);
   connect(folder, &QAbstractButton::clicked, this,
           [] { platform::Workspace::open(AppPaths::bottleDirectory()); });

@@ -38,26 +38,31 @@ void SymbolButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const QColor disc = look.disc.resolved();
+  const bool isRound = disc.alpha() > 0 || look.mark.resolved().alpha() > 0;
   painter.setPen(Qt::NoPen);
   painter.setBrush(disc);
   painter.drawEllipse(rect());
-  if (underMouse() && isEnabled()) {  // a glow that is stronger while pressed
-    painter.setBrush(QColor(255, 255, 255, isDown() ? 70 : 36));
-    if (disc.alpha() > 0)
+  if (underMouse() && isEnabled()) {  // stronger while pressed, and never so that a white symbol pales
+    const int strength = isDown() ? 70 : 36;
+    if (isRound) {
+      painter.setBrush(QColor(0, 0, 0, 2 * strength));
       painter.drawEllipse(rect());
-    else
+    } else {
+      painter.setBrush(QColor(255, 255, 255, strength));
       painter.drawRoundedRect(rect(), 4, 4);
+    }
   }
   QRectF place(0, 0, look.side, look.side);
   place.moveCenter(QRectF(rect()).center());
   platform::drawSymbol(painter, place, look.symbol, {look.ink.resolved(), look.mark.resolved()});
   if (hasFocus())
-    drawFocusRing(painter, QRectF(rect()), 4);
+    drawFocusRing(painter, QRectF(rect()), AppColors::amberFill.resolved());
 }
 
-void drawFocusRing(QPainter& painter, const QRectF& area, qreal radius) {
+void drawFocusRing(QPainter& painter, const QRectF& area, const QColor& color) {
+  constexpr qreal radius = 4;
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(AppColors::amberFill.resolved(), 1.5));
+  painter.setPen(QPen(color, 1.5));
   painter.drawRoundedRect(area.adjusted(0.75, 0.75, -0.75, -0.75), radius, radius);
 }
 

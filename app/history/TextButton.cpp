@@ -1,6 +1,7 @@
 #include "app/history/TextButton.h"
 
 #include "app/history/SymbolButton.h"
+#include "app/shell/AppColors.h"
 #include "platform/desktop/Symbols.h"
 
 #include <QPainter>
@@ -10,14 +11,13 @@ namespace {
 
 constexpr int symbolSide = 12;
 constexpr int symbolGap = 4;
-/// Around the text, for the ring that shows the keyboard.
-constexpr int margin = 3;
 
 }  // namespace
 
 TextButton::TextButton(const TextStyle& textStyle, const QString& symbolName, QWidget* parent)
     : QAbstractButton(parent), style(textStyle), symbol(symbolName) {
   setFont(fontOf(style));
+  setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
   setFocusPolicy(Qt::TabFocus);
   setAttribute(Qt::WA_Hover);
   setCursor(Qt::PointingHandCursor);
@@ -28,11 +28,12 @@ int TextButton::symbolWidth() const {
 }
 
 QSize TextButton::sizeHint() const {
-  return {symbolWidth() + fontMetrics().horizontalAdvance(text()) + 2 * margin + 1, fontMetrics().height()};
+  return {symbolWidth() + fontMetrics().horizontalAdvance(text()) + 2 * margin + 1,
+          fontMetrics().height() + 2 * margin};
 }
 
 QSize TextButton::minimumSizeHint() const {
-  return symbol.isEmpty() ? sizeHint() : QSize(symbolWidth() + 40, fontMetrics().height());
+  return symbol.isEmpty() ? sizeHint() : QSize(symbolWidth() + 40, sizeHint().height());
 }
 
 void TextButton::paintEvent(QPaintEvent*) {
@@ -50,7 +51,7 @@ void TextButton::paintEvent(QPaintEvent*) {
   const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, place.width());
   painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
   if (hasFocus())
-    drawFocusRing(painter, QRectF(rect()), 4);
+    drawFocusRing(painter, QRectF(rect()), AppColors::accent.resolved());
 }
 
 }  // namespace sorrel

@@ -10,6 +10,9 @@ namespace sorrel {
 /// clicked. Text that doesn't fit is shortened in the middle.
 class TextButton : public QAbstractButton {
  public:
+  /// Around the text, for the ring that shows the keyboard.
+  static constexpr int margin = 3;
+
   TextButton(const TextStyle& style, const QString& symbol, QWidget* parent);
 
   [[nodiscard]] QSize sizeHint() const override;
