@@ -25,9 +25,10 @@ constexpr auto flashDuration = 700ms;
 constexpr int progressSteps = 24;
 constexpr int progressInterval = 40;  // milliseconds
 constexpr int buttonInset = 4;
+constexpr int buttonSide = 20;  // of the disc that the cross of 24 has around it
 
 SymbolButton::Look deleteLook() {
-  return {QStringLiteral("xmark.circle.fill"), 18, HistoryColors::veil, HistoryColors::onTitleBar};
+  return {QStringLiteral("xmark.circle.fill"), 24, HistoryColors::veil, HistoryColors::onTitleBar};
 }
 
 SymbolButton::Look copyLook() {
@@ -44,8 +45,8 @@ ThumbnailGrid::ThumbnailGrid(ThumbnailLoader& loader, Actions callbacks, QWidget
           150ms, [this](const QString& path) { repaint(path); }, this),
       flashes(
           250ms, [this](const QString& path) { repaint(path); }, this),
-      deleteButton(new SymbolButton(deleteLook(), 18, viewport())),
-      copyButton(new SymbolButton(copyLook(), 21, viewport())) {
+      deleteButton(new SymbolButton(deleteLook(), buttonSide, viewport())),
+      copyButton(new SymbolButton(copyLook(), buttonSide, viewport())) {
   setModel(&screenshots);
   setFrameShape(NoFrame);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
