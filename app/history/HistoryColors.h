@@ -6,7 +6,7 @@
 namespace sorrel::HistoryColors {
 
 /// The panel, slightly let through where the desktop composites.
-inline constexpr platform::Color background{0xf7faf6ef, 0xf71f211e};
+inline constexpr platform::Color background{0xf7faf6ef, 0xf72b2e2a};
 /// The title bar: bottle glass, dark in both appearances, so that its white marks always stand out.
 inline constexpr platform::Color titleBar{0xff24402f, 0xff18271d};
 inline constexpr platform::Color onTitleBar{0xffffffff, 0xffffffff};

@@ -95,8 +95,10 @@ void HistoryView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const QRectF area(rect());
+  // A window that is cut to its shape has stairs for corners, which would let the window's own colour out.
+  const qreal radius = window()->mask().isEmpty() ? PanelGeometry::cornerRadius : 0;
   QPainterPath shape;
-  shape.addRoundedRect(area, PanelGeometry::cornerRadius, PanelGeometry::cornerRadius);
+  shape.addRoundedRect(area, radius, radius);
   painter.fillPath(shape, HistoryColors::background.resolved());
   QPainterPath strip;
   strip.addRect(0, 0, width(), titleBar->geometry().bottom() + 1);

@@ -81,6 +81,9 @@ void ToastView::paintEvent(QPaintEvent*) {
   }
   painter.setBrush(AppColors::accent.resolved());
   painter.drawRoundedRect(capsule, capsule.height() / 2, capsule.height() / 2);
+  // The dark appearance's capsule is a light green: a shade lifts the white off it.
+  painter.setPen(QColor(0, 0, 0, 90));
+  painter.drawText(capsule.translated(0, 1), Qt::AlignCenter | Qt::TextSingleLine, text);
   painter.setPen(textStyle.color.resolved());
   painter.drawText(capsule, Qt::AlignCenter | Qt::TextSingleLine, text);
 }
