@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
+#include <chrono>
 #include <cstdio>
 #include <map>
 
@@ -46,6 +47,12 @@ void registerTimed(const std::string& name, const std::function<void()>& work) {
 }
 
 }  // namespace
+
+double secondsOf(const std::function<void()>& work) {
+  const auto begin = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
 
 Figures::Figures(int argc, char** argv) : program(argv[0]), filters(argv + 1, argv + argc) {
 }

@@ -6,6 +6,9 @@
 
 namespace bench {
 
+/// How long the work takes, once.
+[[nodiscard]] double secondsOf(const std::function<void()>& work);
+
 /// What one benchmark program measures. Two pieces of work are timed in turn, in random order and many times
 /// over, in the one run, and the ratio of their medians is the figure: it holds where the machine's speed
 /// drifts.

@@ -2,14 +2,13 @@
 // needs no idea: convolving each row and each column with all weights up to 5 sigma.
 
 #include "bench/Figures.h"
+#include "bench/imaging/PlainFilters.h"
 #include "platform/imaging/GaussianBlur.h"
 #include "platform/imaging/Pixellate.h"
 
 #include <QImage>
 
 #include <algorithm>
-#include <chrono>
-#include <cmath>
 #include <cstring>
 #include <ctime>
 #include <functional>
@@ -37,66 +36,12 @@ QImage screenshotLike(int width, int height) {
   return picture;
 }
 
-double secondsOf(const std::function<void()>& work) {
-  const auto begin = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-}
-
 double medianSecondsOf(const std::function<void()>& work) {
   std::vector<double> seconds(15);
   for (double& one : seconds)
-    one = secondsOf(work);
+    one = bench::secondsOf(work);
   std::nth_element(seconds.begin(), seconds.begin() + 7, seconds.end());
   return seconds[7];
-}
-
-/// Convolves `count` lines of `length` pixels; pixels of a line lie `step` floats apart, lines `lineStep`.
-void convolvePlainly(const std::vector<float>& from, std::vector<float>& to, int length, int step, int count,
-                     int lineStep, const std::vector<float>& weights) {
-  const int radius = static_cast<int>(weights.size()) / 2;
-  std::vector<float> line(static_cast<size_t>(4 * (length + 2 * radius)));
-  for (int number = 0; number < count; ++number) {
-    const float* begin = from.data() + static_cast<std::ptrdiff_t>(number) * lineStep;
-    for (int at = 0; at < length + 2 * radius; ++at)
-      std::memcpy(&line[static_cast<size_t>(4 * at)], begin + std::clamp(at - radius, 0, length - 1) * step,
-                  4 * sizeof(float));
-    for (int at = 0; at < length; ++at) {
-      float sum[4] = {};
-      for (size_t tap = 0; tap < weights.size(); ++tap)
-        for (size_t channel = 0; channel < 4; ++channel)
-          sum[channel] += weights[tap] * line[4 * (static_cast<size_t>(at) + tap) + channel];
-      std::memcpy(&to[static_cast<size_t>(number) * static_cast<size_t>(lineStep) +
-                      static_cast<size_t>(at) * static_cast<size_t>(step)],
-                  sum, sizeof sum);
-    }
-  }
-}
-
-/// Seconds that the plain way takes for a whole picture. It is the same for each row and grows with their
-/// number, so that a fortieth of them is measured.
-double plainSeconds(const QImage& picture, double sigma) {
-  constexpr int part = 40;
-  const int width = picture.width();
-  const int height = picture.height() / part;
-  std::vector<float> weights;
-  float sum = 0;
-  for (int x = -static_cast<int>(std::ceil(5 * sigma)); x <= 5 * sigma + 1; ++x) {
-    weights.push_back(static_cast<float>(std::exp(-x * x / (2 * sigma * sigma))));
-    sum += weights.back();
-  }
-  for (float& weight : weights)
-    weight /= sum;
-  std::vector<float> values(static_cast<size_t>(width * height * 4));
-  std::vector<float> blurred(values.size());
-  return part * secondsOf([&] {
-           std::copy_n(picture.constBits(), values.size(), values.begin());
-           convolvePlainly(values, blurred, width, 4, height, 4 * width, weights);
-           convolvePlainly(blurred, values, height, 4 * width, width, 4, weights);
-           QImage result(width, height, picture.format());
-           std::transform(values.begin(), values.end(), result.bits(),
-                          [](float value) { return static_cast<uchar>(value + 0.5F); });
-         });
 }
 
 void addFiguresOf(const QImage& picture, bench::Figures& figures) {
@@ -117,7 +62,7 @@ void addFiguresOf(const QImage& picture, bench::Figures& figures) {
       figures.add(bench::Ratio{name + ", of memcpy", blur, copyAll, 8});
       figures.add(bench::MeasuredRatio{
           name + ", of plain", [blur] { return medianSecondsOf(blur); },
-          [picture, sigma = part * width] { return plainSeconds(picture, sigma); }, 0.01, 3});
+          [picture, sigma = part * width] { return bench::plainGaussianSeconds(picture, sigma); }, 0.01, 3});
     }
     const auto pixellate = [picture, cellSize = 0.023 * width, cores] {
       if (platform::pixellate(picture, cellSize, {}, {cores}).isNull())
