@@ -2,6 +2,7 @@
 #include "tests/support/ScratchHome.h"
 
 #include <QFile>
+#include <QProcess>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -36,6 +37,21 @@ void expectRefusal(const QString& path, const QByteArray& data, int reason) {
   EXPECT_FALSE(InPlaceFile::write(path, data, &error));
   EXPECT_EQ(error, qt_error_string(reason));
   EXPECT_EQ(contents(path), before);
+}
+
+/// On a disk of 256 KiB at the home folder.
+void expectFilesWholeWhenItIsFull(const ScratchHome& home) {
+  const QByteArray old(100'000, 'o');
+  const QString path = home.write(QStringLiteral("picture.png"), old);
+  home.write(QStringLiteral("other.png"), QByteArray(60'000, 'x'));
+  expectRefusal(path, QByteArray(300'000, 'n'), ENOSPC);
+  expectRefusal(path, QByteArray(220'000, 'n'), ENOSPC);
+  QString error;
+  EXPECT_FALSE(InPlaceFile::write(home.path(QStringLiteral("new.png")), QByteArray(300'000, 'n'), &error));
+  EXPECT_FALSE(QFile::exists(home.path(QStringLiteral("new.png"))));
+  // What could not be reserved was given back: what fits still does.
+  EXPECT_TRUE(InPlaceFile::write(path, QByteArray(150'000, 'n'), &error)) << error.toStdString();
+  EXPECT_EQ(contents(path), QByteArray(150'000, 'n'));
 }
 
 }  // namespace
@@ -120,16 +136,19 @@ TEST(InPlaceFile, leavesTheFileWholeOnAFullDisk) {
   const QByteArray disk = QFile::encodeName(home.path());
   if (mount("none", disk.constData(), "tmpfs", 0, "size=256k") != 0)
     GTEST_SKIP() << "only the administrator can make a small disk";
-  const QByteArray old(100'000, 'o');
-  const QString path = home.write(QStringLiteral("picture.png"), old);
-  home.write(QStringLiteral("other.png"), QByteArray(60'000, 'x'));
-  expectRefusal(path, QByteArray(300'000, 'n'), ENOSPC);
-  expectRefusal(path, QByteArray(220'000, 'n'), ENOSPC);
-  QString error;
-  EXPECT_FALSE(InPlaceFile::write(home.path(QStringLiteral("new.png")), QByteArray(300'000, 'n'), &error));
-  EXPECT_FALSE(QFile::exists(home.path(QStringLiteral("new.png"))));
-  // What could not be reserved was given back: what fits still does.
-  EXPECT_TRUE(InPlaceFile::write(path, QByteArray(150'000, 'n'), &error)) << error.toStdString();
-  EXPECT_EQ(contents(path), QByteArray(150'000, 'n'));
+  expectFilesWholeWhenItIsFull(home);
   EXPECT_EQ(umount(disk.constData()), 0);
+}
+
+TEST(InPlaceFile, leavesTheFileWholeOnAFullDiskThatReservesNothing) {
+  const ScratchHome home, other;
+  const QString image = other.write(QStringLiteral("disk"), QByteArray(300 << 10, '\0'));
+  const auto succeeds = [](const QString& program, const QStringList& arguments) {
+    return QProcess::execute(program, arguments) == 0;
+  };
+  if (!succeeds(QStringLiteral("mke2fs"), {QStringLiteral("-qt"), QStringLiteral("ext2"), image}) ||
+      !succeeds(QStringLiteral("mount"), {QStringLiteral("-oloop"), image, home.path()}))
+    GTEST_SKIP() << "only the administrator can make a small disk";
+  expectFilesWholeWhenItIsFull(home);
+  EXPECT_EQ(umount(QFile::encodeName(home.path()).constData()), 0);
 }
