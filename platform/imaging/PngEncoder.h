@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/imaging/Effort.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -34,11 +36,12 @@ struct PictureView {
 /// What a row's bytes are predicted from, in the numbering of PNG's filter types.
 enum class PngFilter : std::uint8_t { None, Sub, Up, Average, Paeth };
 
-/// By default what suits a screenshot that somebody waits for: of the filters, Up gave the smallest files and
-/// cost no more time than none, and higher levels saved some hundredths of the size.
+/// By default what suits a screenshot that somebody waits for: higher levels save some hundredths of the size
+/// of text and windows, and take twice the time for a photograph.
 struct PngOptions {
-  int level = 1;  // libdeflate's, 0 (stored) to 12 (smallest)
-  PngFilter filter = PngFilter::Up;
+  int level = 1;                         // libdeflate's, 0 (stored) to 12 (smallest)
+  std::optional<PngFilter> filter = {};  // without one, whichever suits the rows
+  Cores cores = Cores::All;
 };
 
 /// A file's bytes. Owned without being zeroed first, which a vector would do.
@@ -50,8 +53,8 @@ struct PngFile {
 };
 
 /// Makes a PNG file of rows as they come, so that a picture need not lie in memory as a whole: RGB where the
-/// layout has no alpha, RGBA otherwise, 8 bits a channel. Equal pictures and options give equal bytes,
-/// however the rows are dealt out.
+/// layout has no alpha, RGBA otherwise, 8 bits a channel. Equal pictures, levels and filters give equal
+/// bytes, however the rows are dealt out and however many cores there are.
 class PngEncoder {
  public:
   /// Empty if the picture is empty or wider or higher than PNG allows, if a channel lies outside of its

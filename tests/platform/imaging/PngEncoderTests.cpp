@@ -60,6 +60,38 @@ TEST(PngEncoder, isReadBackExactlyWhateverTheSizeStrideLayoutFilterAndLevel) {
   }
 }
 
+TEST(PngEncoder, givesTheSameBytesOnOneCoreAsOnAll) {
+  std::mt19937 random(2);
+  const Picture picture(1500, 1100, 0, layouts[2], random);  // of three parts
+  const auto alone = encodePng(picture.view, {1, {}, Cores::One});
+  const auto together = encodePng(picture.view, {1, {}, Cores::All});
+  ASSERT_TRUE(alone && together);
+  EXPECT_TRUE(std::ranges::equal(alone->span(), together->span()));
+  QImage decoded;
+  ASSERT_TRUE(decoded.loadFromData(alone->span().data(), static_cast<int>(alone->span().size()), "PNG"));
+  EXPECT_EQ(decoded, picture.expected());
+}
+
+TEST(PngEncoder, filtersPartsOfAPictureAsSuitsThem) {
+  // Noise on a slope, as in a photograph, above marks as hard as text's.
+  std::mt19937 random(8);
+  Picture picture(600, 400, 0, layouts[0], random);
+  std::uint8_t* byte = picture.memory.data();
+  for (int y = 0; y < 400; ++y)
+    for (int x = 0; x < 600; ++x) {
+      const int mark = random() % 5 == 0 ? 30 : 250;
+      for (int channel = 0; channel < 3; ++channel)
+        *byte++ = static_cast<std::uint8_t>(y < 200 ? (x + y) / 5 + static_cast<int>(random() % 9) : mark);
+    }
+  const auto chosen = encodePng(picture.view);
+  ASSERT_TRUE(chosen);
+  QImage decoded;
+  ASSERT_TRUE(decoded.loadFromData(chosen->span().data(), static_cast<int>(chosen->span().size()), "PNG"));
+  EXPECT_EQ(decoded, picture.expected());
+  for (const PngFilter filter : {PngFilter::None, PngFilter::Up, PngFilter::Average})
+    EXPECT_LT(chosen->size, encodePng(picture.view, {1, filter})->size) << int(filter);
+}
+
 TEST(PngEncoder, takesRowsInAnyPortionsAndNothingOfWhatLiesBetweenThem) {
   std::mt19937 random(4);
   const Picture picture(50, 40, 3, layouts[2], random);
