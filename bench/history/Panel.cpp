@@ -270,7 +270,8 @@ void addScrolling(const testing_support::ScratchHome& home, bench::Figures& figu
     const std::string what = std::string("scrolling at scale ") + scale + ", ";
     figures.add(bench::Amount{what + "longest turn (processor), median of 5 runs", measure(0), "ms", 8, 5});
     figures.add(bench::Amount{what + "99th percentile", measure(1), "ms", 8, 5});
-    figures.add(bench::Amount{what + "99th percentile by the clock on the wall", measure(3), "ms", 16, 5});
+    figures.add(
+        bench::Amount{what + "99th percentile with what other processes took", measure(3), "ms", 16, 5});
   }
 }
 
