@@ -38,15 +38,26 @@ QRect Panel::area() const {
 }
 
 void Panel::open() {
-  const QRect icon = sorrel.statusItem();
-  click(icon.center());
-  until("the panel has come down", [&] { return isOpen() && area().top() > icon.bottom() + 2 * scale; });
+  click(sorrel.statusItem().center());
+  waitUntilOpen();
+}
+
+void Panel::waitUntilOpen() {
+  const int top = sorrel.statusItem().bottom();
+  until("the panel has come down", [&] { return isOpen() && area().top() > top + 2 * scale; });
   (void)desktop.screen().settledPicture();
 }
 
 void Panel::close() {
   click(sorrel.statusItem().center());
   until("the panel is closed", [this] { return !isOpen(); });
+}
+
+bool Panel::hasToast() const {
+  constexpr double belowText = 54 + 4;  // from the panel's foot: on the capsule, below its text
+  const QColor seen(
+      desktop.screen().picture().pixel(at(panelSize.width() / 2, panelSize.height() - belowText)));
+  return seen == QColor(0x3B6B2F) || seen == QColor(0x6FAE4E);
 }
 
 QPoint Panel::at(double x, double y) const {

@@ -11,8 +11,12 @@ class Panel {
 
   /// A click on the status item; waits until the panel is there and still.
   void open();
+  void waitUntilOpen();
   void close();
   [[nodiscard]] bool isOpen() const;
+
+  /// Whether the message at the panel's foot is in its place.
+  [[nodiscard]] bool hasToast() const;
 
   /// The panel without its shadow.
   [[nodiscard]] QRect area() const;

@@ -46,17 +46,10 @@ class Stage {
   }
 
   /// The panel and some of the desktop, once all is still.
-  [[nodiscard]] QImage picture() {
-    const QImage screen = desktop.screen().settledPicture();
-    return screen.copy(panel->area().adjusted(-48, -32, 8, 48) & screen.rect());
-  }
-
+  [[nodiscard]] QImage picture() { return aroundPanel(desktop.screen().settledPicture()); }
   /// The same after a gesture that shows in it.
   [[nodiscard]] QImage pictureAfter(const std::function<void()>& gesture) {
-    const QImage before = picture();
-    gesture();
-    until("the gesture shows", [&] { return picture() != before; });
-    return picture();
+    return aroundPanel(desktop.screen().settledPictureAfter(gesture));
   }
 
   Desktop desktop;
@@ -65,6 +58,11 @@ class Stage {
   std::optional<Sorrel> sorrel;
   std::optional<Panel> panel;
   QPoint away;
+
+ private:
+  [[nodiscard]] QImage aroundPanel(const QImage& screen) const {
+    return screen.copy(panel->area().adjusted(-48, -32, 8, 48) & screen.rect());
+  }
 };
 
 /// Pictures beside each other, in rows.
@@ -101,7 +99,10 @@ QImage states(Stage& stage) {
   (void)stage.pictureAfter([&] { panel.click(panel.thumbnail(3)); });
   pictures.push_back(stage.pictureAfter([&] { panel.moveTo(stage.away); }));
   (void)stage.pictureAfter([&] { panel.moveTo(panel.copyButton(2)); });
-  pictures.push_back(stage.pictureAfter([&] { stage.desktop.input().clickButton(1); }));
+  stage.desktop.input().clickButton(1);
+  until("the message is there", [&] { return panel.hasToast(); });
+  pictures.push_back(stage.picture());
+  until("the message is gone", [&] { return !panel.hasToast(); });
   stage.show(9);
   (void)stage.pictureAfter([&] { panel.click(panel.lockButton()); });
   pictures.push_back(stage.pictureAfter([&] { panel.moveTo(stage.away); }));
@@ -136,13 +137,13 @@ void draw(const QDir& folder) {
     dark.portal.choose(1U);
     save(u"panel-dark-korean.png"_s, states(dark));
   }
-  save(u"panel-scales.png"_s,
-       sheetOf(
-           {inUse({.size = screen}, Look::Light),
-            inUse({.size = screen * 1.25, .language = Language::Korean, .compositor = Running, .scale = 1.25},
-                  Look::Dark),
-            inUse({.size = screen * 2, .compositor = Running, .scale = 2}, Look::Light)},
-           3));
+  const QImage plain = inUse({.size = screen}, Look::Light);
+  const QImage larger =
+      inUse({.size = screen * 1.25, .language = Language::Korean, .compositor = Running, .scale = 1.25},
+            Look::Dark);
+  const QImage twice = inUse({.size = screen * 2, .compositor = Running, .scale = 2}, Look::Light);
+  save(u"panel-scales.png"_s, sheetOf({sheetOf({plain, larger}, 1), twice}, 2));
+  save(u"panel.png"_s, inUse({.size = screen, .compositor = Running}, Look::Light));
 }
 
 }  // namespace

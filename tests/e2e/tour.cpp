@@ -1,9 +1,11 @@
 // Shows Sorrel at work on a desktop of its own, in numbered pictures: tour FOLDER. Ends with a status other
 // than 0 where a step doesn't happen.
 
-#include "tests/e2e/Sorrel.h"
+#include "tests/e2e/FilledBottle.h"
+#include "tests/e2e/Panel.h"
 #include "tests/e2e/TourScenery.h"
 #include "tests/support/ScratchHome.h"
+#include "tests/support/SettingsPortal.h"
 #include "tests/support/Waiting.h"
 
 #include <QDir>
@@ -67,14 +69,38 @@ void require(bool holds, const char* what) {
     throw std::runtime_error(what);
 }
 
-void takeTour(Album& album) {
-  Desktop desktop({.size = {1440, 900}});
-  Screen& screen = desktop.screen();
-  screen.paintRoot(scenery::wallpaper(screen.size()));
-  screen.openWindow(u"Notes"_s, {780, 250}, scenery::notes({520, 420}));
-  screen.openWindow(u"Evening.png"_s, photographArea.topLeft(), scenery::photograph(photographArea.size()));
+/// A desktop that somebody works on.
+class Scene {
+ public:
+  Scene() {
+    desktop.screen().paintRoot(scenery::wallpaper(desktop.screen().size()));
+    desktop.screen().openWindow(u"Notes"_s, {620, 330}, scenery::notes({520, 420}));
+    desktop.screen().openWindow(u"Evening.png"_s, photographArea.topLeft(),
+                                scenery::photograph(photographArea.size()));
+    // The older pictures stay, and there is no other program to speak of when one is copied.
+    Sorrel::store(desktop, u"autoDeleteDays"_s, 0);
+    Sorrel::store(desktop, u"quillonPromptShown"_s, true);
+    start();
+  }
 
-  auto sorrel = std::make_unique<Sorrel>(desktop);
+  void start() {
+    sorrel.emplace(desktop);
+    panel.emplace(desktop, *sorrel);
+  }
+  void end() {
+    sorrel->program().send(SIGTERM);
+    require(sorrel->program().waitForEnd() == 0, "Sorrel doesn't end cleanly");
+  }
+
+  Desktop desktop{{.size = {1440, 900}, .compositor = Compositor::Running}};
+  Screen& screen = desktop.screen();
+  SettingsPortal portal{desktop.busAddress()};
+  std::optional<Sorrel> sorrel;
+  std::optional<Panel> panel;
+};
+
+void showCapture(Scene& scene, Album& album) {
+  auto& [desktop, screen, portal, sorrel, panel] = scene;
   const QImage emptyImage = sorrel->statusImage();
   const QImage before = screen.settledPicture();
   album.add(u"empty"_s, u"Sorrel is in the tray; the bottle is empty."_s, before);
@@ -95,20 +121,50 @@ void takeTour(Album& album) {
             capture);
 
   until("the status image changes", [&] { return sorrel->statusImage() != emptyImage; });
-  album.add(u"bottle"_s, u"The bottle in the tray has something in it."_s, screen.settledPicture());
+  panel->waitUntilOpen();
+  album.add(u"bottle"_s, u"The bottle in the tray has something in it, and shows it."_s,
+            screen.settledPicture());
   album.add(u"status-images"_s, u"The status image before and after, enlarged."_s,
             sideBySide(emptyImage, sorrel->statusImage()));
+  panel->close();
 
   sorrel->openMenu();
   album.add(u"menu-english"_s, u"The menu."_s, screen.settledPicture());
   desktop.input().tapKey(KEY_ESC);
+}
 
-  sorrel->program().send(SIGTERM);
-  require(sorrel->program().waitForEnd() == 0, "Sorrel doesn't end cleanly");
-  Sorrel::store(desktop, u"appLanguage"_s, u"ko"_s);
-  sorrel = std::make_unique<Sorrel>(desktop);
-  sorrel->openMenu();
-  album.add(u"menu-korean"_s, u"The menu in Korean."_s, screen.settledPicture());
+void showPanel(Scene& scene, Album& album) {
+  auto& [desktop, screen, portal, sorrel, panel] = scene;
+  FilledBottle(sorrel->bottlePath()).setCount(40);
+  sorrel->capture(selectionArea);
+  panel->waitUntilOpen();
+  album.add(u"panel"_s,
+            u"Months later: after a capture the panel drops out of the tray, the new picture first."_s,
+            screen.settledPicture());
+  album.add(u"hover"_s, u"The pointer on a picture: it can be trashed or copied."_s,
+            screen.settledPictureAfter([&] { panel->moveTo(panel->thumbnail(4)); }));
+  (void)screen.settledPictureAfter([&] { panel->click(panel->lockButton()); });
+  album.add(u"locked"_s, u"Locked, the panel stays while other windows are used."_s,
+            screen.settledPictureAfter([&] { panel->click(photographArea.center()); }));
+  require(panel->isOpen(), "the locked panel has closed");
+  portal.answer = 1U;
+  album.add(u"dark"_s, u"The desktop turns dark, and the panel with it."_s,
+            screen.settledPictureAfter([&] { portal.choose(portal.answer); }));
+  (void)screen.settledPictureAfter([&] { panel->moveTo(panel->copyButton(4)); });
+  desktop.input().clickButton(1);
+  until("the message is there", [&] { return panel->hasToast(); });
+  album.add(u"copied"_s, u"Copied, for any program to paste."_s, screen.settledPicture());
+}
+
+void showKorean(Scene& scene, Album& album) {
+  scene.end();
+  Sorrel::store(scene.desktop, u"appLanguage"_s, u"ko"_s);
+  scene.start();
+  scene.panel->open();
+  album.add(u"korean"_s, u"In Korean."_s, scene.screen.settledPicture());
+  scene.panel->close();
+  scene.sorrel->openMenu();
+  album.add(u"menu-korean"_s, u"The menu in Korean."_s, scene.screen.settledPicture());
 }
 
 }  // namespace
@@ -126,7 +182,10 @@ int main(int argc, char** argv) {
   const QGuiApplication application(argc, argv);
   try {
     e2e::Album album(QString::fromLocal8Bit(argv[1]));
-    e2e::takeTour(album);
+    e2e::Scene scene;
+    e2e::showCapture(scene, album);
+    e2e::showPanel(scene, album);
+    e2e::showKorean(scene, album);
     album.close();
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "tour: %s\n", failure.what());

@@ -91,6 +91,13 @@ QImage Screen::settledPicture() const {
   return last;
 }
 
+QImage Screen::settledPictureAfter(const std::function<void()>& gesture) const {
+  const QImage before = settledPicture();
+  gesture();
+  until("the gesture shows", [&] { return picture() != before; });
+  return settledPicture();
+}
+
 quint32 Screen::atom(const char* name) const {
   return ask(connection, xcb_intern_atom, xcb_intern_atom_reply, 0, static_cast<uint16_t>(std::strlen(name)),
              name)

@@ -4,6 +4,7 @@
 #include <QRect>
 #include <QString>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -40,6 +41,8 @@ class Screen {
   [[nodiscard]] QImage picture() const;
   /// The same, once it has stayed the same for a tenth of a second.
   [[nodiscard]] QImage settledPicture() const;
+  /// The same after a gesture that shows on the screen.
+  [[nodiscard]] QImage settledPictureAfter(const std::function<void()>& gesture) const;
 
   /// All windows that can be seen, also those inside others, from bottom to top.
   [[nodiscard]] std::vector<ScreenWindow> windows() const;
