@@ -30,6 +30,8 @@ int ScreenshotListModel::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant ScreenshotListModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid())
+    return {};
   const Screenshot& shot = at(index.row());
   switch (role) {
     case Qt::DisplayRole:

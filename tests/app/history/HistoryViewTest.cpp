@@ -130,6 +130,9 @@ TEST_F(HistoryViewTest, TheKeyboardReachesEverything) {
       {Qt::Key_Left, u"2"_s},     {Qt::Key_Down, u"5"_s},  {Qt::Key_Down, u"5"_s},   {Qt::Key_Home, u"0"_s},
       {Qt::Key_PageDown, u"6"_s}, {Qt::Key_End, u"7"_s},   {Qt::Key_PageUp, u"1"_s},
   };
+  QGuiApplication::clipboard()->setText(u"before"_s);
+  key(Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), u"before"_s) << "nothing is selected";
   for (const auto& step : steps) {
     key(step.key);
     EXPECT_EQ(selected(), step.selected) << step.key;
