@@ -1,6 +1,7 @@
 #include "app/history/HistoryView.h"
 
 #include "app/capture/Notifications.h"
+#include "app/history/HistoryAccessibility.h"
 #include "app/history/HistoryColors.h"
 #include "app/history/HistoryEmptyState.h"
 #include "app/history/HistoryFooter.h"
@@ -30,6 +31,7 @@ void post(const char* name, const QVariant& object = {}) {
 HistoryView::HistoryView(std::shared_ptr<HistoryViewModel> viewModel, ThumbnailLoader& loader,
                          QWidget* parent)
     : QWidget(parent), vm(std::move(viewModel)) {
+  installHistoryAccessibility();
   resize(PanelGeometry::size);
   titleBar = new HistoryTitleBar(*vm, this);
   const ThumbnailGrid::Actions actions{

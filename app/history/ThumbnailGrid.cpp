@@ -6,6 +6,7 @@
 #include "app/history/ThumbnailPainter.h"
 #include "app/settings/LocalizationManager.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDrag>
 #include <QKeyEvent>
@@ -186,6 +187,9 @@ void ThumbnailGrid::selectionChanged(const QItemSelection& now, const QItemSelec
   const int row = now.indexes().first().row();
   lastRow = row;
   select(screenshots.at(row).path);
+  QAccessibleEvent focused(this, QAccessible::Focus);
+  focused.setChild(row);
+  QAccessible::updateAccessibility(&focused);
 }
 
 void ThumbnailGrid::select(const QString& path) {
