@@ -1,5 +1,7 @@
 #include "tests/e2e/Desktop.h"
 
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -21,7 +23,7 @@ QProcessEnvironment environmentOf(const QString& home, const QString& display,
                                   const DesktopOptions& options) {
   const QProcessEnvironment own = QProcessEnvironment::systemEnvironment();
   QProcessEnvironment variables;
-  for (const auto* kept : {"PATH", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
+  for (const auto* kept : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
     const QString name = QString::fromLatin1(kept);
     if (own.contains(name))
       variables.insert(name, own.value(name));
@@ -30,6 +32,8 @@ QProcessEnvironment environmentOf(const QString& home, const QString& display,
     variables.insert(QString::fromLatin1(name), value);
   };
   set("HOME", home);
+  // A test puts its doubles of programs there.
+  set("PATH", home + u"/.local/bin:"_s + own.value(u"PATH"_s));
   set("XDG_CONFIG_HOME", home + u"/.config"_s);
   set("XDG_DATA_HOME", home + u"/.local/share"_s);
   set("XDG_CACHE_HOME", home + u"/.cache"_s);
@@ -71,14 +75,17 @@ Desktop::Desktop(const DesktopOptions& options)
   view = std::make_unique<Screen>(server.display());
   hand = std::make_unique<XTestInput>(server.display());
   startBus();
-  startWindowManager();
+  startWindowManager(options.newWindows);
   if (options.compositor == Compositor::Running)
     startCompositor();
   startTray(options.tray);
+  if (options.assistiveTechnology == AssistiveTechnology::Listening)
+    startAssistiveTechnology();
 }
 
 Desktop::~Desktop() {
   host.reset();
+  accessibilityBus.reset();
   tray.reset();
   compositor.reset();
   windowManager.reset();
@@ -94,17 +101,32 @@ void Desktop::startBus() {
   variables.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus->address());
 }
 
-void Desktop::startWindowManager() {
+void Desktop::startWindowManager(NewWindows newWindows) {
+  QFile settings(dataFolder + u"openbox.xml"_s);
+  if (!settings.open(QIODevice::ReadOnly))
+    throw std::runtime_error("the window manager's settings are missing");
+  QByteArray text = settings.readAll();
+  if (newWindows == NewWindows::MustAsk)
+    text.replace("<keyboard/>", "<focus><focusNew>no</focusNew></focus><keyboard/>");
   // It takes the screen over well before it takes care of windows; a window opened in between is lost. What
   // it starts itself comes after that.
-  windowManager = start({u"openbox"_s, u"--sm-disable"_s, u"--config-file"_s, dataFolder + u"openbox.xml"_s,
-                         u"--startup"_s, u"echo ready"_s});
+  windowManager = start({u"openbox"_s, u"--sm-disable"_s, u"--config-file"_s,
+                         write(u".config/openbox.xml"_s, text), u"--startup"_s, u"echo ready"_s});
   until("the window manager is there", [this] { return windowManager->output().contains("ready"); });
 }
 
 void Desktop::startCompositor() {
   compositor = start(u"picom --backend xrender --config /dev/null"_s.split(u' '));
   until("the compositor is there", [this] { return view->isSelectionOwned("_NET_WM_CM_S0"); });
+}
+
+void Desktop::startAssistiveTechnology() {
+  variables.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
+  accessibilityBus = start({u"/usr/libexec/at-spi-bus-launcher"_s, u"--launch-immediately"_s});
+  const QDBusConnection connection = QDBusConnection::connectToBus(bus->address(), u"assistive"_s);
+  until("the bus of the assistive technology is there",
+        [&] { return connection.interface()->isServiceRegistered(u"org.a11y.Bus"_s).value(); });
+  QDBusConnection::disconnectFromBus(u"assistive"_s);
 }
 
 void Desktop::startTray(Tray kind) {

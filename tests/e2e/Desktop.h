@@ -19,6 +19,9 @@ using namespace testing_support;
 enum class Tray { None, XEmbedAtTop, XEmbedAtBottom, StatusNotifier };
 enum class Language { English, Korean };
 enum class Compositor { None, Running };
+/// Whether a window gets the keyboard by appearing, or only when the user or its program says so.
+enum class NewWindows { GetKeyboard, MustAsk };
+enum class AssistiveTechnology { None, Listening };
 
 struct DesktopOptions {
   QSize size{1024, 640};
@@ -27,6 +30,8 @@ struct DesktopOptions {
   Language language = Language::English;
   Compositor compositor = Compositor::None;
   double scale = 1;  // device pixels a point, for the programs that are started
+  NewWindows newWindows = NewWindows::GetKeyboard;
+  AssistiveTechnology assistiveTechnology = AssistiveTechnology::None;
 };
 
 /// A desktop of a test's own: an X server, a window manager, a bus, perhaps a tray, a home folder and fonts
@@ -58,9 +63,10 @@ class Desktop {
 
  private:
   void startBus();
-  void startWindowManager();
+  void startWindowManager(NewWindows newWindows);
   void startCompositor();
   void startTray(Tray tray);
+  void startAssistiveTechnology();
 
   QTemporaryDir folder;
   XvfbServer server;
@@ -72,6 +78,7 @@ class Desktop {
   std::unique_ptr<Program> windowManager;
   std::unique_ptr<Program> compositor;
   std::unique_ptr<Program> tray;
+  std::unique_ptr<Program> accessibilityBus;
 };
 
 }  // namespace e2e

@@ -1,5 +1,8 @@
 #include "tests/e2e/Sorrel.h"
 
+#include "app/history/PanelGeometry.h"
+#include "app/history/ThumbnailLayout.h"
+
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
@@ -9,6 +12,9 @@
 #include <xcb/xproto.h>
 
 using namespace Qt::StringLiterals;
+
+using sorrel::ThumbnailLayout;
+namespace PanelGeometry = sorrel::PanelGeometry;
 
 namespace e2e {
 namespace {
@@ -28,6 +34,18 @@ std::vector<ScreenWindow> windowsOf(Desktop& desktop) {
     return !window.className.contains(u"sorrel", Qt::CaseInsensitive);
   });
   return windows;
+}
+
+/// Whether there is something of the bottle's warm colours. Until then the program, too, may not know where
+/// in the tray its icon is.
+bool isIconDrawn(const QImage& picture) {
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) {
+      if (const QRgb pixel = picture.pixel(x, y); qRed(pixel) > qBlue(pixel) + 60)
+        return true;
+    }
+  }
+  return false;
 }
 
 }  // namespace
@@ -51,6 +69,13 @@ void Sorrel::store(Desktop& desktop, const QString& key, const QJsonValue& value
 
 QJsonValue Sorrel::stored(const Desktop& desktop, const QString& key) {
   return readStore(desktop).value(key);
+}
+
+QString Sorrel::putPicture(Desktop& desktop, const QString& name, const QImage& picture) {
+  const QString path = desktop.write(u"Documents/Sorrel bottle/"_s + name, {});
+  if (!picture.save(path, "PNG"))
+    throw std::runtime_error("can't write " + path.toStdString());
+  return path;
 }
 
 void Sorrel::pressHotKey(int evdevCode) {
@@ -125,7 +150,7 @@ QRect Sorrel::statusItem() {
       if (tray && tray->area.contains(window.area))
         area = window.area;
     }
-    return !area.isNull();
+    return !area.isNull() && isIconDrawn(desktop.screen().picture().copy(area));
   });
   return area;
 }
@@ -133,6 +158,66 @@ QRect Sorrel::statusItem() {
 QImage Sorrel::statusImage() {
   const QRect area = statusItem();
   return desktop.screen().settledPicture().copy(area);
+}
+
+std::optional<Sorrel::Panel> Sorrel::panel() {
+  for (const ScreenWindow& window : windowsOf(desktop)) {
+    const int shadow = (window.area.width() - PanelGeometry::size.width()) / 2;
+    const QRect frame = window.area.adjusted(shadow, shadow, -shadow, -shadow);
+    if (shadow >= 0 && frame.size() == PanelGeometry::size)
+      return Panel{window.id, frame};
+  }
+  return std::nullopt;
+}
+
+Sorrel::Panel Sorrel::waitForPanel(const QRect& place) {
+  std::optional<Panel> found;
+  until("the panel is in its place and has the keyboard", [&] {
+    found = panel();
+    return found && found->frame == place && desktop.screen().keyboardWindow() == found->window;
+  });
+  (void)desktop.screen().settledPicture();
+  return *found;
+}
+
+void Sorrel::waitForNoPanel() {
+  until("the panel is closed", [this] { return !panel(); });
+  (void)desktop.screen().settledPicture();
+  if (panel())
+    throw std::runtime_error("the panel is open again");
+}
+
+QRect Sorrel::panelPlace(const QRect& monitor) {
+  const QRect icon = statusItem();
+  const QSize size = PanelGeometry::size;
+  const int leftmost = monitor.left() + PanelGeometry::sideMargin;
+  const int rightmost = monitor.right() + 1 - PanelGeometry::sideMargin - size.width();
+  const int left = std::clamp(icon.left() + (icon.width() - size.width()) / 2, leftmost, rightmost);
+  const bool isAtTop = icon.top() < monitor.center().y();
+  const int top = isAtTop
+                      ? icon.bottom() + 1 + PanelGeometry::gap
+                      : desktop.screen().find(u"trayer"_s)->area.top() - PanelGeometry::gap - size.height();
+  return QRect(QPoint(left, top), size);
+}
+
+Sorrel::Panel Sorrel::openPanel() {
+  const QRect place = panelPlace(QRect({}, desktop.screen().size()));
+  pressHotKey(KEY_F);
+  return waitForPanel(place);
+}
+
+QRect Sorrel::thumbnail(int index) {
+  constexpr int gridTop = 39;
+  const std::optional<Panel> open = panel();
+  if (!open)
+    throw std::runtime_error("there is no panel");
+  const ThumbnailLayout layout(PanelGeometry::size.width(), index + 1);
+  return layout.picture(index).toRect().translated(open->frame.topLeft() + QPoint(0, gridTop));
+}
+
+void Sorrel::click(QPoint point) {
+  desktop.input().moveTo(point.x(), point.y());
+  desktop.input().clickButton(1);
 }
 
 QRect Sorrel::openMenu() {

@@ -89,6 +89,10 @@ QImage StatusNotifierHost::icon() const {
   return largest;
 }
 
+void StatusNotifierHost::activate(QPoint point) const {
+  call({}, u"org.kde.StatusNotifierItem"_s, u"Activate"_s, {point.x(), point.y()});
+}
+
 QStringList StatusNotifierHost::openMenu() {
   callMenu(u"AboutToShow"_s, {0});
   // The layout is (ia{sv}av), and so is each of its rows.

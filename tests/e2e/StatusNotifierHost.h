@@ -4,6 +4,7 @@
 #include <QDBusContext>
 #include <QImage>
 #include <QObject>
+#include <QPoint>
 #include <QStringList>
 
 namespace e2e {
@@ -28,6 +29,8 @@ class StatusNotifierHost : public QObject, protected QDBusContext {
 
   /// The largest picture that the item offers; null if it offers none.
   [[nodiscard]] QImage icon() const;
+  /// Clicks on the item with the left button; a host says where.
+  void activate(QPoint point) const;
   /// Tells the item that its menu is about to be shown, and reads its rows: labels without mnemonics, "-" for
   /// a separator.
   QStringList openMenu();

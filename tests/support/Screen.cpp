@@ -148,6 +148,10 @@ std::optional<ScreenWindow> Screen::find(const QString& text) const {
   return match == all.rend() ? std::nullopt : std::optional(*match);
 }
 
+quint32 Screen::keyboardWindow() const {
+  return ask(connection, xcb_get_input_focus, xcb_get_input_focus_reply)->focus;
+}
+
 bool Screen::isSelectionOwned(const char* name) const {
   const auto owner = ask(connection, xcb_get_selection_owner, xcb_get_selection_owner_reply, atom(name));
   return owner && owner->owner != XCB_WINDOW_NONE;

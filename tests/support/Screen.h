@@ -54,6 +54,8 @@ class Screen {
   /// Says yes to the first program that asks for a selection which was taken so, as soon as one does.
   void agreeToSelectionRequest();
 
+  /// The window that gets the keys; 0 if none.
+  [[nodiscard]] quint32 keyboardWindow() const;
   /// Makes `picture` the desktop's background, from the top left corner on.
   void paintRoot(const QImage& picture);
   /// Opens a window that shows `picture`, with its contents (not its frame) at `position`, and waits until it

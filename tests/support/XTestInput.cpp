@@ -53,6 +53,13 @@ void XTestInput::clickButton(int button) {
   releaseButton(button);
 }
 
+void XTestInput::doubleClick(int button) {
+  for (const int type : {XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE, XCB_BUTTON_PRESS})
+    xcb_test_fake_input(connection, static_cast<uint8_t>(type), static_cast<uint8_t>(button),
+                        XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+  releaseButton(button);
+}
+
 void XTestInput::send(int type, int detail, int x, int y) {
   xcb_test_fake_input(connection, static_cast<uint8_t>(type), static_cast<uint8_t>(detail), XCB_CURRENT_TIME,
                       XCB_WINDOW_NONE, static_cast<int16_t>(x), static_cast<int16_t>(y), 0);

@@ -27,6 +27,8 @@ class XTestInput {
   void pressButton(int button);
   void releaseButton(int button);
   void clickButton(int button);
+  /// Both clicks reach the server at once, so that they are a double click on a busy machine too.
+  void doubleClick(int button);
 
  private:
   void send(int type, int detail, int x, int y);

@@ -1,0 +1,233 @@
+// What the history panel does with the pictures: show, copy, drag, delete.
+
+#include "tests/e2e/Sorrel.h"
+
+#include <QDir>
+#include <QFile>
+#include <QPainter>
+#include <QUrl>
+
+#include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
+#include <signal.h>
+
+using namespace Qt::StringLiterals;
+
+namespace e2e {
+namespace {
+
+class PanelUse : public testing::Test {
+ protected:
+  PanelUse() {
+    // The companion's page has been shown before.
+    Sorrel::store(desktop, u"quillonPromptShown"_s, true);
+  }
+
+  QString put(const QString& name, const QImage& picture) {
+    return Sorrel::putPicture(desktop, name, picture);
+  }
+  /// Opens the panel and points at its first thumbnail, which is there then.
+  void openAndPoint(Sorrel& sorrel) {
+    sorrel.openPanel();
+    const QPoint center = sorrel.thumbnail(0).center();
+    desktop.input().moveTo(center.x(), center.y());
+    const QPoint button = sorrel.copyButton(0);
+    until("the thumbnail has its buttons",
+          [&] { return QColor(desktop.screen().picture().pixel(button - QPoint(0, 8))).lightness() < 140; });
+  }
+  [[nodiscard]] QByteArray pasted(const QString& target) const {
+    const auto xclip = desktop.start({u"xclip"_s, u"-selection"_s, u"clipboard"_s, u"-t"_s, target, u"-o"_s});
+    return xclip->waitForEnd() == 0 ? xclip->output() : QByteArray();
+  }
+  void expectPasted(const QString& path) const {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(pasted(u"image/png"_s), file.readAll());
+    const QByteArray address = QUrl::fromLocalFile(path).toEncoded();
+    EXPECT_EQ(pasted(u"text/uri-list"_s), address + "\r\n");
+    EXPECT_EQ(pasted(u"x-special/gnome-copied-files"_s), "copy\n" + address);
+  }
+  [[nodiscard]] QStringList trash(const QString& folder) const {
+    return QDir(desktop.home(u".local/share/Trash/"_s + folder)).entryList(QDir::Files);
+  }
+
+  Desktop desktop;
+};
+
+constexpr QRgb colors[] = {0xFFE03030, 0xFF30B040, 0xFF3050E0, 0xFFE0C030};
+
+/// Four squares in four colours, the first of which is the `first`th.
+QImage quarters(int side, int first) {
+  QImage image(side, side, QImage::Format_RGB32);
+  QPainter painter(&image);
+  for (int i = 0; i < 4; ++i)
+    painter.fillRect(i % 2 * side / 2, i / 2 * side / 2, side / 2, side / 2, QColor(colors[(first + i) % 4]));
+  return image;
+}
+
+TEST_F(PanelUse, ACaptureComesFirst) {
+  constexpr int side = 120;
+  QImage background(desktop.screen().size(), QImage::Format_RGB32);
+  background.fill(0xFF406080);
+  const QRect areas[] = {QRect(20, 100, side, side), QRect(20, 300, side, side)};
+  QPainter painter(&background);
+  for (int i = 0; i < 2; ++i)
+    painter.drawImage(areas[i].topLeft(), quarters(side, i));
+  painter.end();
+  desktop.screen().paintRoot(background);
+  Sorrel::store(desktop, u"historyPanelLocked"_s, true);
+  Sorrel sorrel(desktop);
+  const auto shows = [&](int thumbnail, int first) {
+    const QRect square = sorrel.thumbnail(thumbnail);
+    const QImage seen = desktop.screen().picture();
+    for (int i = 0; i < 4; ++i) {
+      const QPoint quarter(square.width() * (1 + i % 2 * 2) / 4, square.height() * (1 + i / 2 * 2) / 4);
+      if (seen.pixel(square.topLeft() + quarter) != colors[(first + i) % 4])
+        return false;
+    }
+    return true;
+  };
+
+  sorrel.capture(areas[0]);
+  const auto [panel, place] = sorrel.waitForPanel(sorrel.panelPlace(QRect({}, desktop.screen().size())));
+  until("the first picture is there", [&] { return shows(0, 0); });
+  sorrel.capture(areas[1]);
+  until("the second one is before it", [&] { return shows(0, 1) && shows(1, 0); });
+  ASSERT_TRUE(sorrel.panel());
+  EXPECT_EQ(sorrel.panel()->window, panel);
+  EXPECT_EQ(sorrel.panel()->frame, place);
+}
+
+TEST_F(PanelUse, CopiesOutliveTheProgram) {
+  const QString path = put(u"sea & \uBCD1 100%.png"_s, randomPicture({300, 200}, 4));
+  {
+    Sorrel sorrel(desktop);
+    openAndPoint(sorrel);
+    sorrel.click(sorrel.copyButton(0));
+    until("the picture is copied", [&] { return !pasted(u"image/png"_s).isEmpty(); });
+    expectPasted(path);
+    sorrel.program().send(SIGTERM);
+    EXPECT_EQ(sorrel.program().waitForEnd(), 0);
+    expectPasted(path);
+  }
+  const QString newer = put(u"newer.png"_s, randomPicture({100, 400}, 5));
+  Sorrel sorrel(desktop);
+  sorrel.openPanel();
+  desktop.input().tapKey(KEY_RIGHT);  // the first one
+  desktop.input().pressKey(KEY_LEFTCTRL);
+  desktop.input().tapKey(KEY_C);
+  desktop.input().releaseKey(KEY_LEFTCTRL);
+  until("the other one is copied", [&] { return pasted(u"text/uri-list"_s).contains("newer"); });
+  expectPasted(newer);
+  sorrel.openMenu();
+  desktop.input().tapKey(KEY_UP);
+  desktop.input().tapKey(KEY_ENTER);
+  EXPECT_EQ(sorrel.program().waitForEnd(), 0);
+  expectPasted(newer);
+}
+
+TEST_F(PanelUse, TheFirstCopyOpensTheCompanionsPageInstead) {
+  Sorrel::store(desktop, u"quillonPromptShown"_s, false);
+  const QString browser = desktop.write(u".local/bin/xdg-open"_s, "#!/bin/sh\necho \"$1\" >>~/opened\n");
+  QFile::setPermissions(browser, QFile::ReadOwner | QFile::ExeOwner);
+  const QString path = put(u"picture.png"_s, randomPicture({300, 200}, 4));
+  Sorrel sorrel(desktop);
+  openAndPoint(sorrel);
+  sorrel.click(sorrel.copyButton(0));
+  QFile opened(desktop.home(u"opened"_s));
+  until("the page is open", [&] { return opened.exists() && opened.size() > 0; });
+  ASSERT_TRUE(opened.open(QIODevice::ReadOnly));
+  EXPECT_EQ(opened.readAll(), "https://quillon.example/\n");
+  EXPECT_FALSE(desktop.screen().isSelectionOwned("CLIPBOARD"));
+  sorrel.click(sorrel.copyButton(0));
+  until("the second press copies", [&] { return !pasted(u"image/png"_s).isEmpty(); });
+  expectPasted(path);
+  EXPECT_EQ(opened.readAll(), QByteArray());
+}
+
+/// What is held when a drag's panel closes.
+enum class Closing { AfterDrop, ByHotKey, ByOtherWindow };
+class PanelDrag : public PanelUse, public testing::WithParamInterface<Closing> {};
+
+TEST_P(PanelDrag, BringsTheFileToAnotherProgram) {
+  const QString path = put(u"sea & \uBCD1.png"_s, randomPicture({300, 200}, 4));
+  const std::unique_ptr<Program> target =
+      desktop.start({QStringLiteral(E2E_BUILD_DIR "/tests/drop_target"), u"100"_s, u"200"_s});
+  until("the target is there", [&] { return desktop.screen().find(u"Drop here"_s).has_value(); });
+  Sorrel sorrel(desktop);
+  openAndPoint(sorrel);
+  XTestInput& input = desktop.input();
+  const QPoint start = sorrel.thumbnail(0).center();
+  const QPoint end = desktop.screen().find(u"Drop here"_s)->area.center();
+
+  input.pressButton(1);
+  for (int step = 1; step <= 4; ++step)
+    input.moveTo(start.x() - 10 * step, start.y());
+  // Only what is dragged follows the pointer.
+  until("the drag has begun", [&] {
+    input.moveTo(start.x() - 60, start.y());
+    return std::ranges::any_of(desktop.screen().windows(), [&](const ScreenWindow& window) {
+      return window.area.contains(start - QPoint(60, 0)) && window.area.width() < 200 &&
+             window.className.contains(u"sorrel"_s);
+    });
+  });
+  if (GetParam() == Closing::ByHotKey)
+    sorrel.pressHotKey(KEY_F);
+  if (GetParam() == Closing::ByOtherWindow)
+    desktop.screen().openWindow(u"Sudden"_s, {20, 450}, randomPicture({100, 100}, 9));
+  if (GetParam() != Closing::AfterDrop)
+    until("the panel is closed", [&] { return !sorrel.panel(); });
+
+  for (int step = 1; step <= 10; ++step)
+    input.moveTo(start.x() + (end.x() - start.x()) * step / 10,
+                 start.y() + (end.y() - start.y()) * step / 10);
+  until("the target would take it", [&] {
+    input.moveTo(end.x() + 1, end.y());
+    input.moveTo(end.x(), end.y());
+    return target->output().contains("over");
+  });
+  input.releaseButton(1);
+  const QByteArray address = QUrl::fromLocalFile(path).toEncoded();
+  until("the target has the file", [&] { return target->output().contains(address); });
+  EXPECT_TRUE(QFile::exists(path));
+
+  if (sorrel.panel())
+    desktop.input().tapKey(KEY_ESC);
+  sorrel.waitForNoPanel();
+  sorrel.openPanel();
+}
+
+INSTANTIATE_TEST_SUITE_P(Closing, PanelDrag,
+                         testing::Values(Closing::AfterDrop, Closing::ByHotKey, Closing::ByOtherWindow));
+
+TEST_F(PanelUse, DeletedPicturesAreInTheTrash) {
+  put(u"one.png"_s, randomPicture({30, 20}, 4));
+  Sorrel sorrel(desktop);
+  openAndPoint(sorrel);
+  sorrel.click(sorrel.deleteButton(0));
+  until("the picture is in the Trash", [&] { return trash(u"files"_s) == QStringList(u"one.png"_s); });
+  EXPECT_EQ(trash(u"info"_s), QStringList(u"one.png.trashinfo"_s));
+  EXPECT_TRUE(sorrel.bottle().isEmpty());
+
+  put(u"two.png"_s, randomPicture({30, 20}, 5));
+  desktop.input().tapKey(KEY_ESC);
+  sorrel.waitForNoPanel();
+  openAndPoint(sorrel);
+  desktop.input().tapKey(KEY_RIGHT);
+  desktop.input().tapKey(KEY_DELETE);
+  until("the other one too", [&] { return trash(u"files"_s).size() == 2; });
+}
+
+TEST_F(PanelUse, WhatCannotBeTrashedStays) {
+  desktop.write(u".local/share/Trash"_s, "in the way");
+  const QString path = put(u"held.png"_s, quarters(200, 0));
+  Sorrel sorrel(desktop);
+  openAndPoint(sorrel);
+  const QRect square = sorrel.thumbnail(0);
+  sorrel.click(sorrel.deleteButton(0));
+  EXPECT_EQ(desktop.screen().settledPicture().pixel(square.topLeft() + QPoint(35, 35)), colors[0]);
+  EXPECT_TRUE(QFile::exists(path));
+}
+
+}  // namespace
+}  // namespace e2e
