@@ -1,6 +1,6 @@
 // What a screen reader finds in the history panel.
 
-#include "tests/e2e/Sorrel.h"
+#include "tests/e2e/Panel.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -129,8 +129,9 @@ TEST_P(Accessibility, TellsEveryControlAndPictureOfThePanel) {
   Sorrel::putPicture(desktop, u"first.png"_s, randomPicture({200, 100}, 2));
   Sorrel::putPicture(desktop, u"second.png"_s, randomPicture({100, 200}, 3));
   Sorrel sorrel(desktop);
-  sorrel.openPanel();
-  const QPoint thumbnail = sorrel.thumbnail(0).center();
+  Panel panel(desktop, sorrel);
+  panel.open();
+  const QPoint thumbnail = panel.thumbnail(0).center();
   desktop.input().moveTo(thumbnail.x(), thumbnail.y());
   desktop.input().tapKey(KEY_RIGHT);
   desktop.input().pressKey(KEY_LEFTCTRL);

@@ -54,6 +54,10 @@ class Desktop {
   /// Writes a file below the home folder, making the folders above it.
   QString write(const QString& relative, const QByteArray& contents) const;
 
+  /// Device pixels a point.
+  [[nodiscard]] double scale() const {
+    return variables.value(QStringLiteral("QT_SCALE_FACTOR"), QStringLiteral("1")).toDouble();
+  }
   [[nodiscard]] Screen& screen() { return *view; }
   [[nodiscard]] XTestInput& input() { return *hand; }
   /// The panel of a desktop with Tray::StatusNotifier.

@@ -1,6 +1,6 @@
 // The history panel as a window: where it opens, what closes it, what lies beneath its corners.
 
-#include "tests/e2e/Sorrel.h"
+#include "tests/e2e/Panel.h"
 
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
@@ -11,15 +11,12 @@ namespace e2e {
 namespace {
 
 const QRect monitor(0, 0, 1024, 640);
-/// In the panel, from its top left corner.
-constexpr QPoint lockButton(411, 19);
-constexpr QPoint closeButton(437, 19);
 /// Beside the panel, on its shadow where it has one.
 constexpr QPoint beside(-6, 250);
 
-class Panel : public testing::TestWithParam<Compositor> {
+class PanelWindow : public testing::TestWithParam<Compositor> {
  protected:
-  Panel() : desktop({.compositor = GetParam()}) {
+  PanelWindow() : desktop({.compositor = GetParam()}) {
     desktop.screen().paintRoot(background);
     Sorrel::putPicture(desktop, u"picture.png"_s, randomPicture({200, 120}, 3));
   }
@@ -37,76 +34,79 @@ class Panel : public testing::TestWithParam<Compositor> {
   Desktop desktop;
 };
 
-INSTANTIATE_TEST_SUITE_P(Compositor, Panel, testing::Values(Compositor::None, Compositor::Running),
+INSTANTIATE_TEST_SUITE_P(Compositor, PanelWindow, testing::Values(Compositor::None, Compositor::Running),
                          [](const auto& test) {
                            return test.param == Compositor::None ? "WithoutCompositor" : "WithCompositor";
                          });
 
-TEST_P(Panel, OpensBelowTheIconAndClosesInEveryWay) {
+TEST_P(PanelWindow, OpensBelowTheIconAndClosesInEveryWay) {
   Sorrel sorrel(desktop);
-  const QRect place = sorrel.panelPlace(monitor);
+  Panel panel(desktop, sorrel);
+  const QRect place = panel.place();
   const QPoint icon = sorrel.statusItem().center();
 
-  sorrel.click(icon);
-  sorrel.waitForPanel(place);
-  sorrel.click(icon);
-  sorrel.waitForNoPanel();
-  sorrel.openPanel();
+  panel.click(icon);
+  panel.waitUntilOpen(place);
+  panel.click(icon);
+  panel.waitUntilClosed();
+  panel.open();
   sorrel.pressHotKey(KEY_F);
-  sorrel.waitForNoPanel();
-  sorrel.openPanel();
+  panel.waitUntilClosed();
+  panel.open();
   desktop.input().tapKey(KEY_ESC);
-  sorrel.waitForNoPanel();
-  sorrel.openPanel();
-  sorrel.click(place.topLeft() + closeButton);
-  sorrel.waitForNoPanel();
+  panel.waitUntilClosed();
+  panel.open();
+  panel.click(panel.closeButton());
+  panel.waitUntilClosed();
 }
 
-TEST_P(Panel, StaysWhileItIsLocked) {
+TEST_P(PanelWindow, StaysWhileItIsLocked) {
   Sorrel sorrel(desktop);
+  Panel panel(desktop, sorrel);
   const quint32 other =
       desktop.screen().openWindow(u"Other"_s, {300, 60}, randomPicture({700, 540}, 6), WindowKind::Ordinary);
-  const auto [panel, place] = sorrel.openPanel();
-  sorrel.click(place.topLeft() + lockButton);
+  const auto [window, place] = panel.open();
+  panel.click(panel.lockButton());
   until("the lock is stored", [&] { return Sorrel::stored(desktop, u"historyPanelLocked"_s) == true; });
 
   // A click on the shadow is one on the window beneath.
   const auto leave = [&] {
-    sorrel.click(place.topLeft() + beside);
+    panel.click(place.topLeft() + beside);
     until("the other window has the keyboard", [&] { return desktop.screen().keyboardWindow() == other; });
   };
   leave();
   (void)desktop.screen().settledPicture();
-  ASSERT_TRUE(sorrel.panel());
-  EXPECT_EQ(sorrel.panel()->window, panel);
-  const QRect thumbnail = sorrel.thumbnail(0);
+  ASSERT_TRUE(panel.window());
+  EXPECT_EQ(panel.window()->id, window);
+  const QRect thumbnail = panel.thumbnail(0);
   const QPoint edge(thumbnail.left(), thumbnail.center().y());
   const QRgb before = desktop.screen().picture().pixel(edge);
-  sorrel.click(thumbnail.center());
+  panel.click(thumbnail.center());
   // Selected, too: the toolkit answers a click in asking for the keyboard once more.
   until("the panel has the keyboard again", [&] {
-    return desktop.screen().keyboardWindow() == panel && desktop.screen().picture().pixel(edge) != before;
+    return desktop.screen().keyboardWindow() == window && desktop.screen().picture().pixel(edge) != before;
   });
   leave();
   sorrel.pressHotKey(KEY_F);
-  sorrel.waitForNoPanel();
+  panel.waitUntilClosed();
 
-  sorrel.openPanel();
+  panel.open();
   desktop.input().moveTo(thumbnail.center().x(), thumbnail.center().y());
   desktop.input().doubleClick(1);  // edits, and the panel gives way
-  sorrel.waitForNoPanel();
+  panel.waitUntilClosed();
 
-  const quint32 again = sorrel.openPanel().window;
-  sorrel.click(place.topLeft() + lockButton);
+  const quint32 again = panel.open().id;
+  panel.click(panel.lockButton());
   until("the lock is off", [&] { return Sorrel::stored(desktop, u"historyPanelLocked"_s) == false; });
-  EXPECT_EQ(sorrel.panel()->window, again);
+  EXPECT_EQ(panel.window()->id, again);
   leave();
-  sorrel.waitForNoPanel();
+  panel.waitUntilClosed();
 }
 
-TEST_P(Panel, ShowsWhatIsBeneathAtItsCorners) {
+TEST_P(PanelWindow, ShowsWhatIsBeneathAtItsCorners) {
   Sorrel sorrel(desktop);
-  const QRect place = sorrel.openPanel().frame;
+  Panel panel(desktop, sorrel);
+  const QRect place = panel.open().frame;
   const QImage seen = desktop.screen().settledPicture();
   for (const QPoint corner : {place.topLeft(), place.topRight(), place.bottomLeft(), place.bottomRight()}) {
     const QPoint inwards(corner.x() == place.left() ? 1 : -1, corner.y() == place.top() ? 1 : -1);
@@ -127,7 +127,8 @@ TEST_P(Panel, ShowsWhatIsBeneathAtItsCorners) {
 TEST(PanelPlace, IsAboveABarAtTheBottom) {
   Desktop desktop({.tray = Tray::XEmbedAtBottom});
   Sorrel sorrel(desktop);
-  EXPECT_LT(sorrel.openPanel().frame.bottom(), sorrel.statusItem().top());
+  Panel panel(desktop, sorrel);
+  EXPECT_LT(panel.open().frame.bottom(), sorrel.statusItem().top());
 }
 
 TEST(PanelPlace, IsOnTheMonitorWithTheTray) {
@@ -137,41 +138,44 @@ TEST(PanelPlace, IsOnTheMonitorWithTheTray) {
     Desktop desktop({.size = {1100, 640}});
     desktop.screen().setMonitors(monitors);
     Sorrel sorrel(desktop);
-    const QRect place = sorrel.panelPlace(sorrel.statusItem().left() < right.left() ? left : right);
+    Panel panel(desktop, sorrel);
+    const QRect place = panel.place(sorrel.statusItem().left() < right.left() ? left : right);
     sorrel.pressHotKey(KEY_F);
-    sorrel.waitForPanel(place);
+    panel.waitUntilOpen(place);
   }
 }
 
 TEST(PanelPlace, IsBelowTheClickOnAStatusNotifierIcon) {
   Desktop desktop({.tray = Tray::StatusNotifier});
   Sorrel sorrel(desktop);
+  Panel panel(desktop, sorrel);
   // Before the first click nobody knows where the icon is: a tenth of the screen above the middle.
   sorrel.pressHotKey(KEY_F);
-  sorrel.waitForPanel(QRect(282, 6, 460, 500));
+  panel.waitUntilOpen(QRect(282, 6, 460, 500));
   sorrel.pressHotKey(KEY_F);
-  sorrel.waitForNoPanel();
+  panel.waitUntilClosed();
   for (const QPoint click : {QPoint(600, 10), QPoint(1020, 10)}) {
     desktop.input().moveTo(click.x(), click.y());
     desktop.statusNotifier().activate(click);
-    sorrel.waitForPanel(QRect(std::min(click.x() - 229, 1024 - 468), 15, 460, 500));
+    panel.waitUntilOpen(QRect(std::min(click.x() - 229, 1024 - 468), 15, 460, 500));
     desktop.statusNotifier().activate(click);
-    sorrel.waitForNoPanel();
+    panel.waitUntilClosed();
   }
 }
 
 TEST(PanelFocus, IsGainedWhereNewWindowsGetNone) {
   Desktop desktop({.newWindows = NewWindows::MustAsk});
   Sorrel sorrel(desktop);
+  Panel panel(desktop, sorrel);
   const quint32 other = desktop.screen().openWindow(u"Typing"_s, {50, 100}, randomPicture({300, 200}, 6));
   desktop.screen().openWindow(u"Behind"_s, {50, 400}, randomPicture({100, 100}, 6));
-  sorrel.click(QPoint(150, 150));
+  panel.click(QPoint(150, 150));
   until("somebody types", [&] { return desktop.screen().keyboardWindow() == other; });
-  sorrel.openPanel();
+  panel.open();
   desktop.input().tapKey(KEY_ESC);
-  sorrel.waitForNoPanel();
-  sorrel.click(sorrel.statusItem().center());
-  sorrel.waitForPanel(sorrel.panelPlace(monitor));
+  panel.waitUntilClosed();
+  panel.click(sorrel.statusItem().center());
+  panel.waitUntilOpen();
 }
 
 }  // namespace

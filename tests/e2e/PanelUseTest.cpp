@@ -1,6 +1,6 @@
 // What the history panel does with the pictures: show, copy, drag, delete.
 
-#include "tests/e2e/Sorrel.h"
+#include "tests/e2e/Panel.h"
 
 #include <QDir>
 #include <QFile>
@@ -27,11 +27,11 @@ class PanelUse : public testing::Test {
     return Sorrel::putPicture(desktop, name, picture);
   }
   /// Opens the panel and points at its first thumbnail, which is there then.
-  void openAndPoint(Sorrel& sorrel) {
-    sorrel.openPanel();
-    const QPoint center = sorrel.thumbnail(0).center();
+  void openAndPoint(Panel& panel) {
+    panel.open();
+    const QPoint center = panel.thumbnail(0).center();
     desktop.input().moveTo(center.x(), center.y());
-    const QPoint button = sorrel.copyButton(0);
+    const QPoint button = panel.copyButton(0);
     until("the thumbnail has its buttons",
           [&] { return QColor(desktop.screen().picture().pixel(button - QPoint(0, 8))).lightness() < 140; });
   }
@@ -77,8 +77,9 @@ TEST_F(PanelUse, ACaptureComesFirst) {
   desktop.screen().paintRoot(background);
   Sorrel::store(desktop, u"historyPanelLocked"_s, true);
   Sorrel sorrel(desktop);
+  Panel panel(desktop, sorrel);
   const auto shows = [&](int thumbnail, int first) {
-    const QRect square = sorrel.thumbnail(thumbnail);
+    const QRect square = panel.thumbnail(thumbnail);
     const QImage seen = desktop.screen().picture();
     for (int i = 0; i < 4; ++i) {
       const QPoint quarter(square.width() * (1 + i % 2 * 2) / 4, square.height() * (1 + i / 2 * 2) / 4);
@@ -89,21 +90,22 @@ TEST_F(PanelUse, ACaptureComesFirst) {
   };
 
   sorrel.capture(areas[0]);
-  const auto [panel, place] = sorrel.waitForPanel(sorrel.panelPlace(QRect({}, desktop.screen().size())));
+  const auto [window, place] = panel.waitUntilOpen();
   until("the first picture is there", [&] { return shows(0, 0); });
   sorrel.capture(areas[1]);
   until("the second one is before it", [&] { return shows(0, 1) && shows(1, 0); });
-  ASSERT_TRUE(sorrel.panel());
-  EXPECT_EQ(sorrel.panel()->window, panel);
-  EXPECT_EQ(sorrel.panel()->frame, place);
+  ASSERT_TRUE(panel.window());
+  EXPECT_EQ(panel.window()->id, window);
+  EXPECT_EQ(panel.window()->frame, place);
 }
 
 TEST_F(PanelUse, CopiesOutliveTheProgram) {
   const QString path = put(u"sea & \uBCD1 100%.png"_s, randomPicture({300, 200}, 4));
   {
     Sorrel sorrel(desktop);
-    openAndPoint(sorrel);
-    sorrel.click(sorrel.copyButton(0));
+    Panel panel(desktop, sorrel);
+    openAndPoint(panel);
+    panel.click(panel.copyButton(0));
     until("the picture is copied", [&] { return !pasted(u"image/png"_s).isEmpty(); });
     expectPasted(path);
     sorrel.program().send(SIGTERM);
@@ -112,7 +114,8 @@ TEST_F(PanelUse, CopiesOutliveTheProgram) {
   }
   const QString newer = put(u"newer.png"_s, randomPicture({100, 400}, 5));
   Sorrel sorrel(desktop);
-  sorrel.openPanel();
+  Panel panel(desktop, sorrel);
+  panel.open();
   desktop.input().tapKey(KEY_RIGHT);  // the first one
   desktop.input().pressKey(KEY_LEFTCTRL);
   desktop.input().tapKey(KEY_C);
@@ -132,14 +135,15 @@ TEST_F(PanelUse, TheFirstCopyOpensTheCompanionsPageInstead) {
   QFile::setPermissions(browser, QFile::ReadOwner | QFile::ExeOwner);
   const QString path = put(u"picture.png"_s, randomPicture({300, 200}, 4));
   Sorrel sorrel(desktop);
-  openAndPoint(sorrel);
-  sorrel.click(sorrel.copyButton(0));
+  Panel panel(desktop, sorrel);
+  openAndPoint(panel);
+  panel.click(panel.copyButton(0));
   QFile opened(desktop.home(u"opened"_s));
   until("the page is open", [&] { return opened.exists() && opened.size() > 0; });
   ASSERT_TRUE(opened.open(QIODevice::ReadOnly));
   EXPECT_EQ(opened.readAll(), "https://quillon.example/\n");
   EXPECT_FALSE(desktop.screen().isSelectionOwned("CLIPBOARD"));
-  sorrel.click(sorrel.copyButton(0));
+  panel.click(panel.copyButton(0));
   until("the second press copies", [&] { return !pasted(u"image/png"_s).isEmpty(); });
   expectPasted(path);
   EXPECT_EQ(opened.readAll(), QByteArray());
@@ -155,9 +159,10 @@ TEST_P(PanelDrag, BringsTheFileToAnotherProgram) {
       desktop.start({QStringLiteral(E2E_BUILD_DIR "/tests/drop_target"), u"100"_s, u"200"_s});
   until("the target is there", [&] { return desktop.screen().find(u"Drop here"_s).has_value(); });
   Sorrel sorrel(desktop);
-  openAndPoint(sorrel);
+  Panel panel(desktop, sorrel);
+  openAndPoint(panel);
   XTestInput& input = desktop.input();
-  const QPoint start = sorrel.thumbnail(0).center();
+  const QPoint start = panel.thumbnail(0).center();
   const QPoint end = desktop.screen().find(u"Drop here"_s)->area.center();
 
   input.pressButton(1);
@@ -176,7 +181,7 @@ TEST_P(PanelDrag, BringsTheFileToAnotherProgram) {
   if (GetParam() == Closing::ByOtherWindow)
     desktop.screen().openWindow(u"Sudden"_s, {20, 450}, randomPicture({100, 100}, 9));
   if (GetParam() != Closing::AfterDrop)
-    until("the panel is closed", [&] { return !sorrel.panel(); });
+    until("the panel is closed", [&] { return !panel.window(); });
 
   for (int step = 1; step <= 10; ++step)
     input.moveTo(start.x() + (end.x() - start.x()) * step / 10,
@@ -191,10 +196,10 @@ TEST_P(PanelDrag, BringsTheFileToAnotherProgram) {
   until("the target has the file", [&] { return target->output().contains(address); });
   EXPECT_TRUE(QFile::exists(path));
 
-  if (sorrel.panel())
+  if (panel.window())
     desktop.input().tapKey(KEY_ESC);
-  sorrel.waitForNoPanel();
-  sorrel.openPanel();
+  panel.waitUntilClosed();
+  panel.open();
 }
 
 INSTANTIATE_TEST_SUITE_P(Closing, PanelDrag,
@@ -203,16 +208,17 @@ INSTANTIATE_TEST_SUITE_P(Closing, PanelDrag,
 TEST_F(PanelUse, DeletedPicturesAreInTheTrash) {
   put(u"one.png"_s, randomPicture({30, 20}, 4));
   Sorrel sorrel(desktop);
-  openAndPoint(sorrel);
-  sorrel.click(sorrel.deleteButton(0));
+  Panel panel(desktop, sorrel);
+  openAndPoint(panel);
+  panel.click(panel.deleteButton(0));
   until("the picture is in the Trash", [&] { return trash(u"files"_s) == QStringList(u"one.png"_s); });
   EXPECT_EQ(trash(u"info"_s), QStringList(u"one.png.trashinfo"_s));
   EXPECT_TRUE(sorrel.bottle().isEmpty());
 
   put(u"two.png"_s, randomPicture({30, 20}, 5));
   desktop.input().tapKey(KEY_ESC);
-  sorrel.waitForNoPanel();
-  openAndPoint(sorrel);
+  panel.waitUntilClosed();
+  openAndPoint(panel);
   desktop.input().tapKey(KEY_RIGHT);
   desktop.input().tapKey(KEY_DELETE);
   until("the other one too", [&] { return trash(u"files"_s).size() == 2; });
@@ -222,9 +228,10 @@ TEST_F(PanelUse, WhatCannotBeTrashedStays) {
   desktop.write(u".local/share/Trash"_s, "in the way");
   const QString path = put(u"held.png"_s, quarters(200, 0));
   Sorrel sorrel(desktop);
-  openAndPoint(sorrel);
-  const QRect square = sorrel.thumbnail(0);
-  sorrel.click(sorrel.deleteButton(0));
+  Panel panel(desktop, sorrel);
+  openAndPoint(panel);
+  const QRect square = panel.thumbnail(0);
+  panel.click(panel.deleteButton(0));
   EXPECT_EQ(desktop.screen().settledPicture().pixel(square.topLeft() + QPoint(35, 35)), colors[0]);
   EXPECT_TRUE(QFile::exists(path));
 }

@@ -1,8 +1,5 @@
 #include "tests/e2e/Sorrel.h"
 
-#include "app/history/PanelGeometry.h"
-#include "app/history/ThumbnailLayout.h"
-
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
@@ -12,9 +9,6 @@
 #include <xcb/xproto.h>
 
 using namespace Qt::StringLiterals;
-
-using sorrel::ThumbnailLayout;
-namespace PanelGeometry = sorrel::PanelGeometry;
 
 namespace e2e {
 namespace {
@@ -160,66 +154,6 @@ QImage Sorrel::statusImage() {
   return desktop.screen().settledPicture().copy(area);
 }
 
-std::optional<Sorrel::Panel> Sorrel::panel() {
-  for (const ScreenWindow& window : windowsOf(desktop)) {
-    const int shadow = (window.area.width() - PanelGeometry::size.width()) / 2;
-    const QRect frame = window.area.adjusted(shadow, shadow, -shadow, -shadow);
-    if (shadow >= 0 && frame.size() == PanelGeometry::size)
-      return Panel{window.id, frame};
-  }
-  return std::nullopt;
-}
-
-Sorrel::Panel Sorrel::waitForPanel(const QRect& place) {
-  std::optional<Panel> found;
-  until("the panel is in its place and has the keyboard", [&] {
-    found = panel();
-    return found && found->frame == place && desktop.screen().keyboardWindow() == found->window;
-  });
-  (void)desktop.screen().settledPicture();
-  return *found;
-}
-
-void Sorrel::waitForNoPanel() {
-  until("the panel is closed", [this] { return !panel(); });
-  (void)desktop.screen().settledPicture();
-  if (panel())
-    throw std::runtime_error("the panel is open again");
-}
-
-QRect Sorrel::panelPlace(const QRect& monitor) {
-  const QRect icon = statusItem();
-  const QSize size = PanelGeometry::size;
-  const int leftmost = monitor.left() + PanelGeometry::sideMargin;
-  const int rightmost = monitor.right() + 1 - PanelGeometry::sideMargin - size.width();
-  const int left = std::clamp(icon.left() + (icon.width() - size.width()) / 2, leftmost, rightmost);
-  const bool isAtTop = icon.top() < monitor.center().y();
-  const int top = isAtTop
-                      ? icon.bottom() + 1 + PanelGeometry::gap
-                      : desktop.screen().find(u"trayer"_s)->area.top() - PanelGeometry::gap - size.height();
-  return QRect(QPoint(left, top), size);
-}
-
-Sorrel::Panel Sorrel::openPanel() {
-  const QRect place = panelPlace(QRect({}, desktop.screen().size()));
-  pressHotKey(KEY_F);
-  return waitForPanel(place);
-}
-
-QRect Sorrel::thumbnail(int index) {
-  constexpr int gridTop = 39;
-  const std::optional<Panel> open = panel();
-  if (!open)
-    throw std::runtime_error("there is no panel");
-  const ThumbnailLayout layout(PanelGeometry::size.width(), index + 1);
-  return layout.picture(index).toRect().translated(open->frame.topLeft() + QPoint(0, gridTop));
-}
-
-void Sorrel::click(QPoint point) {
-  desktop.input().moveTo(point.x(), point.y());
-  desktop.input().clickButton(1);
-}
-
 QRect Sorrel::openMenu() {
   const QPoint icon = statusItem().center();
   desktop.input().moveTo(icon.x(), icon.y());
@@ -230,7 +164,8 @@ QRect Sorrel::openMenu() {
 
 bool Sorrel::isMenuOpen() {
   const std::vector<ScreenWindow> windows = windowsOf(desktop);
-  return !windows.empty() && windows.back().area.height() > 60;
+  // Higher than the icon in the tray, narrower than the history.
+  return !windows.empty() && windows.back().area.height() > 60 && windows.back().area.width() < 400;
 }
 
 }  // namespace e2e

@@ -48,27 +48,6 @@ class Sorrel {
   [[nodiscard]] QRect statusItem();
   /// What the icon looks like in the tray.
   [[nodiscard]] QImage statusImage();
-  /// The history panel's frame, without its shadow, and the number of its window.
-  struct Panel {
-    quint32 window = 0;
-    QRect frame;
-  };
-  [[nodiscard]] std::optional<Panel> panel();
-  /// Waits until the panel stands still at `place` and has the keyboard.
-  Panel waitForPanel(const QRect& place);
-  /// Waits until it is closed, and stays so.
-  void waitForNoPanel();
-  /// Where the panel is to be on the monitor that bears an XEmbed tray.
-  [[nodiscard]] QRect panelPlace(const QRect& monitor);
-  /// Opens the panel with its hot key on a desktop with one monitor and an XEmbed tray.
-  Panel openPanel();
-  /// Where the `index`th thumbnail is on the screen while the panel is open and not scrolled.
-  [[nodiscard]] QRect thumbnail(int index);
-  /// The buttons on the thumbnail under the pointer.
-  [[nodiscard]] QPoint copyButton(int index) { return thumbnail(index).bottomRight() - QPoint(14, 14); }
-  [[nodiscard]] QPoint deleteButton(int index) { return thumbnail(index).topRight() + QPoint(-12, 13); }
-  void click(QPoint point);
-
   /// Opens the menu with the right button and returns its place.
   QRect openMenu();
   [[nodiscard]] bool isMenuOpen();

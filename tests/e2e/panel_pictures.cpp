@@ -33,15 +33,15 @@ class Stage {
     Sorrel::store(desktop, u"quillonPromptShown"_s, true);
     portal.answer = look == Look::Dark ? 1U : 2U;
     sorrel.emplace(desktop);
-    panel.emplace(desktop, *sorrel, options.scale);
+    panel.emplace(desktop, *sorrel);
     away = {options.size.width() / 5, options.size.height() * 4 / 5};
   }
 
   void show(int pictures) {
-    if (panel->isOpen())
+    if (panel->window())
       panel->close();
     bottle.setCount(pictures);
-    panel->open();
+    panel->openByClick();
     panel->moveTo(away);
   }
 
@@ -61,7 +61,7 @@ class Stage {
 
  private:
   [[nodiscard]] QImage aroundPanel(const QImage& screen) const {
-    return screen.copy(panel->area().adjusted(-48, -32, 8, 48) & screen.rect());
+    return screen.copy(panel->window()->frame.adjusted(-48, -32, 8, 48) & screen.rect());
   }
 };
 
@@ -95,8 +95,8 @@ QImage states(Stage& stage) {
     pictures.push_back(stage.picture());
   }
   Panel& panel = *stage.panel;
-  pictures.push_back(stage.pictureAfter([&] { panel.moveTo(panel.thumbnail(1)); }));
-  (void)stage.pictureAfter([&] { panel.click(panel.thumbnail(3)); });
+  pictures.push_back(stage.pictureAfter([&] { panel.moveTo(panel.thumbnail(1).center()); }));
+  (void)stage.pictureAfter([&] { panel.click(panel.thumbnail(3).center()); });
   pictures.push_back(stage.pictureAfter([&] { panel.moveTo(stage.away); }));
   (void)stage.pictureAfter([&] { panel.moveTo(panel.copyButton(2)); });
   stage.desktop.input().clickButton(1);
@@ -114,8 +114,8 @@ QImage inUse(const DesktopOptions& options, Look look) {
   Stage stage(options, look);
   stage.show(200);
   Panel& panel = *stage.panel;
-  (void)stage.pictureAfter([&] { panel.click(panel.thumbnail(0)); });
-  return stage.pictureAfter([&] { panel.moveTo(panel.thumbnail(2)); });
+  (void)stage.pictureAfter([&] { panel.click(panel.thumbnail(0).center()); });
+  return stage.pictureAfter([&] { panel.moveTo(panel.thumbnail(2).center()); });
 }
 
 void draw(const QDir& folder) {

@@ -142,11 +142,11 @@ void showPanel(Scene& scene, Album& album) {
             u"Months later: after a capture the panel drops out of the tray, the new picture first."_s,
             screen.settledPicture());
   album.add(u"hover"_s, u"The pointer on a picture: it can be trashed or copied."_s,
-            screen.settledPictureAfter([&] { panel->moveTo(panel->thumbnail(4)); }));
+            screen.settledPictureAfter([&] { panel->moveTo(panel->thumbnail(4).center()); }));
   (void)screen.settledPictureAfter([&] { panel->click(panel->lockButton()); });
   album.add(u"locked"_s, u"Locked, the panel stays while other windows are used."_s,
             screen.settledPictureAfter([&] { panel->click(photographArea.center()); }));
-  require(panel->isOpen(), "the locked panel has closed");
+  require(panel->window().has_value(), "the locked panel has closed");
   portal.answer = 1U;
   album.add(u"dark"_s, u"The desktop turns dark, and the panel with it."_s,
             screen.settledPictureAfter([&] { portal.choose(portal.answer); }));
@@ -160,7 +160,7 @@ void showKorean(Scene& scene, Album& album) {
   scene.end();
   Sorrel::store(scene.desktop, u"appLanguage"_s, u"ko"_s);
   scene.start();
-  scene.panel->open();
+  scene.panel->openByClick();
   album.add(u"korean"_s, u"In Korean."_s, scene.screen.settledPicture());
   scene.panel->close();
   scene.sorrel->openMenu();
