@@ -232,6 +232,10 @@ TEST_F(PanelUse, WhatCannotBeTrashedStays) {
   openAndPoint(panel);
   const QRect square = panel.thumbnail(0);
   panel.click(panel.deleteButton(0));
+  const QPoint edge(square.left(), square.center().y());
+  const QRgb before = desktop.screen().picture().pixel(edge);
+  panel.click(square.center());
+  until("the picture can be selected", [&] { return desktop.screen().picture().pixel(edge) != before; });
   EXPECT_EQ(desktop.screen().settledPicture().pixel(square.topLeft() + QPoint(35, 35)), colors[0]);
   EXPECT_TRUE(QFile::exists(path));
 }
