@@ -2,11 +2,19 @@
 
 #include "app/shell/AppColors.h"
 
+#include <QWidget>
+
 /// The colours of the history panel besides the program's own.
 namespace sorrel::HistoryColors {
 
-/// The panel, slightly let through where the desktop composites.
 inline constexpr platform::Color background{0xf7faf6ef, 0xf72b2e2a};
+/// What the panel is filled with: it lets a little through where its window can.
+[[nodiscard]] inline QColor backgroundOf(const QWidget& view) {
+  QColor color = background.resolved();
+  if (!view.window()->testAttribute(Qt::WA_TranslucentBackground))
+    color.setAlpha(255);
+  return color;
+}
 /// The title bar: bottle glass, dark in both appearances, so that its white marks always stand out.
 inline constexpr platform::Color titleBar{0xff24402f, 0xff18271d};
 inline constexpr platform::Color onTitleBar{0xffffffff, 0xffffffff};

@@ -72,7 +72,8 @@ void HistoryTitleBar::refresh() {
   const auto pictures = viewModel.screenshots->size();
   applyStyle(*count, {11, QFont::Bold, AppColors::inkOnAmber});
   count->setText(QString::number(pictures));
-  count->setAccessibleName(localized(QStringLiteral("history.count")).arg(pictures));
+  count->setAccessibleName(pictures == 1 ? localized(QStringLiteral("history.count.one"))
+                                         : localized(QStringLiteral("history.count")).arg(pictures));
   count->setVisible(pictures > 0);
   const bool isLocked = viewModel.isLocked;
   lock->setLook({isLocked ? QStringLiteral("lock.fill") : QStringLiteral("lock.open"), 14,

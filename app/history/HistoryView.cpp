@@ -101,7 +101,7 @@ void HistoryView::paintEvent(QPaintEvent*) {
   const qreal radius = window()->mask().isEmpty() ? PanelGeometry::cornerRadius : 0;
   QPainterPath shape;
   shape.addRoundedRect(area, radius, radius);
-  painter.fillPath(shape, HistoryColors::background.resolved());
+  painter.fillPath(shape, HistoryColors::backgroundOf(*this));
   QPainterPath strip;
   strip.addRect(0, 0, width(), titleBar->geometry().bottom() + 1);
   painter.fillPath(shape & strip, HistoryColors::titleBar.resolved());

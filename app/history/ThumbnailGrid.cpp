@@ -56,6 +56,8 @@ ThumbnailGrid::ThumbnailGrid(ThumbnailLoader& loader, Actions callbacks, QWidget
   setSelectionMode(SingleSelection);
   setAutoFillBackground(false);
   viewport()->setAutoFillBackground(false);
+  // It paints the panel's background itself, so that what lies below isn't painted again with each step.
+  viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   viewport()->setMouseTracking(true);
   for (SymbolButton* const button : {deleteButton, copyButton}) {
     button->setFocusPolicy(Qt::NoFocus);
@@ -248,6 +250,9 @@ void ThumbnailGrid::repaint(const QString& path) {
 
 void ThumbnailGrid::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
+  painter.setCompositionMode(QPainter::CompositionMode_Source);
+  painter.fillRect(event->rect(), HistoryColors::backgroundOf(*this));
+  painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
   QFont font = this->font();
   font.setPixelSize(10);
   painter.setFont(font);

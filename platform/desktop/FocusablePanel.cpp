@@ -35,6 +35,15 @@ QImage shadowOf(const QSize& size, int radius, qreal scale) {
   painter.drawRoundedRect(QRect(QPoint(shadowMargin, shadowMargin + shadowDrop), size), radius, radius);
   painter.end();
   image = gaussianBlur(std::move(image), shadowSigma * scale);
+  // None below the panel, which may let something through.
+  painter.begin(&image);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.scale(scale, scale);
+  painter.setCompositionMode(QPainter::CompositionMode_Clear);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(Qt::black);
+  painter.drawRoundedRect(QRect(QPoint(shadowMargin, shadowMargin), size), radius, radius);
+  painter.end();
   image.setDevicePixelRatio(scale);
   return image;
 }

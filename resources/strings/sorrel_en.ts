@@ -48,6 +48,9 @@
     <message id="history.title">
       <translation>History</translation>
     </message>
+    <message id="history.count.one">
+      <translation>1 picture</translation>
+    </message>
     <message id="history.count">
       <translation>%1 pictures</translation>
     </message>

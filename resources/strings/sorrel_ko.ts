@@ -48,6 +48,9 @@
     <message id="history.title">
       <translation>캡처 기록</translation>
     </message>
+    <message id="history.count.one">
+      <translation>그림 1장</translation>
+    </message>
     <message id="history.count">
       <translation>그림 %1장</translation>
     </message>

@@ -1,17 +1,15 @@
 // Draws the sheets on which the history panel is judged: panel_pictures FOLDER. The pictures are of the real
 // program on desktops of its own.
 
+#include "tests/e2e/DrawingProgram.h"
 #include "tests/e2e/FilledBottle.h"
 #include "tests/e2e/Panel.h"
 #include "tests/e2e/TourScenery.h"
-#include "tests/support/ScratchHome.h"
 #include "tests/support/SettingsPortal.h"
 
 #include <QDir>
-#include <QGuiApplication>
 #include <QPainter>
 
-#include <cstdio>
 #include <functional>
 #include <stdexcept>
 
@@ -118,7 +116,8 @@ QImage inUse(const DesktopOptions& options, Look look) {
   return stage.pictureAfter([&] { panel.moveTo(panel.thumbnail(2).center()); });
 }
 
-void draw(const QDir& folder) {
+void drawPictures(const QString& path) {
+  const QDir folder(path);
   const auto save = [&](const QString& name, const QImage& picture) {
     constexpr int smallest = 0;
     if (!picture.save(folder.filePath(name), "PNG", smallest))
@@ -150,20 +149,5 @@ void draw(const QDir& folder) {
 }  // namespace e2e
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::fprintf(stderr, "usage: panel_pictures FOLDER\n");
-    return 64;
-  }
-  // The scenery is drawn with the desktop's own fonts.
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  qputenv("FONTCONFIG_FILE", E2E_DATA_DIR "/fonts.conf");
-  const testing_support::ScratchHome home;
-  const QGuiApplication application(argc, argv);
-  try {
-    e2e::draw(QDir(QString::fromLocal8Bit(argv[1])));
-  } catch (const std::exception& failure) {
-    std::fprintf(stderr, "panel_pictures: %s\n", failure.what());
-    return 1;
-  }
-  return 0;
+  return e2e::runDrawingProgram(argc, argv, e2e::drawPictures);
 }

@@ -1,19 +1,17 @@
 // Shows Sorrel at work on a desktop of its own, in numbered pictures: tour FOLDER. Ends with a status other
 // than 0 where a step doesn't happen.
 
+#include "tests/e2e/DrawingProgram.h"
 #include "tests/e2e/FilledBottle.h"
 #include "tests/e2e/Panel.h"
 #include "tests/e2e/TourScenery.h"
-#include "tests/support/ScratchHome.h"
 #include "tests/support/SettingsPortal.h"
 #include "tests/support/Waiting.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QPainter>
 
-#include <cstdio>
 #include <linux/input-event-codes.h>
 #include <signal.h>
 #include <stdexcept>
@@ -167,29 +165,18 @@ void showKorean(Scene& scene, Album& album) {
   album.add(u"menu-korean"_s, u"The menu in Korean."_s, scene.screen.settledPicture());
 }
 
+void takeTour(const QString& folder) {
+  Album album(folder);
+  Scene scene;
+  showCapture(scene, album);
+  showPanel(scene, album);
+  showKorean(scene, album);
+  album.close();
+}
+
 }  // namespace
 }  // namespace e2e
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::fprintf(stderr, "usage: tour FOLDER\n");
-    return 64;
-  }
-  // The scenery is drawn with the desktop's own fonts.
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  qputenv("FONTCONFIG_FILE", E2E_DATA_DIR "/fonts.conf");
-  const testing_support::ScratchHome home;
-  const QGuiApplication application(argc, argv);
-  try {
-    e2e::Album album(QString::fromLocal8Bit(argv[1]));
-    e2e::Scene scene;
-    e2e::showCapture(scene, album);
-    e2e::showPanel(scene, album);
-    e2e::showKorean(scene, album);
-    album.close();
-  } catch (const std::exception& failure) {
-    std::fprintf(stderr, "tour: %s\n", failure.what());
-    return 1;
-  }
-  return 0;
+  return e2e::runDrawingProgram(argc, argv, e2e::takeTour);
 }
