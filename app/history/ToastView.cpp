@@ -15,6 +15,7 @@ constexpr TextStyle textStyle{12, QFont::DemiBold, {0xffffffff, 0xffffffff}};
 constexpr int horizontalPadding = 16;
 constexpr int verticalPadding = 9;
 constexpr int bottomPadding = 54;
+constexpr int sideMargin = 12;  // at the least
 constexpr int shadowRadius = 6;
 constexpr int shadowDrop = 2;
 constexpr int shadowRoom = shadowRadius + shadowDrop;
@@ -39,8 +40,9 @@ void ToastView::show(const std::optional<QString>& next) {
   const bool isReplacing = shown && next;
   shown = next;
   if (next) {
-    text = *next;
-    setAccessibleName(text);
+    setAccessibleName(*next);
+    const int room = parentWidget()->width() - 2 * (sideMargin + horizontalPadding);
+    text = fontMetrics().elidedText(*next, Qt::ElideRight, room);
     const QSize capsule(fontMetrics().horizontalAdvance(text) + 2 * horizontalPadding,
                         fontMetrics().height() + 2 * verticalPadding);
     resize(capsule.grownBy({shadowRoom, shadowRoom, shadowRoom, shadowRoom}));

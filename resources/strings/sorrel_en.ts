@@ -124,7 +124,7 @@
       <translation>%1 years ago</translation>
     </message>
     <message id="clipboard.quillon.promo">
-      <translation>Meet Quillon, which keeps what you copy. Press again to copy.</translation>
+      <translation>Quillon keeps what you copy. Press again to copy.</translation>
     </message>
   </context>
 </TS>
