@@ -113,10 +113,6 @@ void FocusablePanel::moveTo(const QRectF& target) {
   move(windowSystemRect(target).topLeft().toPoint() - QPoint(margin, margin));
 }
 
-QRectF FocusablePanel::frame() const {
-  return screenRect(contentRect().translated(pos()));
-}
-
 QVariant FocusablePanel::notificationObject() const {
   return QVariant::fromValue(reinterpret_cast<quintptr>(this));
 }

@@ -33,7 +33,6 @@ class FocusablePanel : public QWidget {
   /// `offset` to `frame`, and fading in where the desktop composites.
   void appear(const QRectF& frame, const QPointF& offset, std::chrono::milliseconds duration);
 
-  [[nodiscard]] QRectF frame() const;
   [[nodiscard]] QVariant notificationObject() const;
 
  protected:
