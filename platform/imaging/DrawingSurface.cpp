@@ -1,13 +1,29 @@
 #include "platform/imaging/DrawingSurface.h"
 
+#include "platform/imaging/PixelMemory.h"
 #include "platform/imaging/SmoothImage.h"
 #include "platform/imaging/TextBlock.h"
 
 #include <QPainterPath>
 
 #include <algorithm>
+#include <cstring>
 
 namespace platform {
+namespace {
+
+/// What the painter would do by itself, in memory whose fresh pages cost less.
+QImage copied(const QImage& source) {
+  QImage copy = blankLike(source, source.size());
+  if (copy.isNull())
+    return source;
+  const auto bytes = static_cast<std::size_t>(4 * source.width());
+  for (int y = 0; y < source.height(); ++y)
+    std::memcpy(copy.scanLine(y), source.constScanLine(y), bytes);
+  return copy;
+}
+
+}  // namespace
 
 DrawingSurface::DrawingSurface(const QImage& start)
     : picture(start.convertToFormat(QImage::Format_RGBA8888_Premultiplied)) {
@@ -22,6 +38,8 @@ QRectF DrawingSurface::inRows(const QRectF& rectangle) const {
 
 QPainter& DrawingSurface::brush() {
   if (!painter) {
+    if (!picture.isDetached())
+      picture = copied(picture);
     painter = std::make_unique<QPainter>(&picture);
     painter->setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
   }

@@ -2,8 +2,6 @@
 
 #include "platform/imaging/PixelMemory.h"
 
-#include <QColorSpace>
-
 #include <algorithm>
 #include <new>
 #include <utility>
@@ -11,19 +9,6 @@
 namespace platform {
 
 namespace {
-
-/// A picture of that size, its pixels not set, that shares all but them with `source`. Null without memory.
-QImage blankLike(const QImage& source, const QSize& size) {
-  const std::size_t stride = static_cast<std::size_t>(size.width()) * 4;
-  void* memory = allocatePixelMemory(stride * static_cast<std::size_t>(size.height()));
-  if (!memory)
-    return {};
-  QImage result(static_cast<uchar*>(memory), size.width(), size.height(), static_cast<qsizetype>(stride),
-                source.format(), std::free, memory);
-  result.setDevicePixelRatio(source.devicePixelRatio());
-  result.setColorSpace(source.colorSpace());
-  return result;
-}
 
 SourceRows sourceRows(const QImage& source) {
   return {source.constBits(), static_cast<std::size_t>(source.bytesPerLine()), source.width(),

@@ -1,5 +1,8 @@
 #include "platform/imaging/PixelMemory.h"
 
+#include <QColorSpace>
+
+#include <cstdlib>
 #include <sys/mman.h>
 
 namespace platform {
@@ -13,6 +16,18 @@ void* allocatePixelMemory(std::size_t bytes) {
   if (memory)
     madvise(memory, reserved, MADV_HUGEPAGE);  // only advice: without it the pages are small
   return memory;
+}
+
+QImage blankLike(const QImage& source, const QSize& size) {
+  const std::size_t stride = static_cast<std::size_t>(size.width()) * 4;
+  void* memory = allocatePixelMemory(stride * static_cast<std::size_t>(size.height()));
+  if (!memory)
+    return {};
+  QImage result(static_cast<uchar*>(memory), size.width(), size.height(), static_cast<qsizetype>(stride),
+                source.format(), std::free, memory);
+  result.setDevicePixelRatio(source.devicePixelRatio());
+  result.setColorSpace(source.colorSpace());
+  return result;
 }
 
 }  // namespace platform

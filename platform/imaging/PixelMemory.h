@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QImage>
+
 #include <cstddef>
 #include <cstdlib>
 #include <memory>
@@ -14,6 +16,10 @@ namespace platform {
 struct FreePixelMemory {
   void operator()(void* memory) const { std::free(memory); }
 };
+
+/// A picture of that size with 4 bytes a pixel, in such memory and not set to anything, which is otherwise
+/// like `source`. Null without memory.
+[[nodiscard]] QImage blankLike(const QImage& source, const QSize& size);
 
 template <typename Value>
 using PixelMemory = std::unique_ptr<Value[], FreePixelMemory>;

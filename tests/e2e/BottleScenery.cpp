@@ -337,56 +337,13 @@ QImage calendar(int seed) {
   return canvas.finished();
 }
 
-Landscape view(int number) {
-  switch (number % 5) {
-    case 0:  // the sea at noon
-      return {QColor(0x3E8FD0),
-              QColor(0xDDF0F6),
-              {0.7, 0.2},
-              0.05,
-              {{0.56, 0.001, 1, 0, QColor(0x1E7FA8), QColor(0x5FC1C4)},
-               {0.86, 0.02, 0.6, 2.0, QColor(0xF3E2B8), QColor(0xDDBE83)}}};
-    case 1:  // snow
-      return {QColor(0x5C86B8),
-              QColor(0xF6E9E4),
-              {},
-              0,
-              {{0.42, 0.12, 1.7, 0.8, QColor(0xFFFFFF), QColor(0xB9CBE0)},
-               {0.62, 0.07, 1.3, 2.9, QColor(0xEDF3FA), QColor(0x9FB6D2)},
-               {0.84, 0.04, 2.2, 4.0, QColor(0x3F5F58), QColor(0x22403C)}}};
-    case 2:  // woods in mist
-      return {QColor(0xCBD8D0),
-              QColor(0xF3F1E4),
-              {},
-              0,
-              {{0.40, 0.05, 5.1, 0.2, QColor(0xA9C0B0), QColor(0xD7E2D5)},
-               {0.55, 0.06, 6.3, 2.0, QColor(0x7C9C84), QColor(0xBFD0BE)},
-               {0.70, 0.06, 7.9, 4.1, QColor(0x4B7256), QColor(0x8FAE91)},
-               {0.86, 0.05, 9.3, 1.0, QColor(0x1F4630), QColor(0x2F5C41)}}};
-    case 3:  // a lake at dusk
-      return {QColor(0x2B2F66),
-              QColor(0xF08A5D),
-              {0.62, 0.46},
-              0.06,
-              {{0.52, 0.08, 1.5, 1.2, QColor(0x5A3F72), QColor(0xA85F6F)}},
-              0.66};
-    default:  // a field of rape
-      return {QColor(0x7DB9E8),
-              QColor(0xEAF6FC),
-              {},
-              0,
-              {{0.55, 0.03, 1.3, 3.0, QColor(0x5B8C5A), QColor(0x7FAE6A)},
-               {0.68, 0.02, 0.8, 1.0, QColor(0xF2CB3D), QColor(0xE0A91B)}}};
-  }
-}
-
 QImage photograph(int seed) {
-  return landscape(seed % 3 == 2 ? QSize(640, 900) : QSize(1080, 720), view(seed));
+  return landscape(seed % 3 == 2 ? QSize(640, 900) : QSize(1080, 720), landscapeOf(seed));
 }
 
 QImage article(int seed) {
   Canvas canvas({860, 1000}, 0xFFFEFA, seed);
-  canvas.brush().drawImage(0, 0, landscape({860, 380}, view(seed + 1)));
+  canvas.brush().drawImage(0, 0, landscape({860, 380}, landscapeOf(seed + 1)));
   canvas.write({70, 460}, 40, QColor(0x201D18), phrase(canvas, 4), QFont::Bold);
   canvas.write({70, 504}, 18, QColor(0x9A8F7D), phrase(canvas, 5));
   paragraph(canvas, {70, 566}, 13, 13, 20, QColor(0x4A453C));

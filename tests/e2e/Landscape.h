@@ -27,6 +27,9 @@ struct Landscape {
   double shore = 1;         // below it lies a lake that mirrors what is above
 };
 
+/// One of a few, which take turns.
+[[nodiscard]] Landscape landscapeOf(int number);
+
 [[nodiscard]] QImage landscape(QSize size, const Landscape& view);
 
 }  // namespace e2e::scenery
