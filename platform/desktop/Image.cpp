@@ -1,6 +1,8 @@
 #include "platform/desktop/Image.h"
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QHash>
 #include <QPixmap>
 
 namespace platform {
@@ -14,9 +16,7 @@ std::optional<Image> fromResource(const QString& path) {
   return image;
 }
 
-}  // namespace
-
-std::optional<Image> Image::named(const QString& name) {
+std::optional<Image> read(const QString& name) {
   const QString path = QStringLiteral(":/sorrel/images/") + name;
   // Images that are on screen from the start come in drawn sizes too: no vector image need be read for them.
   Image image;
@@ -24,6 +24,18 @@ std::optional<Image> Image::named(const QString& name) {
     if (const QString drawn = QStringLiteral("%1@%2.png").arg(path).arg(side); QFile::exists(drawn))
       image.icon.addFile(drawn, QSize(side, side));
   return image.icon.isNull() ? fromResource(path + QStringLiteral(".svg")) : image;
+}
+
+}  // namespace
+
+std::optional<Image> Image::named(const QString& name) {
+  // Read once: the toolkit keeps the pixels of each icon that it draws, however short the icon itself lives.
+  static QHash<QString, std::optional<Image>> known;
+  static const bool isForgottenAtEnd = (qAddPostRoutine([] { known.clear(); }), true);
+  Q_UNUSED(isForgottenAtEnd);
+  if (!known.contains(name))
+    known.insert(name, read(name));
+  return known.value(name);
 }
 
 std::optional<Image> Image::withSystemSymbolName(const QString& name) {

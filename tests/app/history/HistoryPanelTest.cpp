@@ -98,7 +98,7 @@ TEST_F(HistoryPanelTest, AThousandOpeningsLeaveNothingBehind) {
   EXPECT_EQ(clock.pending(), pending) << "no work waits for panels that are gone";
   EXPECT_LE(threads(), 2 + QThread::idealThreadCount());
   if (!keepsFreedMemory) {
-    EXPECT_LT(residentPages() - before, 500) << "2 MiB: less than 3 KiB an opening";
+    EXPECT_LT(residentPages() - before, 100) << "400 KiB: less than half a KiB an opening";
   }
 }
 
