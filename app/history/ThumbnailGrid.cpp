@@ -80,10 +80,13 @@ ThumbnailGrid::~ThumbnailGrid() {
 }
 
 void ThumbnailGrid::setScreenshots(std::vector<Screenshot> list) {
+  const int scrolledTo = verticalOffset();
   screenshots.setScreenshots(std::move(list));
   if (const int row = screenshots.rowOf(selected); row >= 0)
     selectionModel()->setCurrentIndex(screenshots.index(row), QItemSelectionModel::ClearAndSelect);
   updateGeometries();
+  // The item view goes to the current row; who looks elsewhere stays there.
+  verticalScrollBar()->setValue(scrolledTo);
   setHoveredRow(viewport()->underMouse() ? rowAt(viewport()->mapFromGlobal(QCursor::pos())) : -1);
   viewport()->update();
 }

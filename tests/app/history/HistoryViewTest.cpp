@@ -187,6 +187,19 @@ TEST_F(HistoryViewTest, ThePointerSelectsEditsCopiesAndDeletes) {
   EXPECT_TRUE(model->isLocked && button("history.lock.lockedHelp"));
 }
 
+TEST_F(HistoryViewTest, WhatIsScrolledToStaysThroughRefreshes) {
+  for (int i = 0; i < 30; ++i)
+    put(u"%1.png"_s.arg(i), i);
+  open();
+  key(Qt::Key_Home);
+  QScrollBar* const bar = grid->verticalScrollBar();
+  bar->setValue(bar->maximum());
+  model->isLocked = true;
+  clock.run();
+  EXPECT_EQ(bar->value(), bar->maximum());
+  EXPECT_EQ(grid->selectedID(), pathOf(u"0.png"_s));
+}
+
 TEST_F(HistoryViewTest, PicturesComeInAndFollowTheirFiles) {
   put(u"a.png"_s, 1, Qt::red);
   put(u"b.png"_s, 2, Qt::green);
