@@ -1,6 +1,6 @@
-#include "tests/e2e/FilledBottle.h"
+#include "demo/FilledBottle.h"
 
-#include "tests/e2e/BottleScenery.h"
+#include "demo/BottleScenery.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace e2e {
+namespace demo {
 namespace {
 
 constexpr int drawingCount = 39;  // more only repeat them
@@ -51,4 +51,4 @@ void FilledBottle::setCount(int count) {
   }
 }
 
-}  // namespace e2e
+}  // namespace demo

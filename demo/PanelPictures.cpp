@@ -1,10 +1,10 @@
 // Draws the sheets on which the history panel is judged: panel_pictures FOLDER. The pictures are of the real
 // program on desktops of its own.
 
-#include "tests/e2e/DrawingProgram.h"
-#include "tests/e2e/FilledBottle.h"
+#include "demo/DrawingProgram.h"
+#include "demo/FilledBottle.h"
+#include "demo/TourScenery.h"
 #include "tests/e2e/Panel.h"
-#include "tests/e2e/TourScenery.h"
 #include "tests/support/SettingsPortal.h"
 
 #include <QDir>
@@ -15,7 +15,9 @@
 
 using namespace Qt::StringLiterals;
 
-namespace e2e {
+using namespace e2e;
+
+namespace demo {
 namespace {
 
 enum class Look { Light, Dark };
@@ -146,8 +148,8 @@ void drawPictures(const QString& path) {
 }
 
 }  // namespace
-}  // namespace e2e
+}  // namespace demo
 
 int main(int argc, char** argv) {
-  return e2e::runDrawingProgram(argc, argv, e2e::drawPictures);
+  return demo::runDrawingProgram(argc, argv, demo::drawPictures);
 }

@@ -3,7 +3,7 @@
 #include <QImage>
 
 /// What is on the desktop of the tour: drawn here, so that it is ours and the same on every machine.
-namespace e2e::scenery {
+namespace demo::scenery {
 
 /// Hills in the evening, below a pale sky.
 [[nodiscard]] QImage wallpaper(QSize size);
@@ -12,4 +12,4 @@ namespace e2e::scenery {
 /// The contents of a window that shows a lake between mountains.
 [[nodiscard]] QImage photograph(QSize size);
 
-}  // namespace e2e::scenery
+}  // namespace demo::scenery

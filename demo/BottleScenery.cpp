@@ -1,6 +1,6 @@
-#include "tests/e2e/BottleScenery.h"
+#include "demo/BottleScenery.h"
 
-#include "tests/e2e/Landscape.h"
+#include "demo/Landscape.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace e2e::scenery {
+namespace demo::scenery {
 namespace {
 
 /// A picture being drawn, and the dice that make it one of its own.
@@ -359,4 +359,4 @@ QImage screenshot(int number) {
   return kinds[static_cast<std::size_t>(number % count)](number / count * 3 + number % count);
 }
 
-}  // namespace e2e::scenery
+}  // namespace demo::scenery

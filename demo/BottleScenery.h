@@ -4,9 +4,9 @@
 
 /// What people keep pictures of: other programs' windows, maps, talks, photographs, tall and wide ones. Drawn
 /// here, so that it is ours and the same on every machine.
-namespace e2e::scenery {
+namespace demo::scenery {
 
 /// The kinds take turns, and differ a little from turn to turn.
 [[nodiscard]] QImage screenshot(int number);
 
-}  // namespace e2e::scenery
+}  // namespace demo::scenery

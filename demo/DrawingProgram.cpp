@@ -1,4 +1,4 @@
-#include "tests/e2e/DrawingProgram.h"
+#include "demo/DrawingProgram.h"
 
 #include "tests/support/ScratchHome.h"
 
@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <exception>
 
-namespace e2e {
+namespace demo {
 
 int runDrawingProgram(int argc, char** argv, void (*draw)(const QString&)) {
   if (argc != 2) {
@@ -28,4 +28,4 @@ int runDrawingProgram(int argc, char** argv, void (*draw)(const QString&)) {
   return 0;
 }
 
-}  // namespace e2e
+}  // namespace demo

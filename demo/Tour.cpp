@@ -1,10 +1,10 @@
 // Shows Sorrel at work on a desktop of its own, in numbered pictures: tour FOLDER. Ends with a status other
 // than 0 where a step doesn't happen.
 
-#include "tests/e2e/DrawingProgram.h"
-#include "tests/e2e/FilledBottle.h"
+#include "demo/DrawingProgram.h"
+#include "demo/FilledBottle.h"
+#include "demo/TourScenery.h"
 #include "tests/e2e/Panel.h"
-#include "tests/e2e/TourScenery.h"
 #include "tests/support/SettingsPortal.h"
 #include "tests/support/Waiting.h"
 
@@ -18,7 +18,9 @@
 
 using namespace Qt::StringLiterals;
 
-namespace e2e {
+using namespace e2e;
+
+namespace demo {
 namespace {
 
 constexpr QRect photographArea(150, 170, 520, 346);
@@ -175,8 +177,8 @@ void takeTour(const QString& folder) {
 }
 
 }  // namespace
-}  // namespace e2e
+}  // namespace demo
 
 int main(int argc, char** argv) {
-  return e2e::runDrawingProgram(argc, argv, e2e::takeTour);
+  return demo::runDrawingProgram(argc, argv, demo::takeTour);
 }

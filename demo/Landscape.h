@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace e2e::scenery {
+namespace demo::scenery {
 
 struct Hill {
   double height;     // of its middle line, from the top, as a part of the picture's height
@@ -32,4 +32,4 @@ struct Landscape {
 
 [[nodiscard]] QImage landscape(QSize size, const Landscape& view);
 
-}  // namespace e2e::scenery
+}  // namespace demo::scenery

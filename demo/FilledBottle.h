@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace e2e {
+namespace demo {
 
 /// Fills a bottle with pictures of all kinds, taken at times from a moment to months ago.
 class FilledBottle {
@@ -22,4 +22,4 @@ class FilledBottle {
   std::vector<QString> drawn;
 };
 
-}  // namespace e2e
+}  // namespace demo

@@ -1,10 +1,10 @@
-#include "tests/e2e/TourScenery.h"
+#include "demo/TourScenery.h"
 
-#include "tests/e2e/Landscape.h"
+#include "demo/Landscape.h"
 
 #include <QPainter>
 
-namespace e2e::scenery {
+namespace demo::scenery {
 
 QImage wallpaper(QSize size) {
   return landscape(size, {.skyTop = QColor(0x8FB4C4),
@@ -72,4 +72,4 @@ QImage photograph(QSize size) {
                           .shore = 0.7});
 }
 
-}  // namespace e2e::scenery
+}  // namespace demo::scenery

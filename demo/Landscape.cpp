@@ -1,4 +1,4 @@
-#include "tests/e2e/Landscape.h"
+#include "demo/Landscape.h"
 
 #include <QLinearGradient>
 #include <QPainter>
@@ -7,7 +7,7 @@
 
 #include <cmath>
 
-namespace e2e::scenery {
+namespace demo::scenery {
 namespace {
 
 /// A shape from a wavy line down to the picture's lower edge.
@@ -120,4 +120,4 @@ QImage landscape(QSize size, const Landscape& view) {
   return picture;
 }
 
-}  // namespace e2e::scenery
+}  // namespace demo::scenery
