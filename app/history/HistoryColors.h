@@ -21,9 +21,6 @@ inline constexpr platform::Color onTitleBar{0xffffffff, 0xffffffff};
 inline constexpr platform::Color onTitleBarSecondary{0xb3ffffff, 0xb3ffffff};
 /// A line around the panel, which keeps it apart from windows of its own colour.
 inline constexpr platform::Color border{0x2e000000, 0x2effffff};
-/// Texts, from the plainest to what explains it.
-inline constexpr platform::Color label{0xe0000000, 0xe8ffffff};
-inline constexpr platform::Color secondaryLabel{0xad000000, 0xb3ffffff};
 /// Behind a thumbnail.
 inline constexpr platform::Color well{0x1f000000, 0x1f000000};
 /// Behind the buttons that float on a picture.

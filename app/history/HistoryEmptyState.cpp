@@ -1,7 +1,8 @@
 #include "app/history/HistoryEmptyState.h"
 
 #include "app/history/HistoryColors.h"
-#include "app/history/TextStyle.h"
+#include "app/look/LookColors.h"
+#include "app/look/TextStyle.h"
 #include "app/settings/LocalizationManager.h"
 #include "platform/desktop/Image.h"
 
@@ -38,7 +39,7 @@ void HistoryEmptyState::showEvent(QShowEvent*) {
 }
 
 void HistoryEmptyState::refresh() {
-  applyStyle(*title, {13, QFont::Medium, HistoryColors::secondaryLabel});
+  applyStyle(*title, {13, QFont::Medium, LookColors::secondaryLabel});
   applyStyle(*hint, {11, QFont::Normal, AppColors::tertiaryLabel});
   title->setText(localized(QStringLiteral("history.empty.title")));
   hint->setText(localized(QStringLiteral("history.empty.hint")));

@@ -2,7 +2,7 @@
 
 #include "app/capture/AppPaths.h"
 #include "app/capture/Notifications.h"
-#include "app/history/TextButton.h"
+#include "app/look/TextButton.h"
 #include "app/settings/LocalizationManager.h"
 #include "app/shell/AppColors.h"
 #include "platform/base/Locations.h"

@@ -1,9 +1,9 @@
 #include "app/history/ThumbnailGrid.h"
 
 #include "app/history/HistoryColors.h"
-#include "app/history/SlimScrollBar.h"
-#include "app/history/SymbolButton.h"
 #include "app/history/ThumbnailPainter.h"
+#include "app/look/SlimScrollBar.h"
+#include "app/look/SymbolButton.h"
 #include "app/settings/LocalizationManager.h"
 
 #include <QAccessible>

@@ -1,6 +1,7 @@
 #include "app/history/ThumbnailPainter.h"
 
 #include "app/history/HistoryColors.h"
+#include "app/look/LookColors.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -68,11 +69,11 @@ void glow(QPainter& painter, const QRectF& square, qreal radius, qreal opacity) 
 void paintProgress(QPainter& painter, const QPointF& center, qreal turn) {
   QRectF circle(0, 0, progressDiameter, progressDiameter);
   circle.moveCenter(center);
-  QColor color = HistoryColors::secondaryLabel.resolved();
+  QColor color = LookColors::secondaryLabel.resolved();
   color.setAlpha(color.alpha() / 3);
   painter.setPen(QPen(color, 2, Qt::SolidLine, Qt::RoundCap));
   painter.drawEllipse(circle);
-  painter.setPen(QPen(HistoryColors::secondaryLabel.resolved(), 2, Qt::SolidLine, Qt::RoundCap));
+  painter.setPen(QPen(LookColors::secondaryLabel.resolved(), 2, Qt::SolidLine, Qt::RoundCap));
   painter.drawArc(circle, static_cast<int>(-turn * 360 * 16), 90 * 16);
 }
 
@@ -118,7 +119,7 @@ void paintThumbnail(QPainter& painter, const QRectF& square, const QRectF& capti
     outline(painter, square, AppColors::accent.resolved(), 3.5 * look.flash);
   painter.restore();
 
-  painter.setPen(HistoryColors::secondaryLabel.resolved());
+  painter.setPen(LookColors::secondaryLabel.resolved());
   const QFontMetricsF metrics(painter.font());
   painter.drawText(caption, Qt::AlignCenter, metrics.elidedText(look.date, Qt::ElideRight, caption.width()));
 }

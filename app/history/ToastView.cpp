@@ -1,6 +1,6 @@
 #include "app/history/ToastView.h"
 
-#include "app/history/TextStyle.h"
+#include "app/look/TextStyle.h"
 #include "app/shell/AppColors.h"
 #include "platform/desktop/Easing.h"
 

@@ -1,6 +1,6 @@
-#include "app/history/SlimScrollBar.h"
+#include "app/look/SlimScrollBar.h"
 
-#include "app/history/HistoryColors.h"
+#include "app/look/LookColors.h"
 
 #include <QAbstractScrollArea>
 #include <QEvent>
@@ -44,7 +44,7 @@ void SlimScrollBar::paintEvent(QPaintEvent*) {
   // The style moves the handle, so it says where that is; only the looks are this bar's own.
   const QRect handle =
       style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, this);
-  QColor color = HistoryColors::label.resolved();
+  QColor color = LookColors::label.resolved();
   color.setAlpha(isSliderDown() ? 130 : underMouse() ? 100 : 64);
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/history/TextStyle.h"
+#include "app/look/TextStyle.h"
 
 #include <QAbstractButton>
 

@@ -38,8 +38,4 @@ class SymbolButton : public QAbstractButton {
   Look look;
 };
 
-/// Draws the ring that shows where the keyboard is, around a control's `area`. The colour has to stand out
-/// from what the control lies on.
-void drawFocusRing(QPainter& painter, const QRectF& area, const QColor& color);
-
 }  // namespace sorrel

@@ -1,4 +1,4 @@
-#include "app/history/TextStyle.h"
+#include "app/look/TextStyle.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -1,6 +1,6 @@
-#include "app/history/TextButton.h"
+#include "app/look/TextButton.h"
 
-#include "app/history/SymbolButton.h"
+#include "app/look/FocusRing.h"
 #include "app/shell/AppColors.h"
 #include "platform/desktop/Symbols.h"
 

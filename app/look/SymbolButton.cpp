@@ -1,5 +1,6 @@
-#include "app/history/SymbolButton.h"
+#include "app/look/SymbolButton.h"
 
+#include "app/look/FocusRing.h"
 #include "app/shell/AppColors.h"
 #include "platform/desktop/Symbols.h"
 
@@ -57,13 +58,6 @@ void SymbolButton::paintEvent(QPaintEvent*) {
   platform::drawSymbol(painter, place, look.symbol, {look.ink.resolved(), look.mark.resolved()});
   if (hasFocus())
     drawFocusRing(painter, QRectF(rect()), AppColors::amberFill.resolved());
-}
-
-void drawFocusRing(QPainter& painter, const QRectF& area, const QColor& color) {
-  constexpr qreal radius = 4;
-  painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(color, 1.5));
-  painter.drawRoundedRect(area.adjusted(0.75, 0.75, -0.75, -0.75), radius, radius);
 }
 
 }  // namespace sorrel
