@@ -27,7 +27,7 @@ class HistoryPanelController : public std::enable_shared_from_this<HistoryPanelC
   HistoryPanelController& operator=(const HistoryPanelController&) = delete;
 
   [[nodiscard]] bool isVisible() const;
-  /// Not while a panel is visible. `anchorRect`: what the panel hangs below, in screen coordinates.
+  /// Not while a panel is visible. `anchorRect`: what the panel hangs below.
   void show(const std::optional<QRectF>& anchorRect);
   /// Safe when nothing is open.
   void close();

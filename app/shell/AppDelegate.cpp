@@ -6,7 +6,6 @@
 #include "app/capture/Notifications.h"
 #include "app/capture/RetentionService.h"
 #include "app/capture/ScreenshotStore.h"
-#include "app/history/PanelGeometry.h"
 #include "app/history/ThumbnailLoader.h"
 #include "app/settings/LocalizationManager.h"
 #include "app/shell/ShortcutNames.h"
@@ -195,12 +194,12 @@ void AppDelegate::openPanel() {
   if (historyPanel().isVisible())
     historyPanel().close();
   else
-    historyPanel().show(anchor());
+    historyPanel().show(item->anchor());
 }
 
 void AppDelegate::showPanel() {
   if (!historyPanel().isVisible())
-    historyPanel().show(anchor());
+    historyPanel().show(item->anchor());
 }
 
 void AppDelegate::openSettings() {
@@ -239,10 +238,6 @@ void AppDelegate::showSettingsWindow() {
     if (const auto self = weak.lock())
       callIfPresent(self->windows.openSettings);
   });
-}
-
-std::optional<QRectF> AppDelegate::anchor() const {
-  return item->anchor({PanelGeometry::size, PanelGeometry::gap});
 }
 
 }  // namespace sorrel

@@ -8,7 +8,6 @@
 #include "platform/desktop/StatusItem.h"
 #include "platform/desktop/Updater.h"
 
-#include <QRectF>
 #include <QUrl>
 
 #include <functional>
@@ -69,8 +68,6 @@ class AppDelegate : public std::enable_shared_from_this<AppDelegate> {
   void quit();
   void presentCaptureMenu(CaptureMode mode);
   void showSettingsWindow();
-  /// What the panel hangs below, in screen coordinates.
-  [[nodiscard]] std::optional<QRectF> anchor() const;
 
   Windows windows;
   std::unique_ptr<platform::Updater> updater;

@@ -2,7 +2,6 @@
 
 #include "platform/base/NotificationCenter.h"
 #include "platform/desktop/Easing.h"
-#include "platform/desktop/Screens.h"
 #include "platform/imaging/GaussianBlur.h"
 #include "platform/x11/X11Connection.h"
 
@@ -110,7 +109,7 @@ void FocusablePanel::appear(const QRectF& target, const QPointF& offset, std::ch
 }
 
 void FocusablePanel::moveTo(const QRectF& target) {
-  move(windowSystemRect(target).topLeft().toPoint() - QPoint(margin, margin));
+  move(target.topLeft().toPoint() - QPoint(margin, margin));
 }
 
 QVariant FocusablePanel::notificationObject() const {

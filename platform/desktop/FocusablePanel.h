@@ -16,7 +16,7 @@ namespace platform {
 /// Where the desktop composites its windows, what lies outside of the corners is transparent and a shadow
 /// falls around the panel; clicks on the shadow belong to what is beneath. Elsewhere the window is cut to the
 /// panel's shape, and has a line around it in place of the shadow. Frames are the panel's own, without its
-/// shadow, in screen coordinates.
+/// shadow.
 class FocusablePanel : public QWidget {
  public:
   /// Posted on the default NotificationCenter when the panel has lost the keyboard; its object is

@@ -23,7 +23,7 @@ class MenuPresenter {
   MenuPresenter(const MenuPresenter&) = delete;
   MenuPresenter& operator=(const MenuPresenter&) = delete;
 
-  /// Opens the menu with its upper left corner at `position` (window system coordinates), or where it fits;
+  /// Opens the menu with its upper left corner at `position`, or where it fits;
   /// returns at once. A menu that is open already closes.
   void popUp(const std::shared_ptr<const Menu>& menu, const QPoint& position);
   /// Closes the menu if one is open; nothing in it is chosen.

@@ -1,40 +1,89 @@
 #include "platform/desktop/Screens.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
 
 #include <algorithm>
 
 namespace platform {
+namespace {
 
-QRectF screenRect(const QRectF& rect) {
-  const QScreen* const main = QGuiApplication::primaryScreen();
-  const qreal bottom = main ? QRectF(main->geometry()).bottom() : 0;
-  return QRectF(rect.x(), bottom - rect.bottom(), rect.width(), rect.height());
+/// The toolkit scales each screen about its own upper left corner.
+QRect inDevicePixels(const QScreen& screen) {
+  return QRect(screen.geometry().topLeft(),
+               (QSizeF(screen.geometry().size()) * screen.devicePixelRatio()).toSize());
 }
 
-QRectF windowSystemRect(const QRectF& rect) {
-  return screenRect(rect);  // the turn about the main screen is its own inverse
+QRectF fromDevicePixels(const QRectF& place, const QScreen& screen) {
+  const QPointF origin = screen.geometry().topLeft();
+  return QRectF(origin + (place.topLeft() - origin) / screen.devicePixelRatio(),
+                place.size() / screen.devicePixelRatio());
+}
+
+QPoint pointerInDevicePixels() {
+  const QPoint pointer = QCursor::pos();
+  const QScreen* const screen = QGuiApplication::screenAt(pointer);
+  if (!screen)
+    return pointer;
+  const QPoint origin = screen->geometry().topLeft();
+  return origin + (QPointF(pointer - origin) * screen->devicePixelRatio()).toPoint();
+}
+
+}  // namespace
+
+size_t screenWithKeyboard(const std::vector<QRect>& all, const std::optional<QRect>& active,
+                          const QPoint& pointer) {
+  const auto covered = [&](const QRect& screen) { return active->contains(screen); };
+  const bool isActiveOnOne = active && std::count_if(all.begin(), all.end(), covered) < 2;
+  const QPoint place = isActiveOnOne ? active->center() : pointer;
+  const auto holder =
+      std::find_if(all.begin(), all.end(), [&](const QRect& screen) { return screen.contains(place); });
+  return holder == all.end() ? 0 : static_cast<size_t>(holder - all.begin());
+}
+
+QRect visiblePart(const QRect& screen, const QSize& root, const std::vector<X11Bar>& bars) {
+  QRect free = screen;
+  for (const X11Bar& bar : bars) {
+    // A strip reaches in from the root window's edge, over the screens between as well; the bar doesn't.
+    if (!bar.frame.intersects(screen))
+      continue;
+    if (bar.strut.left())
+      free.setLeft(std::max(free.left(), bar.strut.left()));
+    if (bar.strut.top())
+      free.setTop(std::max(free.top(), bar.strut.top()));
+    if (bar.strut.right())
+      free.setRight(std::min(free.right(), root.width() - bar.strut.right() - 1));
+    if (bar.strut.bottom())
+      free.setBottom(std::min(free.bottom(), root.height() - bar.strut.bottom() - 1));
+  }
+  return free.isValid() ? free : screen;
+}
+
+QRectF fromDevicePixels(const QRect& place) {
+  const QList<QScreen*> all = QGuiApplication::screens();
+  const auto holder = std::find_if(all.begin(), all.end(), [&](const QScreen* screen) {
+    return inDevicePixels(*screen).contains(place.center());
+  });
+  return holder == all.end() ? QRectF(place) : fromDevicePixels(QRectF(place), **holder);
 }
 
 std::vector<Screen> screens() {
   std::vector<Screen> result;
-  for (const QScreen* screen : QGuiApplication::screens())  // the primary one comes first
-    result.push_back({screenRect(screen->geometry()), screenRect(screen->availableGeometry())});
+  std::vector<QRect> frames;
+  const std::vector<X11Bar> bars = x11Bars();
+  const QSize root = x11RootSize();
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    frames.push_back(inDevicePixels(*screen));
+    // With several screens the toolkit says that all of each is free.
+    const QRectF free = fromDevicePixels(QRectF(visiblePart(frames.back(), root, bars)), *screen);
+    result.push_back({screen->geometry(), free & QRectF(screen->availableGeometry())});
+  }
+  if (!result.empty()) {
+    const size_t main = screenWithKeyboard(frames, x11ActiveWindow(), pointerInDevicePixels());
+    std::swap(result.front(), result[main]);
+  }
   return result;
-}
-
-QRectF panelAnchor(const QRectF& itemFrame, const Screen& screen, const PanelMetrics& panel) {
-  // In a QRectF of screen coordinates top() is the smaller y: the lower edge.
-  const qreal drop = panel.size.height() + panel.gap;
-  const QRectF& visible = screen.visibleFrame;
-  if (itemFrame.top() - drop >= visible.top())
-    return itemFrame;
-  const bool isBesideVisible = itemFrame.right() <= visible.left() || itemFrame.left() >= visible.right();
-  const qreal floor = isBesideVisible ? visible.top() : std::max(visible.top(), itemFrame.bottom());
-  QRectF anchor = itemFrame;
-  anchor.moveTop(floor + panel.gap + drop);
-  return anchor;
 }
 
 }  // namespace platform

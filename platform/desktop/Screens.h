@@ -1,13 +1,16 @@
 #pragma once
 
+#include "platform/x11/X11Desktop.h"
+
 #include <QRectF>
 
+#include <optional>
 #include <vector>
 
 namespace platform {
 
-/// Screen coordinates here have their origin at the lower left corner of the main screen, x to the right and
-/// y up, in device-independent pixels.
+/// Coordinates here, and wherever a place on the desktop is told, are the toolkit's: device-independent
+/// pixels, y down.
 struct Screen {
   QRectF frame;
   /// The part that the desktop's bars leave free.
@@ -16,25 +19,21 @@ struct Screen {
   bool operator==(const Screen&) const = default;
 };
 
-/// The main screen first; empty while there is none.
+/// The one with the keyboard first; empty while there is none.
 [[nodiscard]] std::vector<Screen> screens();
 
-/// Turns a rectangle of the window system's (origin at the upper left, y down) into screen coordinates.
-[[nodiscard]] QRectF screenRect(const QRectF& windowSystemRect);
+/// Where a place that the X server tells, in device pixels, is in the toolkit's coordinates.
+[[nodiscard]] QRectF fromDevicePixels(const QRect& place);
 
-/// And back again.
-[[nodiscard]] QRectF windowSystemRect(const QRectF& screenRect);
+// The two decisions, apart from those who know the desktop:
 
-/// What a panel hangs below.
-struct PanelMetrics {
-  QSizeF size;
-  qreal gap = 0;
-};
+/// The screen that has the keyboard: the one with the middle of the active window, or with the pointer where
+/// there is no such window, or one that covers several screens (the desktop itself). An index of `screens`,
+/// all in the same coordinates.
+[[nodiscard]] size_t screenWithKeyboard(const std::vector<QRect>& screens, const std::optional<QRect>& active,
+                                        const QPoint& pointer);
 
-/// The rectangle to report as the frame of a status item, in screen coordinates, so that a panel which hangs
-/// its top edge `gap` below it is wholly visible: `itemFrame` itself where there is room below. Where the bar
-/// lies at the bottom or at a side, the rectangle moves up until the panel stands above the bar, or clear of
-/// the screen's lower edge beside it.
-[[nodiscard]] QRectF panelAnchor(const QRectF& itemFrame, const Screen& screen, const PanelMetrics& panel);
+/// What the bars that stand on a screen leave of it; all in device pixels.
+[[nodiscard]] QRect visiblePart(const QRect& screen, const QSize& root, const std::vector<X11Bar>& bars);
 
 }  // namespace platform

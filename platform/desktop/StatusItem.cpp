@@ -122,31 +122,15 @@ void StatusItem::applyImage() {
     window->setAccessibleName(shownImage.accessibilityDescription);
 }
 
-QRect StatusItem::geometry() const {
+std::optional<QRectF> StatusItem::anchor() const {
   if (icon && !icon->geometry().isEmpty())
-    return icon->geometry();
-  return hasBeenClicked ? QRect(lastClick, QSize(1, 1)) : QRect();
-}
-
-std::optional<QRectF> StatusItem::frame() const {
-  const QRect known = geometry();
-  return known.isEmpty() ? std::nullopt : std::optional(screenRect(known));
-}
-
-std::optional<QRectF> StatusItem::anchor(const PanelMetrics& panel) const {
-  const auto itemFrame = frame();
-  if (!itemFrame)
-    return std::nullopt;
-  const auto all = screens();
-  const auto holder = std::find_if(all.begin(), all.end(), [&](const Screen& screen) {
-    return screen.frame.contains(itemFrame->center());
-  });
-  return holder == all.end() ? itemFrame : std::optional(panelAnchor(*itemFrame, *holder, panel));
+    return QRectF(icon->geometry());
+  return hasBeenClicked ? std::optional(QRectF(lastClick, QSizeF(1, 1))) : std::nullopt;
 }
 
 void StatusItem::popUpMenu(const std::shared_ptr<const Menu>& menu) {
-  const QRect place = geometry();
-  presenter.popUp(menu, place.isEmpty() ? QCursor::pos() : place.bottomLeft() + QPoint(0, 1));
+  const auto place = anchor();
+  presenter.popUp(menu, place ? place->bottomLeft().toPoint() : QCursor::pos());
 }
 
 void StatusItem::cancelTracking() {

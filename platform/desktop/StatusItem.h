@@ -4,7 +4,6 @@
 #include "platform/base/Menu.h"
 #include "platform/desktop/Image.h"
 #include "platform/desktop/MenuPresenter.h"
-#include "platform/desktop/Screens.h"
 #include "platform/desktop/TrayWatch.h"
 
 #include <QRectF>
@@ -37,11 +36,9 @@ class StatusItem {
   void setImage(const Image& image);
   [[nodiscard]] const Image& image() const { return shownImage; }
 
-  /// The icon's frame in screen coordinates. Where the tray doesn't tell, the place of the last click on it;
-  /// absent before the first.
-  [[nodiscard]] std::optional<QRectF> frame() const;
-  /// The rectangle for a panel to hang below, in screen coordinates (see panelAnchor()).
-  [[nodiscard]] std::optional<QRectF> anchor(const PanelMetrics& panel) const;
+  /// What a panel hangs below, in the toolkit's coordinates: the icon's frame, or the place of the last click
+  /// on it where the tray doesn't tell; absent before the first.
+  [[nodiscard]] std::optional<QRectF> anchor() const;
 
   /// Opens the menu at the icon.
   void popUpMenu(const std::shared_ptr<const Menu>& menu);
@@ -53,14 +50,13 @@ class StatusItem {
   void appear(TrayKind kind);
   void applyImage();
   void clicked(EventType type);
-  [[nodiscard]] QRect geometry() const;
 
   Action action;
   MenuProvider menuProvider;
   Image shownImage;
   TrayWatch tray;
   MenuPresenter presenter;
-  QPoint lastClick;  // window system coordinates; meant only once hasBeenClicked
+  QPoint lastClick;  // meant only once hasBeenClicked
   bool hasBeenClicked = false;
   std::unique_ptr<QMenu> exportedMenu;  // for a StatusNotifier tray
   std::unique_ptr<QSystemTrayIcon> icon;

@@ -48,9 +48,9 @@ QRect Panel::place(const QRect& monitor) const {
   const int gap = qRound(PanelGeometry::gap * scale);
   const int left = std::clamp(icon.left() + (icon.width() - size.width()) / 2, monitor.left() + margin,
                               monitor.right() + 1 - margin - size.width());
+  const QRect bar = desktop.screen().find(u"trayer"_s)->area;
   const bool isAtTop = icon.top() < monitor.center().y();
-  const int top = isAtTop ? icon.bottom() + 1 + gap
-                          : desktop.screen().find(u"trayer"_s)->area.top() - gap - size.height();
+  const int top = isAtTop ? bar.bottom() + 1 + gap : bar.top() - gap - size.height();
   return QRect(QPoint(left, top), size);
 }
 

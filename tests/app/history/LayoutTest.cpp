@@ -1,4 +1,3 @@
-#include "app/history/PanelGeometry.h"
 #include "app/history/RelativeDate.h"
 #include "app/history/ThumbnailLayout.h"
 #include "tests/app/history/HistoryFixture.h"
@@ -6,35 +5,8 @@
 #include <QRandomGenerator>
 
 using namespace sorrel;
-using platform::Screen;
 
 namespace {
-
-TEST(PanelGeometryTest, ThePanelHangsBelowItsAnchorOnTheAnchorsScreen) {
-  const Screen main{{0, 0, 1000, 800}, {0, 0, 1000, 770}};
-  const Screen second{{1000, 200, 700, 600}, {1040, 200, 660, 600}};
-  const Screen narrow{{0, 0, 400, 800}, {0, 0, 400, 800}};
-  const struct {
-    const char* name;
-    std::optional<QRectF> anchor;
-    std::vector<Screen> screens;
-    QPointF corner;  // the lower left one
-  } cases[] = {
-      {"in the middle", QRectF(489, 774, 22, 22), {main}, {270, 270}},
-      {"at the far left", QRectF(0, 774, 22, 22), {main}, {8, 270}},
-      {"at the far right", QRectF(978, 774, 22, 22), {main}, {532, 270}},
-      {"on the second screen", QRectF(1340, 778, 20, 22), {main, second}, {1120, 274}},
-      {"beside the second screen's bar", QRectF(1000, 778, 22, 22), {main, second}, {1048, 274}},
-      {"on no screen: held by the main one", QRectF(5000, 774, 22, 22), {main, second}, {532, 270}},
-      {"the right margin has the last word", QRectF(189, 774, 22, 22), {narrow}, {-68, 270}},
-      {"lower than the screen reaches", QRectF(489, 100, 22, 22), {main}, {270, -404}},
-      {"no anchor", std::nullopt, {main, second}, {270, 212}},
-  };
-  for (const auto& each : cases)
-    EXPECT_EQ(PanelGeometry::targetFrame(each.anchor, each.screens), QRectF(each.corner, QSizeF(460, 500)))
-        << each.name;
-  EXPECT_EQ(PanelGeometry::targetFrame({}, {}).size(), QSizeF(460, 500)) << "no screen at all";
-}
 
 TEST(ThumbnailLayoutTest, CellsOfEqualWidthFillTheWidthAndArithmeticFindsThem) {
   const struct {

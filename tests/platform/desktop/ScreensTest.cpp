@@ -1,46 +1,33 @@
 #include "platform/desktop/Screens.h"
 
-#include <QGuiApplication>
-#include <QScreen>
-
 #include <gtest/gtest.h>
 
 using namespace platform;
 
 namespace {
 
-constexpr PanelMetrics panel{{460, 500}, 4};
-
-/// Where the panel's lower and upper edges come to lie.
-std::pair<qreal, qreal> edges(const QRectF& anchor) {
-  const qreal upper = anchor.top() - panel.gap;
-  return {upper - panel.size.height(), upper};
+TEST(ScreensTest, TheKeyboardIsWhereTheActiveWindowIsElseWhereThePointerIs) {
+  const std::vector<QRect> all{{0, 0, 800, 600}, {800, 0, 800, 900}};
+  const QPoint left(10, 10), right(900, 10);
+  const QRect desktopWindow(0, 0, 1600, 900);
+  EXPECT_EQ(screenWithKeyboard(all, QRect(700, 0, 400, 100), left), 1u) << "most of it is there";
+  EXPECT_EQ(screenWithKeyboard(all, all[0], right), 0u) << "a window that fills its screen";
+  EXPECT_EQ(screenWithKeyboard(all, std::nullopt, right), 1u);
+  EXPECT_EQ(screenWithKeyboard(all, desktopWindow, right), 1u);
+  EXPECT_EQ(screenWithKeyboard(all, QRect(5000, 0, 10, 10), right), 0u);
+  EXPECT_EQ(screenWithKeyboard({all[0]}, desktopWindow, right), 0u);
 }
 
-TEST(ScreensTest, YGoesUpFromTheMainScreensLowerEdge) {
-  const QRectF main = QGuiApplication::primaryScreen()->geometry();
-  EXPECT_EQ(screenRect(main), QRectF(0, 0, main.width(), main.height()));
-  EXPECT_EQ(screenRect(QRectF(10, 0, 22, 24)), QRectF(10, main.height() - 24, 22, 24));
-  ASSERT_FALSE(screens().empty());
-  EXPECT_EQ(screens().front().frame, QRectF(0, 0, main.width(), main.height()));
-}
-
-TEST(PanelAnchorTest, ThePanelIsWhollyVisibleWhereverTheBarIs) {
-  const QRectF whole(0, 0, 1440, 900);
-  const Screen top{whole, {0, 0, 1440, 876}}, left{whole, {48, 0, 1392, 900}};
-  for (const auto& [screen, item] :
-       {std::pair(top, QRectF(1400, 877, 22, 22)), std::pair(left, QRectF(10, 800, 28, 28))})
-    EXPECT_EQ(panelAnchor(item, screen, panel), item) << "there is room below the item";
-  EXPECT_EQ(edges(panelAnchor({10, 40, 28, 28}, left, panel)).first, panel.gap);
-
-  const QRectF item(1400, 1, 22, 22);
-  for (const qreal reserved : {24.0, 0.0}) {  // a bar that hides itself reserves nothing
-    const QRectF anchor = panelAnchor(item, {whole, {0, reserved, 1440, 900 - reserved}}, panel);
-    EXPECT_EQ(anchor.center().x(), item.center().x());
-    EXPECT_EQ(edges(anchor).first, std::max(reserved, item.bottom()) + panel.gap);
-  }
-  const Screen below{{0, -1080, 1920, 1080}, {0, -1050, 1920, 1050}};
-  EXPECT_EQ(edges(panelAnchor({1800, -1076, 22, 22}, below, panel)).first, -1050 + panel.gap);
+TEST(ScreensTest, BarsTakeTheirStripFromTheScreenTheyStandOn) {
+  // One above the other, the lower one wider; the bar of the lower one stands at its upper edge.
+  const QRect upper(0, 0, 800, 600), lower(0, 600, 1000, 700);
+  const QSize root(1000, 1300);
+  const std::vector<X11Bar> bars{{{0, 600, 1000, 28}, {0, 628, 0, 0}},
+                                 {{0, 1270, 1000, 30}, {0, 0, 0, 30}},
+                                 {{770, 0, 30, 600}, {0, 0, 230, 0}}};
+  EXPECT_EQ(visiblePart(upper, root, bars), QRect(0, 0, 770, 600));
+  EXPECT_EQ(visiblePart(lower, root, bars), QRect(0, 628, 1000, 642));
+  EXPECT_EQ(visiblePart(upper, root, {{upper, {800, 0, 0, 0}}}), upper) << "a strip that leaves nothing";
 }
 
 }  // namespace

@@ -1,0 +1,103 @@
+#include "platform/x11/X11Desktop.h"
+
+#include "platform/x11/X11Connection.h"
+
+#include <algorithm>
+#include <cstring>
+#include <xcb/xcb.h>
+
+namespace platform {
+namespace {
+
+const xcb_screen_t* rootScreen(xcb_connection_t* connection) {
+  return xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+}
+
+xcb_get_property_cookie_t askForNumbers(xcb_connection_t* connection, xcb_window_t window,
+                                        xcb_atom_t property) {
+  constexpr uint32_t most = 4096;
+  return xcb_get_property(connection, false, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, most);
+}
+
+/// Empty also where the window is gone.
+std::vector<uint32_t> numbers(xcb_connection_t* connection, xcb_get_property_cookie_t cookie) {
+  xcb_generic_error_t* error = nullptr;
+  const XcbPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection, cookie, &error));
+  const XcbPointer<xcb_generic_error_t> ignored(error);
+  if (!reply || reply->format != 32)
+    return {};
+  std::vector<uint32_t> values(reply->value_len);
+  std::memcpy(values.data(), xcb_get_property_value(reply.get()), values.size() * sizeof(uint32_t));
+  return values;
+}
+
+std::optional<QRect> frameOf(xcb_connection_t* connection, xcb_window_t window) {
+  const auto geometryCookie = xcb_get_geometry(connection, window);
+  const auto originCookie = xcb_translate_coordinates(connection, window, rootScreen(connection)->root, 0, 0);
+  xcb_generic_error_t* errors[] = {nullptr, nullptr};
+  const XcbPointer<xcb_get_geometry_reply_t> geometry(
+      xcb_get_geometry_reply(connection, geometryCookie, &errors[0]));
+  const XcbPointer<xcb_translate_coordinates_reply_t> origin(
+      xcb_translate_coordinates_reply(connection, originCookie, &errors[1]));
+  const XcbPointer<xcb_generic_error_t> ignored[] = {XcbPointer<xcb_generic_error_t>(errors[0]),
+                                                     XcbPointer<xcb_generic_error_t>(errors[1])};
+  if (!geometry || !origin)
+    return std::nullopt;
+  return QRect(origin->dst_x, origin->dst_y, geometry->width, geometry->height);
+}
+
+}  // namespace
+
+std::vector<X11Bar> x11Bars() {
+  xcb_connection_t* const connection = x11Connection();
+  if (!connection)
+    return {};
+  const xcb_atom_t strut = x11Atom(connection, "_NET_WM_STRUT_PARTIAL");
+  const xcb_atom_t olderStrut = x11Atom(connection, "_NET_WM_STRUT");
+  const auto windows = numbers(connection, askForNumbers(connection, rootScreen(connection)->root,
+                                                         x11Atom(connection, "_NET_CLIENT_LIST")));
+  // All questions go out before the first answer is waited for.
+  struct Asked {
+    xcb_window_t window;
+    xcb_get_property_cookie_t strut;
+    xcb_get_property_cookie_t olderStrut;
+  };
+  std::vector<Asked> asked;
+  for (const xcb_window_t window : windows)
+    asked.push_back(
+        {window, askForNumbers(connection, window, strut), askForNumbers(connection, window, olderStrut)});
+  std::vector<X11Bar> bars;
+  for (const Asked& each : asked) {
+    std::vector<uint32_t> depths = numbers(connection, each.strut);
+    const std::vector<uint32_t> older = numbers(connection, each.olderStrut);
+    if (depths.size() < 4)
+      depths = older;
+    if (depths.size() < 4 ||
+        std::all_of(depths.begin(), depths.begin() + 4, [](auto depth) { return !depth; }))
+      continue;
+    if (const auto frame = frameOf(connection, each.window))
+      bars.push_back({*frame, QMargins(static_cast<int>(depths[0]), static_cast<int>(depths[2]),
+                                       static_cast<int>(depths[1]), static_cast<int>(depths[3]))});
+  }
+  return bars;
+}
+
+std::optional<QRect> x11ActiveWindow() {
+  xcb_connection_t* const connection = x11Connection();
+  if (!connection)
+    return std::nullopt;
+  const auto window = numbers(connection, askForNumbers(connection, rootScreen(connection)->root,
+                                                        x11Atom(connection, "_NET_ACTIVE_WINDOW")));
+  return window.empty() || !window[0] ? std::nullopt : frameOf(connection, window[0]);
+}
+
+QSize x11RootSize() {
+  xcb_connection_t* const connection = x11Connection();
+  if (!connection)
+    return {};
+  const auto cookie = xcb_get_geometry(connection, rootScreen(connection)->root);
+  const XcbPointer<xcb_get_geometry_reply_t> reply(xcb_get_geometry_reply(connection, cookie, nullptr));
+  return reply ? QSize(reply->width, reply->height) : QSize();
+}
+
+}  // namespace platform
