@@ -24,7 +24,7 @@ namespace {
 
 constexpr auto flashDuration = 700ms;
 constexpr int progressSteps = 24;
-constexpr int progressInterval = 40;  // milliseconds
+constexpr auto progressInterval = 40ms;
 constexpr int buttonInset = 4;
 constexpr int buttonSide = 20;  // of the disc that the cross of 24 has around it
 
@@ -42,12 +42,11 @@ ThumbnailGrid::ThumbnailGrid(ThumbnailLoader& loader, Actions callbacks, QWidget
     : QAbstractItemView(parent),
       actions(std::move(callbacks)),
       thumbnails(loader, [this](const QString& path) { repaint(path); }),
-      selections(
-          150ms, [this](const QString& path) { repaint(path); }, this),
-      flashes(
-          250ms, [this](const QString& path) { repaint(path); }, this),
+      selections(150ms, [this](const QString& path) { repaint(path); }),
+      flashes(250ms, [this](const QString& path) { repaint(path); }),
       deleteButton(new SymbolButton(deleteLook(), buttonSide, viewport())),
-      copyButton(new SymbolButton(copyLook(), buttonSide, viewport())) {
+      copyButton(new SymbolButton(copyLook(), buttonSide, viewport())),
+      progress(progressInterval, progressSteps, [this] { stepProgress(); }) {
   setModel(&screenshots);
   setFrameShape(NoFrame);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -226,12 +225,7 @@ std::pair<int, int> ThumbnailGrid::rowsIn(int top, int height) const {
   return layoutNow().range(verticalOffset() + top, verticalOffset() + top + height - 1);
 }
 
-void ThumbnailGrid::timerEvent(QTimerEvent* event) {
-  if (event->timerId() != progressTimer.timerId()) {
-    QAbstractItemView::timerEvent(event);
-    return;
-  }
-  progressStep = (progressStep + 1) % progressSteps;
+void ThumbnailGrid::stepProgress() {
   bool isLoading = false;
   const auto [first, last] = rowsIn(0, viewport()->height());
   for (int row = first; row < last; ++row) {
@@ -241,7 +235,7 @@ void ThumbnailGrid::timerEvent(QTimerEvent* event) {
     }
   }
   if (!isLoading)
-    progressTimer.stop();
+    progress.stop();
 }
 
 void ThumbnailGrid::repaint(const QString& path) {
@@ -263,19 +257,17 @@ void ThumbnailGrid::paintEvent(QPaintEvent* event) {
   // Whatever happens between two frames costs this once, and what was scrolled past unseen costs nothing.
   const auto [top, bottom] = rowsIn(0, viewport()->height());
   if (thumbnails.show(screenshots.range(top, bottom), layout.picture(0).width(), devicePixelRatioF()) ==
-          ThumbnailsInView::State::Loading &&
-      !progressTimer.isActive())
-    progressTimer.start(progressInterval, this);
+      ThumbnailsInView::State::Loading)
+    progress.start();
   const auto [first, last] = rowsIn(event->rect().top(), event->rect().height());
   for (int row = first; row < last; ++row) {
     const Screenshot& shot = screenshots.at(row);
     const QRectF square = shifted(layout.picture(row));
     QRectF caption = shifted(layout.cell(row));
     caption.setTop(square.bottom() + ThumbnailLayout::captionGap);
-    paintThumbnail(
-        painter, square, caption,
-        {thumbnails.picture(shot), screenshots.index(row).data().toString(), selections.value(shot.path),
-         flashes.value(shot.path), static_cast<qreal>(progressStep) / progressSteps});
+    paintThumbnail(painter, square, caption,
+                   {thumbnails.picture(shot), screenshots.index(row).data().toString(),
+                    selections.value(shot.path), flashes.value(shot.path), progress.turn()});
   }
 }
 

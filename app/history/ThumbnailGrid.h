@@ -5,9 +5,9 @@
 #include "app/history/ThumbnailLayout.h"
 #include "app/history/ThumbnailsInView.h"
 #include "platform/base/MainQueue.h"
+#include "platform/desktop/Motion.h"
 
 #include <QAbstractItemView>
-#include <QBasicTimer>
 
 #include <functional>
 
@@ -52,7 +52,6 @@ class ThumbnailGrid : public QAbstractItemView {
   void scrollContentsBy(int dx, int dy) override;
 
   void paintEvent(QPaintEvent* event) override;
-  void timerEvent(QTimerEvent* event) override;
   bool viewportEvent(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -68,6 +67,8 @@ class ThumbnailGrid : public QAbstractItemView {
   [[nodiscard]] int rowAt(const QPointF& viewportPoint) const;
   /// The rows of the list that meet the strip of the viewport from `top` down over `height`.
   [[nodiscard]] std::pair<int, int> rowsIn(int top, int height) const;
+  /// Draws the sign of progress anew wherever it is shown.
+  void stepProgress();
   void repaint(const QString& path);
   void select(const QString& path);
   void setHoveredRow(int row);
@@ -87,8 +88,7 @@ class ThumbnailGrid : public QAbstractItemView {
   CellTransitions flashes;
   SymbolButton* const deleteButton;
   SymbolButton* const copyButton;
-  QBasicTimer progressTimer;
-  int progressStep = 0;
+  platform::Rotation progress;
   platform::WorkItem dateRefresh;
 };
 

@@ -2,11 +2,9 @@
 
 #include "app/look/TextStyle.h"
 #include "app/shell/AppColors.h"
-#include "platform/desktop/Easing.h"
 
 #include <QAccessible>
 #include <QPainter>
-#include <QVariantAnimation>
 
 namespace sorrel {
 namespace {
@@ -20,18 +18,15 @@ constexpr int shadowRadius = 6;
 constexpr int shadowDrop = 2;
 constexpr int shadowRoom = shadowRadius + shadowDrop;
 constexpr qreal shadowOpacity = 0.25;
-constexpr int duration = 200;
+constexpr std::chrono::milliseconds duration(200);
 
 }  // namespace
 
-ToastView::ToastView(QWidget* parent) : QWidget(parent), motion(new QVariantAnimation(this)) {
+ToastView::ToastView(QWidget* parent)
+    : QWidget(parent), presence(duration, platform::Easing::InOut, [this](double) { place(); }) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setFont(fontOf(textStyle));
   setVisible(false);
-  motion->setDuration(duration);
-  motion->setEasingCurve(platform::Easing::inOut());
-  connect(motion, &QVariantAnimation::valueChanged, this,
-          [this](const QVariant& presence) { place(presence.toReal()); });
 }
 
 void ToastView::show(const std::optional<QString>& next) {
@@ -50,29 +45,25 @@ void ToastView::show(const std::optional<QString>& next) {
     QAccessibleEvent event(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&event);
   }
-  if (isReplacing && motion->state() != QAbstractAnimation::Running) {
-    place(1);
-    return;
-  }
-  motion->stop();
-  motion->setStartValue(opacity);
-  motion->setEndValue(next ? 1.0 : 0.0);
-  motion->start();
+  if (isReplacing && !presence.isMoving())
+    place();
+  else
+    presence.moveTo(next ? 1 : 0);
 }
 
-void ToastView::place(qreal presence) {
-  opacity = presence;
-  setVisible(presence > 0);
+void ToastView::place() {
+  setVisible(presence.value() > 0);
   const int shownTop = parentWidget()->height() - bottomPadding - height() + shadowRoom;
   const int hiddenTop = parentWidget()->height();
-  move((parentWidget()->width() - width()) / 2, qRound(hiddenTop + (shownTop - hiddenTop) * presence));
+  move((parentWidget()->width() - width()) / 2,
+       qRound(hiddenTop + (shownTop - hiddenTop) * presence.value()));
   update();
 }
 
 void ToastView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setOpacity(opacity);
+  painter.setOpacity(presence.value());
   const QRectF capsule = QRectF(rect()).adjusted(shadowRoom, shadowRoom, -shadowRoom, -shadowRoom);
   painter.setPen(Qt::NoPen);
   // The soft shadow: capsules of growing size, each letting a little through.

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/desktop/Motion.h"
+
 #include <QWidget>
 
 #include <optional>
-
-class QVariantAnimation;
 
 namespace sorrel {
 
@@ -21,12 +21,11 @@ class ToastView : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void place(qreal presence);
+  void place();
 
   std::optional<QString> shown;
   QString text;  // what is drawn, also while it leaves
-  qreal opacity = 0;
-  QVariantAnimation* const motion;
+  platform::Motion presence;
 };
 
 }  // namespace sorrel

@@ -50,6 +50,8 @@ class MainQueue {
   /// slip by up to `tolerance`, so that it can wake for several things at once.
   WorkItem scheduleRepeating(Milliseconds interval, Milliseconds tolerance, Block block);
 
+  /// Milliseconds of a clock that never goes back.
+  [[nodiscard]] qint64 uptime() const;
   /// The wall clock, in UTC.
   [[nodiscard]] QDateTime now() const;
   [[nodiscard]] static bool isMainThread();
@@ -62,8 +64,6 @@ class MainQueue {
 
   using Item = std::shared_ptr<WorkItem::State>;
   WorkItem add(Milliseconds delay, Milliseconds interval, Milliseconds tolerance, Block block);
-  /// Milliseconds of a clock that never goes back.
-  [[nodiscard]] qint64 uptime() const;
   Item takeDue(qint64 until);
   void runDue();
   void arm();

@@ -1,14 +1,11 @@
 #include "platform/desktop/FocusablePanel.h"
 
 #include "platform/base/NotificationCenter.h"
-#include "platform/desktop/Easing.h"
 #include "platform/imaging/GaussianBlur.h"
 #include "platform/x11/X11Connection.h"
 
 #include <QEvent>
 #include <QPainter>
-#include <QStyle>
-#include <QVariantAnimation>
 #include <QWindow>
 
 #include <xcb/shape.h>
@@ -66,16 +63,12 @@ FocusablePanel::FocusablePanel(const QSize& size, int radius)
       contentSize(size),
       cornerRadius(radius),
       isComposited(isX11SelectionOwned("_NET_WM_CM_S0")),
-      margin(isComposited ? shadowMargin : 0),
-      motion(new QVariantAnimation(this)) {
+      margin(isComposited ? shadowMargin : 0) {
   setAttribute(Qt::WA_TranslucentBackground, isComposited);
   setAttribute(Qt::WA_QuitOnClose, false);
   setFixedSize(contentSize.grownBy({margin, margin, margin, margin}));
   if (!isComposited)
     setMask(shapeOf(contentSize, cornerRadius));
-  motion->setStartValue(0.0);
-  motion->setEndValue(1.0);
-  motion->setEasingCurve(Easing::out());
 }
 
 QRect FocusablePanel::contentRect() const {
@@ -90,22 +83,19 @@ void FocusablePanel::setContentView(QWidget* view) {
 
 void FocusablePanel::appear(const QRectF& target, const QPointF& offset, std::chrono::milliseconds duration) {
   tellWindowManager();
-  const bool isStill = style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) == 0;
   const auto place = [=, this](double progress) {
     moveTo(target.translated(offset * (1 - progress)));
     if (isComposited)
       setWindowOpacity(progress);
   };
-  place(isStill ? 1 : 0);
+  const bool isMoving = isMotionWanted();
+  place(isMoving ? 0 : 1);
   show();
   raise();
   activateWindow();
-  if (isStill)
-    return;
-  connect(motion, &QVariantAnimation::valueChanged, this,
-          [place](const QVariant& progress) { place(progress.toDouble()); });
-  motion->setDuration(static_cast<int>(duration.count()));
-  motion->start();
+  motion.emplace(duration, Easing::Out, place);
+  if (isMoving)
+    motion->moveTo(1);
 }
 
 void FocusablePanel::moveTo(const QRectF& target) {

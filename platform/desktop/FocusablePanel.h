@@ -1,12 +1,13 @@
 #pragma once
 
+#include "platform/desktop/Motion.h"
+
 #include <QImage>
 #include <QRectF>
 #include <QWidget>
 
 #include <chrono>
-
-class QVariantAnimation;
+#include <optional>
 
 namespace platform {
 
@@ -51,7 +52,7 @@ class FocusablePanel : public QWidget {
   const bool isComposited;
   const int margin;  // on each side, for the shadow
   QImage shadow;
-  QVariantAnimation* motion;
+  std::optional<Motion> motion;
 };
 
 }  // namespace platform
