@@ -4,6 +4,7 @@
 
 #include "app/capture/AppPaths.h"
 #include "bench/Figures.h"
+#include "platform/system/Xcb.h"
 #include "tests/support/ScratchHome.h"
 #include "tests/support/Screen.h"
 #include "tests/support/Waiting.h"
@@ -59,12 +60,7 @@ class Tray {
   }
 
  private:
-  xcb_atom_t atom(const std::string& name) const {
-    const auto cookie = xcb_intern_atom(connection, false, static_cast<uint16_t>(name.size()), name.c_str());
-    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
-        xcb_intern_atom_reply(connection, cookie, nullptr), std::free);
-    return reply->atom;
-  }
+  xcb_atom_t atom(const std::string& name) const { return platform::x11Atom(connection, name); }
 
   xcb_connection_t* connection;
   xcb_window_t window = 0;

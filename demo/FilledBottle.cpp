@@ -1,6 +1,7 @@
 #include "demo/FilledBottle.h"
 
 #include "demo/BottleScenery.h"
+#include "tests/support/Files.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -43,11 +44,9 @@ void FilledBottle::setCount(int count) {
         throw std::runtime_error("can't draw a picture");
     }
     const QString path = folder.filePath(u"%1.png"_s.arg(number, 3, 10, QLatin1Char('0')));
-    QFile file(path);
-    if (!QFile::copy(drawn[drawing], path) || !file.open(QIODevice::ReadWrite) ||
-        !file.setFileTime(QDateTime::currentDateTime().addSecs(-ageOf(number)),
-                          QFileDevice::FileModificationTime))
+    if (!QFile::copy(drawn[drawing], path))
       throw std::runtime_error("can't fill the bottle");
+    testing_support::setModified(path, QDateTime::currentDateTime().addSecs(-ageOf(number)));
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include "bench/Figures.h"
 #include "bench/screencapture/TestPicture.h"
+#include "platform/system/Xcb.h"
 #include "tests/support/XTestInput.h"
 #include "tests/support/XvfbServer.h"
 
@@ -34,10 +35,6 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr int width = 2880, height = 1800;
 constexpr int rounds = 41;
-
-struct Free {
-  void operator()(void* reply) const { std::free(reply); }
-};
 
 /// Looks at the screen from outside, as a bystander.
 class Observer {
@@ -74,10 +71,8 @@ class Observer {
 
   /// The screen's bottom right pixel, the last that a program paints.
   [[nodiscard]] std::uint32_t lastPixel() {
-    const std::unique_ptr<xcb_get_image_reply_t, Free> image(xcb_get_image_reply(
-        connection,
-        xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, root, width - 1, height - 1, 1, 1, ~0U),
-        nullptr));
+    const auto image = platform::xcbAsk(connection, xcb_get_image, xcb_get_image_reply,
+                                        XCB_IMAGE_FORMAT_Z_PIXMAP, root, width - 1, height - 1, 1, 1, ~0U);
     return image ? *reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(image.get())) & 0xffffff : 0;
   }
 

@@ -39,11 +39,10 @@ sockaddr_un addressOf(const QByteArray& path) {
 
 void ring(const QByteArray& socketPath) {
   const sockaddr_un address = addressOf(socketPath);
-  const int descriptor = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+  const Descriptor descriptor(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
   // Without an answer: an instance that is just starting or ending hears nothing, and needs nothing.
   const char anything = 0;
-  sendto(descriptor, &anything, 1, 0, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-  close(descriptor);
+  sendto(descriptor.get(), &anything, 1, 0, reinterpret_cast<const sockaddr*>(&address), sizeof address);
 }
 
 }  // namespace
@@ -53,10 +52,10 @@ SingleInstance::SingleInstance() {
   QDir().mkpath(folder);
   const QByteArray base = QFile::encodeName(folder + u'/' + displayName());
   const QByteArray socketPath = base + ".socket";
-  lockDescriptor = open((base + ".lock").constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-  if (lockDescriptor < 0)
+  lock = Descriptor(open((base + ".lock").constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+  if (!lock.isOpen())
     return;
-  if (flock(lockDescriptor, LOCK_EX | LOCK_NB) != 0) {
+  if (flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
     first = false;
     ring(socketPath);
     return;
@@ -66,27 +65,21 @@ SingleInstance::SingleInstance() {
 
 void SingleInstance::listen(const QByteArray& socketPath) {
   const sockaddr_un address = addressOf(socketPath);
-  socketDescriptor = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+  bell = Descriptor(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
   unlink(socketPath.constData());  // left behind by an instance that was killed; the lock says that it's gone
-  if (bind(socketDescriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
+  if (bind(bell.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
     return;
-  notifier = std::make_unique<QSocketNotifier>(socketDescriptor, QSocketNotifier::Read);
+  notifier = std::make_unique<QSocketNotifier>(bell.get(), QSocketNotifier::Read);
   QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(), [this] {
     char anything;
-    while (recv(socketDescriptor, &anything, 1, 0) >= 0) {
+    while (recv(bell.get(), &anything, 1, 0) >= 0) {
     }
     if (onRung)
       onRung();
   });
 }
 
-SingleInstance::~SingleInstance() {
-  notifier.reset();
-  if (socketDescriptor >= 0)
-    close(socketDescriptor);
-  if (lockDescriptor >= 0)
-    close(lockDescriptor);
-}
+SingleInstance::~SingleInstance() = default;
 
 void SingleInstance::setRungHandler(std::function<void()> handler) {
   onRung = std::move(handler);

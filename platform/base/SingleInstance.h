@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/system/Descriptor.h"
+
 #include <QString>
 
 #include <functional>
@@ -31,8 +33,8 @@ class SingleInstance {
   void listen(const QByteArray& socketPath);
 
   bool first = true;
-  int lockDescriptor = -1;
-  int socketDescriptor = -1;
+  Descriptor lock;
+  Descriptor bell;
   std::unique_ptr<QSocketNotifier> notifier;
   std::function<void()> onRung;
 };

@@ -2,6 +2,7 @@
 
 #include "platform/base/Locations.h"
 #include "platform/base/MainQueue.h"
+#include "platform/system/Descriptor.h"
 
 #include <cerrno>
 #include <climits>
@@ -159,13 +160,15 @@ QByteArray nameInTrash(const QByteArray& name, int number) {
 }
 
 Place writeInfo(const QByteArray& file, const QByteArray& text) {
-  const int descriptor = open(file.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-  if (descriptor < 0)
+  Descriptor info(open(file.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+  if (!info.isOpen())
     return errno == EEXIST ? Place::Taken : Place::Unusable;
-  const auto written = write(descriptor, text.constData(), size_t(text.size()));
-  if (close(descriptor) == 0 && written == text.size())
+  int error = writeAll(info.get(), bytesOf({text.constData(), size_t(text.size())}));
+  if (error == 0)
+    error = info.close();
+  if (error == 0)
     return Place::Free;
-  errno = ENOSPC;
+  errno = error;
   return Place::Unusable;
 }
 

@@ -1,5 +1,7 @@
 #include "platform/imaging/InPlaceFile.h"
 
+#include "platform/system/Descriptor.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -21,46 +23,17 @@ bool fail(int reason) {
   return false;
 }
 
-class Descriptor {
- public:
-  explicit Descriptor(int opened) : number(opened) {}
-  ~Descriptor() {
-    if (number >= 0)
-      ::close(number);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  [[nodiscard]] int get() const { return number; }
-  [[nodiscard]] bool close() {
-    const int closed = ::close(number);
-    number = -1;
-    return closed == 0;
-  }
-
- private:
-  int number;
-};
-
-bool writeAll(int file, const char* bytes, off_t size, off_t offset) {
-  while (size > 0) {
-    const ssize_t written = pwrite(file, bytes, static_cast<std::size_t>(size), offset);
-    if (written < 0 && errno == EINTR)
-      continue;
-    if (written <= 0)
-      return written < 0 ? false : fail(EIO);
-    bytes += written;
-    size -= written;
-    offset += written;
-  }
-  return true;
+bool write(int file, std::span<const std::uint8_t> bytes, off_t offset) {
+  const int error = writeAll(file, bytes, offset);
+  return error == 0 || fail(error);
 }
 
 /// For file systems that can't reserve: makes the file longer with zeros, which takes the room for good.
 bool lengthenWithZeros(int file, off_t from, off_t to) {
-  static constexpr std::array<char, 1 << 16> zeros{};
+  static constexpr std::array<std::uint8_t, 1 << 16> zeros{};
   for (; from < to; from += static_cast<off_t>(zeros.size())) {
-    if (!writeAll(file, zeros.data(), std::min(to - from, static_cast<off_t>(zeros.size())), from))
+    const auto count = std::min(static_cast<std::size_t>(to - from), zeros.size());
+    if (!write(file, std::span(zeros).first(count), from))
       return false;
   }
   return fsync(file) == 0;  // a network's file system may learn only now that there is no room
@@ -93,7 +66,8 @@ bool overwrite(int file, const QByteArray& data) {
     return false;
   if (!S_ISREG(status.st_mode))
     return fail(EINVAL);
-  return reserve(file, status.st_size, data.size()) && writeAll(file, data.constData(), data.size(), 0) &&
+  return reserve(file, status.st_size, data.size()) &&
+         write(file, bytesOf({data.constData(), static_cast<std::size_t>(data.size())}), 0) &&
          ftruncate(file, data.size()) == 0 && fsync(file) == 0;
 }
 
@@ -109,7 +83,7 @@ bool writeTo(const QString& name, const QByteArray& data) {
   if (opened < 0)
     return false;
   Descriptor file(opened);
-  if (overwrite(file.get(), data) && file.close())
+  if (overwrite(file.get(), data) && file.close() == 0)
     return true;
   const int reason = errno;
   if (isNew)

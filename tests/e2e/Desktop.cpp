@@ -1,5 +1,7 @@
 #include "tests/e2e/Desktop.h"
 
+#include "tests/support/Files.h"
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDir>
@@ -102,10 +104,7 @@ void Desktop::startBus() {
 }
 
 void Desktop::startWindowManager(NewWindows newWindows) {
-  QFile settings(dataFolder + u"openbox.xml"_s);
-  if (!settings.open(QIODevice::ReadOnly))
-    throw std::runtime_error("the window manager's settings are missing");
-  QByteArray text = settings.readAll();
+  QByteArray text = testing_support::contentsOf(dataFolder + u"openbox.xml"_s);
   if (newWindows == NewWindows::MustAsk)
     text.replace("<keyboard/>", "<focus><focusNew>no</focusNew></focus><keyboard/>");
   // It takes the screen over well before it takes care of windows; a window opened in between is lost. What
@@ -161,10 +160,7 @@ QString Desktop::home(const QString& relative) const {
 
 QString Desktop::write(const QString& relative, const QByteArray& contents) const {
   const QString path = home(relative);
-  QDir().mkpath(QFileInfo(path).path());
-  QFile file(path);
-  if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size())
-    throw std::runtime_error("can't write " + path.toStdString());
+  testing_support::writeFile(path, contents);
   return path;
 }
 

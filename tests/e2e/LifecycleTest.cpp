@@ -1,6 +1,7 @@
 // Starting, tidying up at the start, and ending.
 
 #include "tests/e2e/Sorrel.h"
+#include "tests/support/Files.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -42,9 +43,8 @@ TEST(Lifecycle, TerminationSignalsEndItCleanly) {
 TEST(Lifecycle, OldPicturesAreInTheTrashAfterTheStart) {
   Desktop desktop;
   const auto picture = [&](const QString& name, int days) {
-    QFile file(desktop.write(u"Documents/Sorrel bottle/"_s + name, "x"));
-    EXPECT_TRUE(file.open(QIODevice::ReadWrite));
-    EXPECT_TRUE(file.setFileTime(QDateTime::currentDateTime().addDays(-days), QFile::FileModificationTime));
+    testing_support::setModified(desktop.write(u"Documents/Sorrel bottle/"_s + name, "x"),
+                                 QDateTime::currentDateTime().addDays(-days));
   };
   picture(u"old.png"_s, 31);
   picture(u"young.png"_s, 29);
@@ -75,9 +75,7 @@ TEST(Lifecycle, AKillWhileSettingsAreWrittenLosesNothing) {
     program.send(SIGKILL);
     ASSERT_EQ(program.waitForEnd(), -SIGKILL);
 
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QJsonObject store = QJsonDocument::fromJson(file.readAll()).object();
+    const QJsonObject store = QJsonDocument::fromJson(testing_support::contentsOf(path)).object();
     const qint64 last = program.output().trimmed().split('\n').last().toLongLong();
     ASSERT_GT(last, written);
     // What it has said it had written is there, or the one value after that.

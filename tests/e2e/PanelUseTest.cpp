@@ -1,6 +1,7 @@
 // What the history panel does with the pictures: show, copy, drag, delete.
 
 #include "tests/e2e/Panel.h"
+#include "tests/support/Files.h"
 
 #include <QDir>
 #include <QFile>
@@ -40,9 +41,7 @@ class PanelUse : public testing::Test {
     return xclip->waitForEnd() == 0 ? xclip->output() : QByteArray();
   }
   void expectPasted(const QString& path) const {
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(pasted(u"image/png"_s), file.readAll());
+    EXPECT_EQ(pasted(u"image/png"_s), contentsOf(path));
     const QByteArray address = QUrl::fromLocalFile(path).toEncoded();
     EXPECT_EQ(pasted(u"text/uri-list"_s), address + "\r\n");
     EXPECT_EQ(pasted(u"x-special/gnome-copied-files"_s), "copy\n" + address);

@@ -1,5 +1,7 @@
 #include "tests/support/ScratchHome.h"
 
+#include "tests/support/Files.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -36,10 +38,7 @@ QString ScratchHome::path(const QString& relative) const {
 
 QString ScratchHome::write(const QString& relative, const QByteArray& contents) const {
   const QString file = path(relative);
-  QDir().mkpath(QFileInfo(file).path());
-  QFile out(file);
-  if (!out.open(QIODevice::WriteOnly) || out.write(contents) != contents.size())
-    qFatal("cannot write a test's own file");
+  writeFile(file, contents);
   return file;
 }
 

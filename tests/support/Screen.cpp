@@ -1,6 +1,7 @@
 #include "tests/support/Screen.h"
 
 #include "platform/input/XcbXkb.h"
+#include "platform/system/Xcb.h"
 #include "tests/support/Waiting.h"
 
 #include <QElapsedTimer>
@@ -16,28 +17,10 @@
 namespace testing_support {
 namespace {
 
-struct Free {
-  void operator()(void* memory) const { std::free(memory); }
-};
-template <typename T>
-using Reply = std::unique_ptr<T, Free>;
-
-template <typename T>
-Reply<T> owned(T* reply) {
-  return Reply<T>(reply);
-}
-
-/// Sends a request and waits for its reply; null where the server answers with an error.
-template <typename Cookie, typename Answer, typename... Arguments>
-Reply<Answer> ask(xcb_connection_t* connection, Cookie (*request)(xcb_connection_t*, Arguments...),
-                  Answer* (*reply)(xcb_connection_t*, Cookie, xcb_generic_error_t**),
-                  std::type_identity_t<Arguments>... arguments) {
-  return Reply<Answer>(reply(connection, request(connection, arguments...), nullptr));
-}
+using platform::XcbPointer;
 
 xcb_keycode_t keycode(int evdevCode) {
-  constexpr int evdevOffset = 8;  // an X keycode is the evdev code plus this
-  return static_cast<xcb_keycode_t>(evdevCode + evdevOffset);
+  return static_cast<xcb_keycode_t>(evdevCode + platform::x11KeycodeOffset);
 }
 
 }  // namespace
@@ -57,7 +40,7 @@ Screen::~Screen() {
 }
 
 void Screen::roundTrip() const {
-  (void)ask(connection, xcb_get_input_focus, xcb_get_input_focus_reply);
+  (void)platform::xcbAsk(connection, xcb_get_input_focus, xcb_get_input_focus_reply);
 }
 
 QSize Screen::size() const {
@@ -65,8 +48,9 @@ QSize Screen::size() const {
 }
 
 QImage Screen::picture() const {
-  const auto reply = ask(connection, xcb_get_image, xcb_get_image_reply, XCB_IMAGE_FORMAT_Z_PIXMAP,
-                         screen->root, 0, 0, screen->width_in_pixels, screen->height_in_pixels, ~0U);
+  const auto reply =
+      platform::xcbAsk(connection, xcb_get_image, xcb_get_image_reply, XCB_IMAGE_FORMAT_Z_PIXMAP,
+                       screen->root, 0, 0, screen->width_in_pixels, screen->height_in_pixels, ~0U);
   if (!reply)
     throw std::runtime_error("the screen can't be read");
   const QImage::Format format = reply->depth == 16 ? QImage::Format_RGB16 : QImage::Format_RGB32;
@@ -99,14 +83,14 @@ QImage Screen::settledPictureAfter(const std::function<void()>& gesture) const {
 }
 
 quint32 Screen::atom(const char* name) const {
-  return ask(connection, xcb_intern_atom, xcb_intern_atom_reply, 0, static_cast<uint16_t>(std::strlen(name)),
-             name)
+  return platform::xcbAsk(connection, xcb_intern_atom, xcb_intern_atom_reply, 0,
+                          static_cast<uint16_t>(std::strlen(name)), name)
       ->atom;
 }
 
 QByteArray Screen::property(quint32 window, const char* name) const {
-  const auto reply =
-      ask(connection, xcb_get_property, xcb_get_property_reply, 0, window, atom(name), XCB_ATOM_ANY, 0, 1024);
+  const auto reply = platform::xcbAsk(connection, xcb_get_property, xcb_get_property_reply, 0, window,
+                                      atom(name), XCB_ATOM_ANY, 0, 1024);
   if (!reply)
     return {};
   return {static_cast<const char*>(xcb_get_property_value(reply.get())),
@@ -114,15 +98,15 @@ QByteArray Screen::property(quint32 window, const char* name) const {
 }
 
 void Screen::collect(quint32 window, QPoint origin, std::vector<ScreenWindow>& found) const {
-  const auto tree = ask(connection, xcb_query_tree, xcb_query_tree_reply, window);
+  const auto tree = platform::xcbAsk(connection, xcb_query_tree, xcb_query_tree_reply, window);
   if (!tree)  // gone meanwhile
     return;
   const xcb_window_t* children = xcb_query_tree_children(tree.get());
   for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
     const xcb_window_t child = children[i];
     const auto attributes =
-        ask(connection, xcb_get_window_attributes, xcb_get_window_attributes_reply, child);
-    const auto geometry = ask(connection, xcb_get_geometry, xcb_get_geometry_reply, child);
+        platform::xcbAsk(connection, xcb_get_window_attributes, xcb_get_window_attributes_reply, child);
+    const auto geometry = platform::xcbAsk(connection, xcb_get_geometry, xcb_get_geometry_reply, child);
     if (!attributes || !geometry || attributes->map_state != XCB_MAP_STATE_VIEWABLE)
       continue;
     const QPoint corner =
@@ -149,11 +133,12 @@ std::optional<ScreenWindow> Screen::find(const QString& text) const {
 }
 
 quint32 Screen::keyboardWindow() const {
-  return ask(connection, xcb_get_input_focus, xcb_get_input_focus_reply)->focus;
+  return platform::xcbAsk(connection, xcb_get_input_focus, xcb_get_input_focus_reply)->focus;
 }
 
 bool Screen::isSelectionOwned(const char* name) const {
-  const auto owner = ask(connection, xcb_get_selection_owner, xcb_get_selection_owner_reply, atom(name));
+  const auto owner =
+      platform::xcbAsk(connection, xcb_get_selection_owner, xcb_get_selection_owner_reply, atom(name));
   return owner && owner->owner != XCB_WINDOW_NONE;
 }
 
@@ -166,7 +151,7 @@ void Screen::takeSelection(const char* name) {
 }
 
 void Screen::agreeToSelectionRequest() {
-  Reply<xcb_generic_event_t> event;
+  XcbPointer<xcb_generic_event_t> event;
   until("a selection is asked for", [&] {
     event.reset(xcb_poll_for_event(connection));
     return event && (event->response_type & 0x7f) == XCB_SELECTION_REQUEST;
@@ -261,8 +246,8 @@ QRect Screen::frameOf(quint32 window) const {
 }
 
 void Screen::setMonitors(const std::vector<QRect>& monitors) {
-  const auto resources = ask(connection, xcb_randr_get_screen_resources_current,
-                             xcb_randr_get_screen_resources_current_reply, screen->root);
+  const auto resources = platform::xcbAsk(connection, xcb_randr_get_screen_resources_current,
+                                          xcb_randr_get_screen_resources_current_reply, screen->root);
   for (std::size_t i = 0; i < monitors.size(); ++i) {
     struct {
       xcb_randr_set_monitor_request_t request;
@@ -283,7 +268,7 @@ void Screen::setMonitors(const std::vector<QRect>& monitors) {
     const std::size_t length = sizeof message - (message.info.nOutput ? 0 : sizeof message.output);
     iovec parts[] = {{}, {}, {&message, length}};  // the first two are for libxcb's use
     const unsigned sequence = xcb_send_request(connection, XCB_REQUEST_CHECKED, parts + 2, &protocol);
-    if (owned(xcb_request_check(connection, {sequence})))
+    if (const XcbPointer<xcb_generic_error_t> error{xcb_request_check(connection, {sequence})})
       throw std::runtime_error("the screen can't be split into monitors");
   }
 }
@@ -291,7 +276,7 @@ void Screen::setMonitors(const std::vector<QRect>& monitors) {
 bool Screen::grabKey(int evdevCode, int modifiers) {
   const auto cookie = xcb_grab_key_checked(connection, 0, screen->root, static_cast<uint16_t>(modifiers),
                                            keycode(evdevCode), XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-  return !owned(xcb_request_check(connection, cookie));
+  return !XcbPointer<xcb_generic_error_t>(xcb_request_check(connection, cookie));
 }
 
 bool Screen::isKeyGrabbed(int evdevCode, int modifiers) const {
@@ -302,8 +287,9 @@ bool Screen::isKeyGrabbed(int evdevCode, int modifiers) const {
 }
 
 bool Screen::grabKeyboard() {
-  const auto reply = ask(connection, xcb_grab_keyboard, xcb_grab_keyboard_reply, false, screen->root,
-                         XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+  const auto reply =
+      platform::xcbAsk(connection, xcb_grab_keyboard, xcb_grab_keyboard_reply, false, screen->root,
+                       XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
   return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
 }
 
@@ -323,12 +309,12 @@ bool Screen::isPointerGrabbed() const {
   xcb_grab_server(probe.connection);
   const auto cookie = xcb_grab_pointer(probe.connection, 0, screen->root, 0, XCB_GRAB_MODE_ASYNC,
                                        XCB_GRAB_MODE_ASYNC, 0, 0, XCB_CURRENT_TIME);
-  const auto reply = owned(xcb_grab_pointer_reply(probe.connection, cookie, nullptr));
+  const auto reply = platform::xcbReply(probe.connection, xcb_grab_pointer_reply, cookie);
   return !reply || reply->status != XCB_GRAB_STATUS_SUCCESS;
 }
 
 int Screen::modifiers() const {
-  const auto pointer = ask(connection, xcb_query_pointer, xcb_query_pointer_reply, screen->root);
+  const auto pointer = platform::xcbAsk(connection, xcb_query_pointer, xcb_query_pointer_reply, screen->root);
   return pointer->mask & 0xFF;
 }
 
@@ -339,19 +325,19 @@ void Screen::lockGroup(int group) {
 }
 
 void Screen::exchangeModifiers(size_t one, size_t other) {
-  const auto map = ask(connection, xcb_get_modifier_mapping, xcb_get_modifier_mapping_reply);
+  const auto map = platform::xcbAsk(connection, xcb_get_modifier_mapping, xcb_get_modifier_mapping_reply);
   const size_t width = map->keycodes_per_modifier;
   xcb_keycode_t* const keycodes = xcb_get_modifier_mapping_keycodes(map.get());
   std::swap_ranges(keycodes + one * width, keycodes + (one + 1) * width, keycodes + other * width);
   const auto cookie = xcb_set_modifier_mapping(connection, static_cast<uint8_t>(width), keycodes);
-  if (owned(xcb_set_modifier_mapping_reply(connection, cookie, nullptr))->status !=
+  if (platform::xcbReply(connection, xcb_set_modifier_mapping_reply, cookie)->status !=
       XCB_MAPPING_STATUS_SUCCESS)
     throw std::runtime_error("the modifiers can't be exchanged");
 }
 
 std::vector<int> Screen::takeKeyPresses() {
   std::vector<int> pressed;
-  while (const auto event = owned(xcb_poll_for_event(connection))) {
+  while (const XcbPointer<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) {
     if ((event->response_type & 0x7F) == XCB_KEY_PRESS)
       pressed.push_back(reinterpret_cast<const xcb_key_press_event_t*>(event.get())->detail);
   }

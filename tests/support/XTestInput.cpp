@@ -1,15 +1,14 @@
 #include "tests/support/XTestInput.h"
 
-#include <cstdlib>
+#include "platform/system/Xcb.h"
+
 #include <stdexcept>
-#include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
 namespace testing_support {
 
 namespace {
 
-constexpr int evdevOffset = 8;  // an X keycode is the evdev code plus this
 constexpr int pointerButtons = 5;
 
 }  // namespace
@@ -29,10 +28,10 @@ XTestInput::~XTestInput() {
 }
 
 void XTestInput::pressKey(int evdevCode) {
-  send(XCB_KEY_PRESS, evdevCode + evdevOffset, 0, 0);
+  send(XCB_KEY_PRESS, evdevCode + platform::x11KeycodeOffset, 0, 0);
 }
 void XTestInput::releaseKey(int evdevCode) {
-  send(XCB_KEY_RELEASE, evdevCode + evdevOffset, 0, 0);
+  send(XCB_KEY_RELEASE, evdevCode + platform::x11KeycodeOffset, 0, 0);
 }
 void XTestInput::tapKey(int evdevCode) {
   pressKey(evdevCode);
@@ -64,18 +63,17 @@ void XTestInput::send(int type, int detail, int x, int y) {
   xcb_test_fake_input(connection, static_cast<uint8_t>(type), static_cast<uint8_t>(detail), XCB_CURRENT_TIME,
                       XCB_WINDOW_NONE, static_cast<int16_t>(x), static_cast<int16_t>(y), 0);
   // Any request with a reply is answered only after the input before it was dealt with.
-  std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+  (void)platform::xcbAsk(connection, xcb_get_input_focus, xcb_get_input_focus_reply);
 }
 
 void XTestInput::releaseAll() {
-  xcb_query_keymap_reply_t* keys = xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr);
+  const auto keys = platform::xcbAsk(connection, xcb_query_keymap, xcb_query_keymap_reply);
   if (!keys)
     return;
-  for (int code = evdevOffset; code < 256; ++code) {
+  for (int code = platform::x11KeycodeOffset; code < 256; ++code) {
     if (keys->keys[code / 8] & (1 << (code % 8)))
-      releaseKey(code - evdevOffset);
+      releaseKey(code - platform::x11KeycodeOffset);
   }
-  std::free(keys);
   for (int button = 1; button <= pointerButtons; ++button)
     releaseButton(button);
 }

@@ -4,7 +4,7 @@ namespace screencapture {
 
 std::optional<Display> Display::open() {
   int number = 0;
-  Connection connection(xcb_connect(nullptr, &number));
+  platform::XcbConnection connection(xcb_connect(nullptr, &number));
   if (xcb_connection_has_error(connection.get()))
     return std::nullopt;
   xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection.get()));
@@ -21,12 +21,11 @@ bool Display::has(xcb_extension_t& extension) const {
 }
 
 xcb_intern_atom_cookie_t Display::askForAtom(std::string_view name) const {
-  return xcb_intern_atom(connection(), 0, static_cast<std::uint16_t>(name.size()), name.data());
+  return platform::askForAtom(connection(), name);
 }
 
 xcb_atom_t Display::atom(xcb_intern_atom_cookie_t asked) const {
-  const auto answer = reply(*this, xcb_intern_atom_reply, asked);
-  return answer ? answer->atom : xcb_atom_t{XCB_ATOM_NONE};
+  return platform::atomFrom(connection(), asked);
 }
 
 }  // namespace screencapture

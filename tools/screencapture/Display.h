@@ -1,23 +1,17 @@
 #pragma once
 
+#include "platform/system/Xcb.h"
 #include "tools/screencapture/Geometry.h"
 
-#include <cstdlib>
-#include <memory>
 #include <optional>
 #include <string_view>
 #include <xcb/render.h>
-#include <xcb/xcb.h>
 
 namespace screencapture {
 
-struct Free {
-  void operator()(void* reply) const { std::free(reply); }
-};
-
 /// An answer of the X server; null where the request failed.
 template <typename T>
-using Reply = std::unique_ptr<T, Free>;
+using Reply = platform::XcbPointer<T>;
 
 /// The connection to the X server and the screen to capture.
 ///
@@ -44,15 +38,10 @@ class Display {
   void flush() const { xcb_flush(connection()); }
 
  private:
-  struct Disconnect {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-  };
-  using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
-
-  Display(Connection connection, const xcb_screen_t* screen)
+  Display(platform::XcbConnection connection, const xcb_screen_t* screen)
       : server(std::move(connection)), defaultScreen(screen) {}
 
-  Connection server;
+  platform::XcbConnection server;
   const xcb_screen_t* defaultScreen;
 };
 
@@ -60,10 +49,7 @@ class Display {
 template <typename T, typename Cookie>
 Reply<T> reply(const Display& display, T* (*wait)(xcb_connection_t*, Cookie, xcb_generic_error_t**),
                Cookie cookie) {
-  xcb_generic_error_t* error = nullptr;
-  Reply<T> answer(wait(display.connection(), cookie, &error));
-  std::free(error);
-  return answer;
+  return platform::xcbReply(display.connection(), wait, cookie);
 }
 
 inline xcb_rectangle_t toX(const Rectangle& area) {

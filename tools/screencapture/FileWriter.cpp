@@ -1,5 +1,7 @@
 #include "tools/screencapture/FileWriter.h"
 
+#include "platform/system/Descriptor.h"
+
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
@@ -13,42 +15,12 @@ namespace screencapture {
 
 namespace {
 
+using platform::Descriptor;
+using platform::writeAll;
+
 constexpr mode_t anyoneUnlessMasked = 0666;
 constexpr mode_t permissionBits = 07777;
 constexpr int nameAttempts = 100;
-
-class Descriptor {
- public:
-  explicit Descriptor(int number) : descriptor(number) {}
-  ~Descriptor() {
-    if (descriptor >= 0)
-      ::close(descriptor);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  [[nodiscard]] int get() const { return descriptor; }
-  /// Some file systems report a full disk only here.
-  [[nodiscard]] int close() {
-    const int result = ::close(descriptor);
-    descriptor = -1;
-    return result == 0 ? 0 : errno;
-  }
-
- private:
-  int descriptor;
-};
-
-int writeAll(int descriptor, std::span<const std::uint8_t> rest) {
-  while (!rest.empty()) {
-    const ssize_t written = write(descriptor, rest.data(), rest.size());
-    if (written < 0 && errno != EINTR)
-      return errno;
-    if (written > 0)
-      rest = rest.subspan(static_cast<std::size_t>(written));
-  }
-  return 0;
-}
 
 std::string folderOf(const std::string& path) {
   const std::size_t slash = path.rfind('/');
@@ -91,7 +63,7 @@ int fill(int descriptor, std::optional<mode_t> permissions, std::span<const std:
 int writeNameless(const std::string& folder, const std::string& path, std::optional<mode_t> permissions,
                   std::span<const std::uint8_t> contents) {
   const Descriptor file(open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, anyoneUnlessMasked));
-  if (file.get() < 0)
+  if (!file.isOpen())
     return errno;
   const int error = fill(file.get(), permissions, contents);
   return error != 0 ? error : giveName(file.get(), folder, path);
@@ -103,9 +75,9 @@ int writeHidden(const std::string& folder, const std::string& path, std::optiona
   for (int attempt = 0; attempt < nameAttempts; ++attempt) {
     const std::string hidden = hiddenName(folder, attempt);
     Descriptor file(open(hidden.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, anyoneUnlessMasked));
-    if (file.get() < 0 && errno == EEXIST)
+    if (!file.isOpen() && errno == EEXIST)
       continue;
-    if (file.get() < 0)
+    if (!file.isOpen())
       return errno;
     int error = fill(file.get(), permissions, contents);
     if (error == 0)

@@ -1,10 +1,9 @@
 #include "tools/screencapture/FrozenScreen.h"
 
+#include "platform/system/SharedSegment.h"
 #include "tools/screencapture/PixelFormat.h"
 
 #include <algorithm>
-#include <sys/ipc.h>
-#include <sys/shm.h>
 #include <vector>
 #include <xcb/shm.h>
 
@@ -23,41 +22,33 @@ class SharedMemory {
   SharedMemory(const Display& used, std::size_t size) : display(used) {
     if (!display.has(xcb_shm_id))
       return;
-    const int id = shmget(IPC_PRIVATE, size, IPC_CREAT | 0600);
-    if (id < 0)
+    memory = platform::SharedSegment::create(size);
+    if (!memory)
       return;
-    if (void* const at = shmat(id, nullptr, 0); at != reinterpret_cast<void*>(-1))
-      memory = static_cast<std::uint8_t*>(at);
     segment = display.newId();
     const auto attached =
-        xcb_shm_attach_checked(display.connection(), segment, static_cast<std::uint32_t>(id), 0);
+        xcb_shm_attach_checked(display.connection(), segment, static_cast<std::uint32_t>(memory->id()), 0);
     const Reply<xcb_generic_error_t> error(xcb_request_check(display.connection(), attached));
-    // Goes away with the last of us that uses it, however we end.
-    shmctl(id, IPC_RMID, nullptr);
+    memory->releaseNumber();
     if (error || display.isLost())
-      detach();
+      memory.reset();
   }
 
   ~SharedMemory() {
     if (memory)
       xcb_shm_detach(display.connection(), segment);
-    detach();
   }
   SharedMemory(const SharedMemory&) = delete;
   SharedMemory& operator=(const SharedMemory&) = delete;
 
   /// Null where pictures must come through the connection.
-  std::uint8_t* memory = nullptr;
-  xcb_shm_seg_t segment = 0;
+  [[nodiscard]] const std::uint8_t* data() const { return memory ? memory->data() : nullptr; }
+  [[nodiscard]] xcb_shm_seg_t id() const { return segment; }
 
  private:
-  void detach() {
-    if (memory)
-      shmdt(memory);
-    memory = nullptr;
-  }
-
   const Display& display;
+  std::optional<platform::SharedSegment> memory;
+  xcb_shm_seg_t segment = 0;
 };
 
 /// Fetches a part of a pixmap in bands of rows. The server copies the next band while we work on this one.
@@ -84,7 +75,7 @@ class BandReader {
     if (!answer)
       return false;
     const std::uint8_t* pixels =
-        shared.memory ? shared.memory + band.offset
+        shared.data() ? shared.data() + band.offset
                       : xcb_get_image_data(static_cast<const xcb_get_image_reply_t*>(answer.get()));
     use(pixels, band.rows);
     taken += band.rows;
@@ -107,9 +98,9 @@ class BandReader {
     pending.rows = count;
     // The two halves of the memory take turns.
     pending.offset = pending.offset ? 0 : static_cast<std::size_t>(rows) * stride;
-    if (shared.memory)
+    if (shared.data())
       pending.sequence = xcb_shm_get_image(display.connection(), pixmap, x, y, width, height, allPlanes,
-                                           XCB_IMAGE_FORMAT_Z_PIXMAP, shared.segment,
+                                           XCB_IMAGE_FORMAT_Z_PIXMAP, shared.id(),
                                            static_cast<std::uint32_t>(pending.offset))
                              .sequence;
     else
@@ -121,7 +112,7 @@ class BandReader {
   }
 
   Reply<void> wait(const Pending& band) const {
-    if (shared.memory)
+    if (shared.data())
       return Reply<void>(
           reply(display, xcb_shm_get_image_reply, xcb_shm_get_image_cookie_t{band.sequence}).release());
     Reply<xcb_get_image_reply_t> image =

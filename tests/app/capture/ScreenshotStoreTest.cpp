@@ -4,6 +4,7 @@
 #include "platform/base/Log.h"
 #include "platform/base/MainQueue.h"
 #include "platform/base/UserDefaults.h"
+#include "tests/support/Files.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QDir>
@@ -27,10 +28,8 @@ class ScreenshotStoreTest : public testing::Test {
   ~ScreenshotStoreTest() override { UserDefaults::resetStandard(); }
 
   void putAged(const QString& name, double days) const {
-    QFile file(home.write(u"Documents/Sorrel bottle/"_s + name));
-    const QDateTime modified = MainQueue::main().now().addMSecs(-qRound64(days * 86'400'000));
-    ASSERT_TRUE(file.open(QIODevice::ReadWrite) &&
-                file.setFileTime(modified, QFileDevice::FileModificationTime));
+    testing_support::setModified(home.write(u"Documents/Sorrel bottle/"_s + name),
+                                 MainQueue::main().now().addMSecs(-qRound64(days * 86'400'000)));
   }
   [[nodiscard]] static QStringList listed() {
     QStringList names;

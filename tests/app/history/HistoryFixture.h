@@ -8,6 +8,7 @@
 #include "platform/base/MainQueue.h"
 #include "platform/base/NotificationCenter.h"
 #include "platform/base/UserDefaults.h"
+#include "tests/support/Files.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QFile>
@@ -37,10 +38,7 @@ class HistoryFixture : public testing::Test {
     picture.fill(color);
     const QString path = pathOf(name);
     ASSERT_TRUE(picture.save(path, "PNG"));
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadWrite) &&
-                file.setFileTime(platform::MainQueue::main().now().addSecs(-60 * minutesOld),
-                                 QFileDevice::FileModificationTime));
+    testing_support::setModified(path, platform::MainQueue::main().now().addSecs(-60 * minutesOld));
   }
   [[nodiscard]] static QString pathOf(const QString& name) {
     return sorrel::AppPaths::bottleDirectory().toLocalFile() + name;

@@ -1,5 +1,6 @@
 #include "app/history/ThumbnailLoader.h"
 #include "platform/base/MainQueue.h"
+#include "tests/support/Files.h"
 #include "tests/support/ScratchHome.h"
 #include "tests/support/Waiting.h"
 
@@ -141,12 +142,10 @@ TEST_F(ThumbnailLoaderTest, missesAChangedFileAndTriesAFailedOneAgain) {
   load(picture);
   EXPECT_TRUE(loader->cached(picture, 320));
   EXPECT_FALSE(loader->cached(picture, 160));
-  QFile file(picture.toLocalFile());
-  ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-  ASSERT_TRUE(file.setFileTime(QDateTime::fromMSecsSinceEpoch(1'234), QFileDevice::FileModificationTime));
+  testing_support::setModified(picture.toLocalFile(), QDateTime::fromMSecsSinceEpoch(1'234));
   EXPECT_FALSE(loader->cached(picture, 320));
   load(picture);
-  ASSERT_TRUE(file.setFileTime(QDateTime::fromMSecsSinceEpoch(1'235), QFileDevice::FileModificationTime));
+  testing_support::setModified(picture.toLocalFile(), QDateTime::fromMSecsSinceEpoch(1'235));
   EXPECT_FALSE(loader->cached(picture, 320));
 
   const QUrl broken = QUrl::fromLocalFile(home.write(QStringLiteral("broken")));

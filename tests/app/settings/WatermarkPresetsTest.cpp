@@ -1,5 +1,6 @@
 #include "app/settings/WatermarkPresets.h"
 #include "platform/base/Log.h"
+#include "tests/support/Files.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QDateTime>
@@ -22,10 +23,8 @@ class WatermarkPresetsTest : public testing::Test {
     return home.path(QStringLiteral(".local/share/Sorrel/watermark-logos"));
   }
   void put(const QString& name, int age) const {
-    QFile preset(home.write(QStringLiteral(".local/share/Sorrel/watermark-logos/") + name));
-    ASSERT_TRUE(preset.open(QIODevice::ReadWrite) &&
-                preset.setFileTime(QDateTime(QDate(2026, 3, 14), QTime(12, 0)).addDays(-age),
-                                   QFileDevice::FileModificationTime));
+    testing_support::setModified(home.write(QStringLiteral(".local/share/Sorrel/watermark-logos/") + name),
+                                 QDateTime(QDate(2026, 3, 14), QTime(12, 0)).addDays(-age));
   }
   [[nodiscard]] static QString listed() {
     QStringList names;
@@ -71,9 +70,7 @@ TEST_F(WatermarkPresetsTest, addingCopiesUnderAFreeName) {
     const auto added = WatermarkPresets::add(from);
     ASSERT_TRUE(added) << target;
     EXPECT_EQ(added->toLocalFile(), folder() + u'/' + QString::fromUtf8(target));
-    QFile copy(added->toLocalFile());
-    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
-    EXPECT_EQ(copy.readAll(), contents);
+    EXPECT_EQ(testing_support::contentsOf(added->toLocalFile()), contents);
     EXPECT_TRUE(QFile::exists(from.toLocalFile())) << "the source stays";
   }
   EXPECT_FALSE(listed().contains(QStringLiteral("heic"))) << "added, but not a kind that is listed";

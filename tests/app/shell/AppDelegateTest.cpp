@@ -7,6 +7,7 @@
 #include "platform/base/Log.h"
 #include "platform/base/Task.h"
 #include "platform/base/UserDefaults.h"
+#include "tests/support/Files.h"
 #include "tests/support/HotKeyServiceDouble.h"
 #include "tests/support/ScratchHome.h"
 
@@ -77,10 +78,8 @@ class AppDelegateTest : public testing::Test {
     return std::exchange(calls, {}).join(u'|');
   }
   void put(const QString& name, qint64 ageInDays = 0) const {
-    QFile file(home.write(u"Documents/Sorrel bottle/"_s + name));
-    ASSERT_TRUE(
-        file.open(QIODevice::ReadWrite) &&
-        file.setFileTime(MainQueue::main().now().addDays(-ageInDays), QFileDevice::FileModificationTime));
+    testing_support::setModified(home.write(u"Documents/Sorrel bottle/"_s + name),
+                                 MainQueue::main().now().addDays(-ageInDays));
   }
   void press(const Key& key) { service->press(static_cast<quint32>(key.rawValue), altShift); }
   [[nodiscard]] QString description() const {

@@ -1,5 +1,6 @@
 #include "platform/base/MainQueue.h"
 #include "platform/base/Trash.h"
+#include "tests/support/Files.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QDir>
@@ -15,13 +16,9 @@
 
 using namespace Qt::StringLiterals;
 namespace Trash = platform::Trash;
+using testing_support::contentsOf;
 
 namespace {
-
-QByteArray contents(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
 
 /// The names in a folder, sorted, one after another with a bar between.
 QString listing(const QString& folder) {
@@ -32,7 +29,7 @@ QString listing(const QString& folder) {
 
 /// Where the info file says that the file of this name in the trash was.
 QByteArray origin(const QString& trash, const QString& name) {
-  const auto lines = contents(trash + u"/info/"_s + name + u".trashinfo"_s).split('\n');
+  const auto lines = contentsOf(trash + u"/info/"_s + name + u".trashinfo"_s).split('\n');
   return lines.value(1).startsWith("Path=") ? lines[1].sliced(5) : "nowhere";
 }
 
@@ -79,10 +76,10 @@ TEST_F(TrashTest, movesFilesFoldersAndLinksWithTheirOrigin) {
   expectMoved(home.path(u"Pictures/folder/"_s));
   expectMoved(home.path(u"Pictures/link"_s));
   EXPECT_EQ(listing(home.path(u"Pictures"_s)), QString());
-  EXPECT_EQ(contents(trashed(u"shot.png"_s)), "pixels");
-  EXPECT_EQ(contents(trashed(u"folder/inner.txt"_s)), "inner");
+  EXPECT_EQ(contentsOf(trashed(u"shot.png"_s)), "pixels");
+  EXPECT_EQ(contentsOf(trashed(u"folder/inner.txt"_s)), "inner");
   EXPECT_TRUE(QFileInfo(trashed(u"link"_s)).isSymLink());
-  EXPECT_EQ(contents(target), "target");
+  EXPECT_EQ(contentsOf(target), "target");
   EXPECT_EQ(origin(trash, u"shot.png"_s), file.toUtf8()) << "where it really was";
   EXPECT_EQ(QFileInfo(trash).permissions() & (QFile::ReadGroup | QFile::ReadOther), 0);
 }
@@ -95,7 +92,7 @@ TEST_F(TrashTest, storesTheLocalTimeOfTheDeletion) {
   expectMoved(home.write(u"shot.png"_s));
   zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
   tzset();
-  EXPECT_EQ(contents(trash + u"/info/shot.png.trashinfo"_s),
+  EXPECT_EQ(contentsOf(trash + u"/info/shot.png.trashinfo"_s),
             "[Trash Info]\nPath=" + root + "/shot.png\nDeletionDate=2026-03-15T03:26:53\n");
 }
 
@@ -124,9 +121,9 @@ TEST_F(TrashTest, namesInTheTrashAreUniqueAndFit) {
   for (const QString& name : {u"shot.png"_s, longest, QString(255, u'x')})
     for (const char* text : {"one", "two", "three"})
       expectMoved(home.write(name, text));
-  EXPECT_EQ(contents(trashed(u"shot.png"_s)), "one");
-  EXPECT_EQ(contents(trashed(u"shot 2.png"_s)), "two");
-  EXPECT_EQ(contents(trashed(u"shot 3.png"_s)), "three");
+  EXPECT_EQ(contentsOf(trashed(u"shot.png"_s)), "one");
+  EXPECT_EQ(contentsOf(trashed(u"shot 2.png"_s)), "two");
+  EXPECT_EQ(contentsOf(trashed(u"shot 3.png"_s)), "three");
   const QStringList names = QDir(trash + u"/files"_s).entryList(QDir::Files);
   EXPECT_EQ(names.size(), 9);
   for (const QString& name : names) {
@@ -137,10 +134,10 @@ TEST_F(TrashTest, namesInTheTrashAreUniqueAndFit) {
   home.write(u".local/share/Trash/files/lone"_s, "theirs");
   home.write(u".local/share/Trash/info/lone 2.trashinfo"_s, "theirs");
   expectMoved(home.write(u"lone"_s, "ours"));
-  EXPECT_EQ(contents(trashed(u"lone"_s)), "theirs");
-  EXPECT_EQ(contents(trashed(u"lone 3"_s)), "ours");
+  EXPECT_EQ(contentsOf(trashed(u"lone"_s)), "theirs");
+  EXPECT_EQ(contentsOf(trashed(u"lone 3"_s)), "ours");
   EXPECT_FALSE(QFile::exists(trash + u"/info/lone.trashinfo"_s)) << "rolled back";
-  EXPECT_EQ(contents(trash + u"/info/lone 2.trashinfo"_s), "theirs");
+  EXPECT_EQ(contentsOf(trash + u"/info/lone 2.trashinfo"_s), "theirs");
 }
 
 TEST_F(TrashTest, refusesWhatIsNoItemOrHoldsTheTrash) {
@@ -165,7 +162,7 @@ TEST_F(TrashTest, whatMustNotBeWrittenLeavesEverythingInItsPlace) {
   for (const char* folder : {"/locked", "/.local/share/Trash/info", "/.local/share/Trash/files"}) {
     EXPECT_EQ(chmod((root + folder).constData(), 0500), 0);
     expectRefused(QFile::encodeName(file));
-    EXPECT_EQ(contents(file), "pixels") << folder;
+    EXPECT_EQ(contentsOf(file), "pixels") << folder;
     EXPECT_EQ(chmod((root + folder).constData(), 0700), 0);
   }
   expectMoved(file);  // nothing else was in the way
@@ -191,7 +188,7 @@ TEST_F(TrashOfDeviceTest, isAtItsTop) {
   const QByteArray sharedPath = QFile::encodeName(shared);
   const auto trashOne = [this] { expectMoved(home.write(u"disk/some folder/shot.png"_s, "pixels")); };
   const auto expectIn = [](const QString& place) {
-    EXPECT_EQ(contents(place + u"/files/shot.png"_s), "pixels");
+    EXPECT_EQ(contentsOf(place + u"/files/shot.png"_s), "pixels");
     EXPECT_EQ(origin(place, u"shot.png"_s), "some%20folder/shot.png");
   };
   trashOne();
@@ -230,7 +227,7 @@ TEST_F(TrashOfDeviceTest, aTrapAtItsTopIsNotSteppedInto) {
   ASSERT_EQ(mkdir(path.constData(), 0777), 0);
   ASSERT_EQ(chown(path.constData(), 65534, 65534), 0);
   expectRefused(QFile::encodeName(file));
-  EXPECT_EQ(contents(file), "pixels");
+  EXPECT_EQ(contentsOf(file), "pixels");
   EXPECT_EQ(listing(home.path(u"disk/trap"_s)), QString());
 }
 
@@ -254,7 +251,7 @@ TEST_F(TrashTest, severalAtOnceKeepEveryFile) {
   const QStringList names = QDir(trash + u"/files"_s).entryList(QDir::Files);
   EXPECT_EQ(names.size(), threads * each);
   for (const QString& name : names)
-    EXPECT_EQ(contents(trashed(name)), origin(trash, name)) << "each file under its own info";
+    EXPECT_EQ(contentsOf(trashed(name)), origin(trash, name)) << "each file under its own info";
 }
 
 }  // namespace

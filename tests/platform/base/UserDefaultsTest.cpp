@@ -1,5 +1,6 @@
 #include "platform/base/Log.h"
 #include "platform/base/UserDefaults.h"
+#include "tests/support/Files.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QDir>
@@ -13,15 +14,11 @@
 using namespace Qt::StringLiterals;
 using platform::LogCapture;
 using platform::UserDefaults;
+using testing_support::contentsOf;
 
 namespace {
 
 const QString key = u"key"_s;
-
-QByteArray contents(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
 
 class UserDefaultsTest : public testing::Test {
  protected:
@@ -65,16 +62,16 @@ TEST_F(UserDefaultsTest, WhatMakesNoSenseIsSetAsideWhole) {
     UserDefaults defaults(file);
     EXPECT_TRUE(defaults.keys().isEmpty());
     EXPECT_EQ(log.logged.size(), 1);
-    EXPECT_EQ(contents(file + u".broken%1"_s.arg(number + 1) + inside), kept);
+    EXPECT_EQ(contentsOf(file + u".broken%1"_s.arg(number + 1) + inside), kept);
     defaults.set(key, 1);
-    EXPECT_EQ(QJsonDocument::fromJson(contents(file)).object(), QJsonObject({{key, 1}}));
+    EXPECT_EQ(QJsonDocument::fromJson(contentsOf(file)).object(), QJsonObject({{key, 1}}));
   }
 }
 
 TEST_F(UserDefaultsTest, AWriteThatFailsIsLoggedAndLeavesTheOldFile) {
   UserDefaults defaults(file);
   defaults.set(key, 1);
-  const QByteArray before = contents(file);
+  const QByteArray before = contentsOf(file);
   // A folder that nothing can be made in, whoever runs the test: it is gone.
   ASSERT_TRUE(QDir().rename(folder.path(), home.path(u"elsewhere"_s)));
   home.write(u"config/Sorrel"_s, "not a folder");
@@ -82,7 +79,7 @@ TEST_F(UserDefaultsTest, AWriteThatFailsIsLoggedAndLeavesTheOldFile) {
   defaults.set(key, 2);
   EXPECT_EQ(log.logged.size(), 1);
   EXPECT_EQ(defaults.integer(key), 2);
-  EXPECT_EQ(contents(home.path(u"elsewhere/defaults.json"_s)), before);
+  EXPECT_EQ(contentsOf(home.path(u"elsewhere/defaults.json"_s)), before);
 }
 
 TEST_F(UserDefaultsTest, ObserversHearTheirKeyWhenItChanges) {

@@ -1,6 +1,7 @@
 #include "platform/base/Task.h"
 #include "platform/desktop/Image.h"
 #include "platform/desktop/Workspace.h"
+#include "tests/support/Files.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QDesktopServices>
@@ -11,13 +12,9 @@
 
 using namespace Qt::StringLiterals;
 using namespace platform;
+using testing_support::contentsOf;
 
 namespace {
-
-QByteArray contents(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 class WorkspaceTest : public testing::Test {
  protected:
@@ -43,9 +40,9 @@ TEST_F(WorkspaceTest, AFolderGetsItsIconOnceAndKeepsItsOtherEntries) {
 
   EXPECT_TRUE(Workspace::setIcon(u"FolderIconFull"_s, folder));
   const QString icon = icons + u"FolderIconFull.svg"_s;
-  EXPECT_EQ(contents(directoryFile),
+  EXPECT_EQ(contentsOf(directoryFile),
             "# mine\n[Desktop Entry]\nName=병\nIcon=" + QFile::encodeName(icon) + "\n[Other]\nIcon=kept\n");
-  EXPECT_EQ(contents(icon), contents(u":/sorrel/images/FolderIconFull.svg"_s));
+  EXPECT_EQ(contentsOf(icon), contentsOf(u":/sorrel/images/FolderIconFull.svg"_s));
   ASSERT_EQ(gioCalls.size(), 1);
   EXPECT_EQ(gioCalls[0], QStringList({u"set"_s, folder, u"metadata::custom-icon"_s, u"file://"_s + icon}));
   EXPECT_TRUE(Workspace::setIcon(u"FolderIconFull"_s, folder));
@@ -61,14 +58,14 @@ TEST_F(WorkspaceTest, AFolderWithoutEntriesGetsThem) {
     if (!before.isEmpty())
       home.write(u"bottle/.directory"_s, before);
     EXPECT_TRUE(Workspace::setIcon(u"FolderIconEmpty"_s, folder));
-    EXPECT_EQ(contents(directoryFile), (before.isEmpty() ? before : before + '\n') + entry);
+    EXPECT_EQ(contentsOf(directoryFile), (before.isEmpty() ? before : before + '\n') + entry);
   }
 }
 
 TEST_F(WorkspaceTest, WhatCannotBeDoneChangesNothing) {
   home.write(u"bottle/.directory"_s, "[Desktop Entry]\n");
   EXPECT_FALSE(Workspace::setIcon(u"NoSuchImage"_s, folder));
-  EXPECT_EQ(contents(directoryFile), "[Desktop Entry]\n");
+  EXPECT_EQ(contentsOf(directoryFile), "[Desktop Entry]\n");
   EXPECT_FALSE(Workspace::setIcon(u"FolderIconFull"_s, home.path(u"missing"_s)));
 }
 

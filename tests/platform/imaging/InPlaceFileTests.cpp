@@ -1,4 +1,5 @@
 #include "platform/imaging/InPlaceFile.h"
+#include "tests/support/Files.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QFile>
@@ -14,15 +15,10 @@
 #include <unistd.h>
 
 using namespace platform;
+using testing_support::contentsOf;
 using testing_support::ScratchHome;
 
 namespace {
-
-QByteArray contents(const QString& path) {
-  QFile file(path);
-  EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-  return file.readAll();
-}
 
 struct stat status(const QString& path) {
   struct stat found = {};
@@ -32,11 +28,11 @@ struct stat status(const QString& path) {
 
 /// A write that must fail for this reason and leave the file as it is.
 void expectRefusal(const QString& path, const QByteArray& data, int reason) {
-  const QByteArray before = contents(path);
+  const QByteArray before = contentsOf(path);
   QString error;
   EXPECT_FALSE(InPlaceFile::write(path, data, &error));
   EXPECT_EQ(error, qt_error_string(reason));
-  EXPECT_EQ(contents(path), before);
+  EXPECT_EQ(contentsOf(path), before);
 }
 
 /// On a disk of 256 KiB at the home folder.
@@ -51,7 +47,7 @@ void expectFilesWholeWhenItIsFull(const ScratchHome& home) {
   EXPECT_FALSE(QFile::exists(home.path(QStringLiteral("new.png"))));
   // What could not be reserved was given back: what fits still does.
   EXPECT_TRUE(InPlaceFile::write(path, QByteArray(150'000, 'n'), &error)) << error.toStdString();
-  EXPECT_EQ(contents(path), QByteArray(150'000, 'n'));
+  EXPECT_EQ(contentsOf(path), QByteArray(150'000, 'n'));
 }
 
 }  // namespace
@@ -68,7 +64,7 @@ TEST(InPlaceFile, replacesTheContentsOfTheSameFile) {
     const QByteArray data(length, 'n');
     QString error;
     EXPECT_TRUE(InPlaceFile::write(linked, data, &error)) << error.toStdString();
-    EXPECT_EQ(contents(path), data);
+    EXPECT_EQ(contentsOf(path), data);
     const auto after = status(path);
     EXPECT_EQ(after.st_ino, before.st_ino);
     EXPECT_EQ(after.st_mode, before.st_mode);
@@ -82,7 +78,7 @@ TEST(InPlaceFile, makesAFileThatIsGone) {
   const ScratchHome home;
   const QString path = home.path(QStringLiteral("gone.png"));
   EXPECT_TRUE(InPlaceFile::write(path, "new"));
-  EXPECT_EQ(contents(path), "new");
+  EXPECT_EQ(contentsOf(path), "new");
 }
 
 TEST(InPlaceFile, refusesWhatIsNoPlainFile) {

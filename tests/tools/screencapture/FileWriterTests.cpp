@@ -1,3 +1,4 @@
+#include "tests/support/Files.h"
 #include "tests/support/ScratchHome.h"
 #include "tools/screencapture/FileWriter.h"
 
@@ -26,8 +27,7 @@ class FileWriter : public testing::TestWithParam<Unfinished> {
     return home.path(QString::fromUtf8(name)).toStdString();
   }
   [[nodiscard]] QByteArray contents(const char* name) const {
-    QFile file(home.path(QString::fromUtf8(name)));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return testing_support::contentsOf(home.path(QString::fromUtf8(name)));
   }
   [[nodiscard]] mode_t permissions(const char* name) const {
     struct stat file {};

@@ -1,5 +1,6 @@
 #include "platform/base/Log.h"
 #include "tests/app/editor/model/DocumentFixture.h"
+#include "tests/support/Files.h"
 
 #include <QDir>
 
@@ -7,16 +8,11 @@
 #include <sys/resource.h>
 
 using namespace sorrel;
+using testing_support::contentsOf;
 
 namespace {
 
-class SavingTest : public DocumentFixture {
- protected:
-  static QByteArray contents(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  }
-};
+using SavingTest = DocumentFixture;
 
 /// While it lives, no file can grow beyond `bytes`: a full disk, as far as a program can tell.
 class FileSizeLimit {
@@ -58,7 +54,7 @@ TEST_F(SavingTest, theNameDecidesTheFormatAndTheFileStaysItself) {
     edited->blurBrushWidth = 20;
     drawStroke(*edited, {{-50, 100}, {400, 100}});
     ASSERT_TRUE(edited->save()) << name;
-    EXPECT_TRUE(contents(path).startsWith(beginning)) << name;
+    EXPECT_TRUE(contentsOf(path).startsWith(beginning)) << name;
     const auto again = EditorModel::open(QUrl::fromLocalFile(path));
     ASSERT_TRUE(again) << name;
     EXPECT_LE(worstDifference(again->baseImage, flattened(*edited), [](int, int y) { return y < 90; }),
@@ -83,7 +79,7 @@ TEST_F(SavingTest, aFullDiskLeavesTheFileWholeAndIsLogged) {
   defaults.set(QStringLiteral("rememberWatermarkText"), true);
   const auto model = open({900, 600});
   const QString path = model->fileURL.toLocalFile();
-  const QByteArray before = contents(path);
+  const QByteArray before = contentsOf(path);
   model->setLogo(noise({400, 400}));  // what is to be saved is larger than what is there
   model->textWM.change([](auto& text) { text.text = QStringLiteral("text"); });
   platform::LogCapture log;
@@ -91,7 +87,7 @@ TEST_F(SavingTest, aFullDiskLeavesTheFileWholeAndIsLogged) {
     const FileSizeLimit limit(rlim_t(before.size()));
     EXPECT_FALSE(model->save());
   }
-  EXPECT_EQ(contents(path), before);
+  EXPECT_EQ(contentsOf(path), before);
   ASSERT_EQ(log.logged.size(), 1);
   EXPECT_TRUE(log.logged.front().startsWith(QStringLiteral("Sorrel editor save failed: ")));
   EXPECT_GT(log.logged.front().size(), 30);
