@@ -1,5 +1,6 @@
 #include "app/history/ToastView.h"
 
+#include "app/look/SoftShadow.h"
 #include "app/look/TextStyle.h"
 #include "app/shell/AppColors.h"
 
@@ -14,10 +15,8 @@ constexpr int horizontalPadding = 16;
 constexpr int verticalPadding = 9;
 constexpr int bottomPadding = 54;
 constexpr int sideMargin = 12;  // at the least
-constexpr int shadowRadius = 6;
-constexpr int shadowDrop = 2;
-constexpr int shadowRoom = shadowRadius + shadowDrop;
-constexpr qreal shadowOpacity = 0.25;
+constexpr SoftShadow shadow{6, 2, 0.25};
+constexpr int shadowRoom = static_cast<int>(shadow.room());
 constexpr std::chrono::milliseconds duration(200);
 
 }  // namespace
@@ -65,20 +64,20 @@ void ToastView::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setOpacity(presence.value());
   const QRectF capsule = QRectF(rect()).adjusted(shadowRoom, shadowRoom, -shadowRoom, -shadowRoom);
+  paintSoftShadow(painter, capsule, capsule.height() / 2, shadow);
   painter.setPen(Qt::NoPen);
-  // The soft shadow: capsules of growing size, each letting a little through.
-  for (int grown = shadowRadius; grown >= 1; --grown) {
-    const QRectF larger = capsule.adjusted(-grown, -grown, grown, grown).translated(0, shadowDrop);
-    painter.setBrush(QColor::fromRgbF(0, 0, 0, static_cast<float>(shadowOpacity / shadowRadius)));
-    painter.drawRoundedRect(larger, larger.height() / 2, larger.height() / 2);
-  }
   painter.setBrush(AppColors::accent.resolved());
   painter.drawRoundedRect(capsule, capsule.height() / 2, capsule.height() / 2);
-  // The dark appearance's capsule is a light green: a shade lifts the white off it.
-  painter.setPen(QColor(0, 0, 0, 90));
-  painter.drawText(capsule.translated(0, 1), Qt::AlignCenter | Qt::TextSingleLine, text);
+  constexpr int flags = Qt::AlignCenter | Qt::TextSingleLine;
+  if (platform::currentAppearance() == platform::Appearance::Dark) {
+    // Its capsule is a light green: a shade all around, faint enough to have no edge, lifts the white off it.
+    painter.setPen(QColor(0, 0, 0, 26));
+    for (const QPointF& by : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -0.5), QPointF(0, 1), QPointF(0, 1.5),
+                              QPointF(-0.7, 0.7), QPointF(0.7, 0.7)})
+      painter.drawText(capsule.translated(by), flags, text);
+  }
   painter.setPen(textStyle.color.resolved());
-  painter.drawText(capsule, Qt::AlignCenter | Qt::TextSingleLine, text);
+  painter.drawText(capsule, flags, text);
 }
 
 }  // namespace sorrel

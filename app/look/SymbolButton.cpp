@@ -43,19 +43,21 @@ void SymbolButton::paintEvent(QPaintEvent*) {
   painter.setPen(Qt::NoPen);
   painter.setBrush(disc);
   painter.drawEllipse(rect());
+  QColor ink = look.ink.resolved();
   if (underMouse() && isEnabled()) {  // stronger while pressed, and never so that a white symbol pales
     const int strength = isDown() ? 70 : 36;
     if (isRound) {
       painter.setBrush(QColor(0, 0, 0, 2 * strength));
       painter.drawEllipse(rect());
     } else {
-      painter.setBrush(QColor(255, 255, 255, strength));
+      painter.setBrush(QColor(ink.red(), ink.green(), ink.blue(), strength));
       painter.drawRoundedRect(rect(), 4, 4);
+      ink.setAlpha(isDown() ? 255 : (ink.alpha() + 255) / 2);  // a dimmed one brightens
     }
   }
   QRectF place(0, 0, look.side, look.side);
   place.moveCenter(QRectF(rect()).center());
-  platform::drawSymbol(painter, place, look.symbol, {look.ink.resolved(), look.mark.resolved()});
+  platform::drawSymbol(painter, place, look.symbol, {ink, look.mark.resolved()});
   if (hasFocus())
     drawFocusRing(painter, QRectF(rect()), AppColors::amberFill.resolved());
 }

@@ -11,6 +11,8 @@ namespace {
 
 constexpr int symbolSide = 12;
 constexpr int symbolGap = 4;
+constexpr int cornerRadius = 4;
+constexpr int hoveredGround = 26, pressedGround = 52;  // how much of the text's colour, of 255
 
 }  // namespace
 
@@ -40,8 +42,14 @@ void TextButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   QColor color = style.color.resolved();
-  if (underMouse())  // towards the full colour
-    color.setAlpha(isDown() ? 255 : (color.alpha() + 255) / 2);
+  if (underMouse()) {
+    QColor ground = color;
+    ground.setAlpha(isDown() ? pressedGround : hoveredGround);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ground);
+    painter.drawRoundedRect(rect(), cornerRadius, cornerRadius);
+    color.setAlpha(isDown() ? 255 : (color.alpha() + 255) / 2);  // towards the full colour
+  }
   QRect place = rect().adjusted(margin, 0, -margin, 0);
   if (!symbol.isEmpty())
     platform::drawSymbol(painter, QRectF(place.left(), (height() - symbolSide) / 2.0, symbolSide, symbolSide),

@@ -1,5 +1,6 @@
 #include "app/shell/SorrelApp.h"
 
+#include "app/look/LookStyle.h"
 #include "app/shell/AppColors.h"
 #include "app/shell/AppDelegate.h"
 #include "platform/base/TerminationSignals.h"
@@ -10,6 +11,7 @@
 namespace sorrel {
 
 SorrelApp::SorrelApp(int& argc, char** argv) : application(argc, argv) {
+  QApplication::setStyle(new LookStyle);
   QApplication::setApplicationName(QStringLiteral("Sorrel"));
   QApplication::setDesktopFileName(QStringLiteral("org.sorrel.Sorrel"));
   QApplication::setQuitOnLastWindowClosed(false);

@@ -1,0 +1,127 @@
+#include "app/look/LookStyle.h"
+
+#include "app/look/LookColors.h"
+#include "app/look/MenuRow.h"
+#include "app/look/PopupSurface.h"
+#include "app/look/TextStyle.h"
+
+#include <QEvent>
+#include <QMenu>
+#include <QStyleOptionMenuItem>
+
+namespace sorrel {
+namespace {
+
+constexpr TextStyle menuText{13, QFont::Normal, LookColors::label};
+constexpr TextStyle tipText{12, QFont::Normal, LookColors::label};
+constexpr int tipPadding = 5;
+constexpr int submenuOverlap = 3;
+
+bool isTip(const QWidget* widget) {
+  return widget->inherits("QTipLabel");
+}
+
+bool isMenu(const QWidget* widget) {
+  return qobject_cast<const QMenu*>(widget);
+}
+
+/// The toolkit has put the corner of the whole window where the corner of the sheet belongs. Which corner
+/// that is depends on where there was room; it is the one at the pointer. A submenu's first row is level with
+/// its parent's row already.
+void placeSheet(QWidget& menu) {
+  const int margin = PopupSurface::margin(&menu);
+  const QPoint middle = menu.geometry().center(), pointer = QCursor::pos();
+  const int across = pointer.x() < middle.x() ? -margin : margin;
+  const int down = pointer.y() < middle.y() ? -margin : margin;
+  menu.move(menu.pos() + QPoint(across, isMenu(menu.parentWidget()) ? 0 : down));
+}
+
+}  // namespace
+
+void LookStyle::polish(QWidget* widget) {
+  QProxyStyle::polish(widget);
+  const bool isTooltip = isTip(widget);
+  if (!isTooltip && !isMenu(widget))
+    return;
+  PopupSurface::prepare(*widget);
+  widget->setFont(fontOf(isTooltip ? tipText : menuText));
+  if (isTooltip) {
+    QPalette palette = widget->palette();
+    palette.setColor(QPalette::ToolTipText, tipText.color.resolved());
+    widget->setPalette(palette);
+  }
+  widget->installEventFilter(this);
+}
+
+bool LookStyle::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Show || event->type() == QEvent::Resize) {
+    auto& popup = *static_cast<QWidget*>(watched);
+    if (event->type() == QEvent::Show && !event->spontaneous() && isMenu(&popup))
+      placeSheet(popup);
+    PopupSurface::fit(popup);
+  }
+  return QProxyStyle::eventFilter(watched, event);
+}
+
+int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+  switch (metric) {
+    case PM_MenuPanelWidth:
+      return PopupSurface::margin(widget);
+    case PM_MenuHMargin:
+      return 0;
+    case PM_MenuVMargin:
+      return MenuRow::edge;
+    case PM_SubMenuOverlap:
+      return -submenuOverlap;
+    case PM_ToolTipLabelFrameWidth:
+      return PopupSurface::margin(widget) + tipPadding;
+    default:
+      return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+}
+
+int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* answer) const {
+  switch (hint) {
+    case SH_Menu_Mask:
+    case SH_ToolTip_Mask:  // the window's shape is made in device pixels instead
+    case SH_Menu_AllowActiveAndDisabled:
+      return 0;
+    case SH_Menu_MouseTracking:
+    case SH_Menu_Scrollable:
+      return 1;
+    case SH_ToolTipLabel_Opacity:
+      return 255;
+    default:
+      return QProxyStyle::styleHint(hint, option, widget, answer);
+  }
+}
+
+QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                  const QWidget* widget) const {
+  if (type == CT_MenuItem)
+    if (const auto* const row = qstyleoption_cast<const QStyleOptionMenuItem*>(option))
+      return MenuRow::size(*row, size);
+  return QProxyStyle::sizeFromContents(type, option, size, widget);
+}
+
+void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+  if (widget && (element == PE_PanelMenu || element == PE_PanelTipLabel))
+    PopupSurface::paint(*painter, *widget);
+  else if (element != PE_FrameMenu)  // part of the surface
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void LookStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const {
+  const auto* const row = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  if (row && element == CE_MenuItem)
+    MenuRow::paint(*painter, *row);
+  else if (row && element == CE_MenuScroller)
+    MenuRow::paintScroller(*painter, *row);
+  else if (element != CE_MenuEmptyArea)
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+}  // namespace sorrel
