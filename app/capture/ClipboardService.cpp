@@ -4,9 +4,9 @@
 #include "app/settings/LocalizationManager.h"
 #include "platform/desktop/Pasteboard.h"
 #include "platform/desktop/Workspace.h"
-#include "platform/imaging/ImageDecoder.h"
-#include "platform/imaging/ImageEncoder.h"
-#include "platform/imaging/Thumbnail.h"
+#include "platform/imaging/codecs/ImageDecoder.h"
+#include "platform/imaging/codecs/ImageEncoder.h"
+#include "platform/imaging/codecs/Thumbnail.h"
 
 #include <QFile>
 

@@ -1,7 +1,7 @@
 #include "app/history/ThumbnailLoader.h"
 
 #include "platform/base/MainQueue.h"
-#include "platform/imaging/Thumbnail.h"
+#include "platform/imaging/codecs/Thumbnail.h"
 
 #include <QCache>
 #include <QCoreApplication>

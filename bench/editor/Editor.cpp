@@ -5,10 +5,10 @@
 #include "bench/Figures.h"
 #include "bench/imaging/Pictures.h"
 #include "bench/imaging/PlainFilters.h"
-#include "platform/imaging/DrawingSurface.h"
-#include "platform/imaging/GaussianBlur.h"
-#include "platform/imaging/ImageDecoder.h"
-#include "platform/imaging/ImageEncoder.h"
+#include "platform/imaging/codecs/ImageDecoder.h"
+#include "platform/imaging/codecs/ImageEncoder.h"
+#include "platform/imaging/drawing/DrawingSurface.h"
+#include "platform/imaging/filters/GaussianBlur.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QFile>

@@ -11,7 +11,7 @@
 #include "bench/imaging/Pictures.h"
 #include "platform/base/UserDefaults.h"
 #include "platform/desktop/FocusablePanel.h"
-#include "platform/imaging/ImageEncoder.h"
+#include "platform/imaging/codecs/ImageEncoder.h"
 #include "tests/support/ScratchHome.h"
 #include "tests/support/Screen.h"
 #include "tests/support/XvfbServer.h"

@@ -5,8 +5,8 @@
 #include "app/history/ThumbnailLoader.h"
 #include "bench/Figures.h"
 #include "bench/imaging/Pictures.h"
-#include "platform/imaging/ImageEncoder.h"
-#include "platform/imaging/Thumbnail.h"
+#include "platform/imaging/codecs/ImageEncoder.h"
+#include "platform/imaging/codecs/Thumbnail.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QElapsedTimer>

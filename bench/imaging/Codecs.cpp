@@ -2,9 +2,9 @@
 
 #include "bench/Figures.h"
 #include "bench/imaging/Pictures.h"
-#include "platform/imaging/ImageDecoder.h"
-#include "platform/imaging/ImageEncoder.h"
-#include "platform/imaging/Thumbnail.h"
+#include "platform/imaging/codecs/ImageDecoder.h"
+#include "platform/imaging/codecs/ImageEncoder.h"
+#include "platform/imaging/codecs/Thumbnail.h"
 
 #include <QBuffer>
 #include <QGuiApplication>

@@ -3,8 +3,8 @@
 
 #include "bench/Figures.h"
 #include "bench/imaging/PlainFilters.h"
-#include "platform/imaging/GaussianBlur.h"
-#include "platform/imaging/Pixellate.h"
+#include "platform/imaging/filters/GaussianBlur.h"
+#include "platform/imaging/filters/Pixellate.h"
 
 #include <QImage>
 

@@ -1,7 +1,7 @@
 #include "platform/desktop/FocusablePanel.h"
 
 #include "platform/base/NotificationCenter.h"
-#include "platform/imaging/GaussianBlur.h"
+#include "platform/imaging/filters/GaussianBlur.h"
 #include "platform/x11/X11Connection.h"
 
 #include <QEvent>

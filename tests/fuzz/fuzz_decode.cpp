@@ -1,7 +1,7 @@
 // Any bytes, decoded whole and as a thumbnail: no image, or one of the promised form.
 
-#include "platform/imaging/ImageDecoder.h"
-#include "platform/imaging/Thumbnail.h"
+#include "platform/imaging/codecs/ImageDecoder.h"
+#include "platform/imaging/codecs/Thumbnail.h"
 
 #include <algorithm>
 #include <cstdlib>

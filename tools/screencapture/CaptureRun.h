@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/imaging/PngEncoder.h"
+#include "platform/imaging/png/PngEncoder.h"
 #include "tools/screencapture/Display.h"
 
 #include <optional>

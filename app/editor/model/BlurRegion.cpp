@@ -1,9 +1,9 @@
 #include "app/editor/model/BlurRegion.h"
 
 #include "app/editor/model/EditorModel.h"
-#include "platform/imaging/DrawingSurface.h"
-#include "platform/imaging/GaussianBlur.h"
-#include "platform/imaging/Pixellate.h"
+#include "platform/imaging/drawing/DrawingSurface.h"
+#include "platform/imaging/filters/GaussianBlur.h"
+#include "platform/imaging/filters/Pixellate.h"
 
 #include <QPolygonF>
 

@@ -1,7 +1,7 @@
 #include "app/editor/model/EditorModel.h"
 
 #include "platform/base/UserDefaults.h"
-#include "platform/imaging/ImageDecoder.h"
+#include "platform/imaging/codecs/ImageDecoder.h"
 
 #include <QFileInfo>
 

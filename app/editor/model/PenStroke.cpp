@@ -1,7 +1,7 @@
 #include "app/editor/model/PenStroke.h"
 
 #include "app/editor/model/EditorModel.h"
-#include "platform/imaging/DrawingSurface.h"
+#include "platform/imaging/drawing/DrawingSurface.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,10 +1,10 @@
 #include "app/editor/model/EditorModel.h"
 #include "platform/base/Log.h"
 #include "platform/base/UserDefaults.h"
-#include "platform/imaging/DrawingSurface.h"
-#include "platform/imaging/ImageEncoder.h"
-#include "platform/imaging/ImageFormat.h"
-#include "platform/imaging/InPlaceFile.h"
+#include "platform/imaging/codecs/ImageEncoder.h"
+#include "platform/imaging/codecs/ImageFormat.h"
+#include "platform/imaging/codecs/InPlaceFile.h"
+#include "platform/imaging/drawing/DrawingSurface.h"
 
 #include <cmath>
 

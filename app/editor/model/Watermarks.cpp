@@ -2,7 +2,7 @@
 
 #include "app/editor/model/EditorModel.h"
 #include "platform/base/UserDefaults.h"
-#include "platform/imaging/DrawingSurface.h"
+#include "platform/imaging/drawing/DrawingSurface.h"
 
 namespace sorrel {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/imaging/TextBlock.h"
+#include "platform/imaging/drawing/TextBlock.h"
 
 #include <QImage>
 #include <QPointF>

@@ -1,5 +1,5 @@
-#include "platform/imaging/GaussianBlur.h"
-#include "platform/imaging/Pixellate.h"
+#include "platform/imaging/filters/GaussianBlur.h"
+#include "platform/imaging/filters/Pixellate.h"
 #include "tests/app/editor/model/DocumentFixture.h"
 
 using namespace sorrel;

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/imaging/codecs/DecodeBounds.h"
+
+#include <QByteArray>
+#include <QImage>
+
+#include <optional>
+
+namespace platform {
+
+/// Reads PNG, JPEG, TIFF, GIF (the first picture), BMP, WebP (the first picture) and HEIC, by content,
+/// whatever the file is called.
+///
+/// A picture comes as `QImage::Format_RGBA8888_Premultiplied` in sRGB, upright: an embedded colour profile is
+/// converted and an orientation applied. A file that is damaged, cut short or over the bounds gives none.
+/// Safe on any thread.
+namespace ImageDecoder {
+
+[[nodiscard]] std::optional<QImage> decode(const QByteArray& file, const DecodeBounds& bounds = {});
+[[nodiscard]] std::optional<QImage> read(const QString& path, const DecodeBounds& bounds = {});
+
+}  // namespace ImageDecoder
+}  // namespace platform

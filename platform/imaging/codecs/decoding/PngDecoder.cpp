@@ -1,0 +1,117 @@
+#include "platform/imaging/codecs/decoding/Decoders.h"
+
+#include <csetjmp>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <png.h>
+
+namespace platform::decoding {
+namespace {
+
+/// All that must outlive a jump out of the library. The functions that call into it own nothing themselves.
+struct Reader {
+  explicit Reader(const ByteSource& source) : file(source) {}
+  ~Reader() { png_destroy_read_struct(&png, &info, nullptr); }
+  Reader(const Reader&) = delete;
+  Reader& operator=(const Reader&) = delete;
+
+  const ByteSource& file;
+  png_structp png = nullptr;
+  png_infop info = nullptr;
+  std::unique_ptr<std::uint8_t[]> whole;  // of an interlaced picture, whose rows come in seven passes
+};
+
+void readBytes(png_structp png, png_bytep to, std::size_t size) {
+  if (!static_cast<const Reader*>(png_get_io_ptr(png))->file(to, size))
+    png_error(png, "the file ends early");
+}
+
+[[noreturn]] void leave(png_structp png, png_const_charp) {
+  png_longjmp(png, 1);
+}
+void ignore(png_structp, png_const_charp) {
+}
+
+PictureHeader headerOf(const Reader& reader, Alpha alpha) {
+  PictureHeader header{png_get_image_width(reader.png, reader.info),
+                       png_get_image_height(reader.png, reader.info),
+                       alpha,
+                       1,
+                       {}};
+  png_charp name = nullptr;
+  png_bytep block = nullptr;
+  png_uint_32 size = 0;
+  int compression = 0;
+  if (png_get_iCCP(reader.png, reader.info, &name, &compression, &block, &size) != 0)
+    header.profile = QByteArray(reinterpret_cast<const char*>(block), size);
+  if (png_get_eXIf_1(reader.png, reader.info, &size, &block) != 0)
+    header.orientation = exifOrientation(Bytes(block, size));
+  return header;
+}
+
+/// Whatever the file's kind of pixels, rows come as RGBA with 8 bits a channel.
+Alpha askForRgba(const Reader& reader) {
+  const png_byte colorType = png_get_color_type(reader.png, reader.info);
+  const bool hasAlpha =
+      (colorType & PNG_COLOR_MASK_ALPHA) != 0 || png_get_valid(reader.png, reader.info, PNG_INFO_tRNS) != 0;
+  png_set_expand(reader.png);
+  png_set_scale_16(reader.png);
+  png_set_gray_to_rgb(reader.png);
+  png_set_filler(reader.png, 0xff, PNG_FILLER_AFTER);
+  return hasAlpha ? Alpha::Straight : Alpha::None;
+}
+
+void readInterlaced(Reader& reader, int passes, std::size_t rowSize, std::size_t height, RowSink& sink) {
+  for (int pass = 0; pass < passes; ++pass)
+    for (std::size_t y = 0; y < height; ++y)
+      png_read_row(reader.png, nullptr, reader.whole.get() + y * rowSize);
+  for (std::size_t y = 0; y < height; ++y) {
+    std::memcpy(sink.row(), reader.whole.get() + y * rowSize, rowSize);
+    sink.finishRow();
+  }
+}
+
+bool readRows(Reader& reader, RowSink& sink) {
+  if (setjmp(png_jmpbuf(reader.png)) != 0)
+    return false;
+  png_read_info(reader.png, reader.info);
+  if (!sink.allows(png_get_image_width(reader.png, reader.info),
+                   png_get_image_height(reader.png, reader.info)))
+    return false;
+  const Alpha alpha = askForRgba(reader);
+  const int passes = png_set_interlace_handling(reader.png);
+  png_read_update_info(reader.png, reader.info);
+  if (!sink.begin(headerOf(reader, alpha)))
+    return false;
+  const std::size_t height = png_get_image_height(reader.png, reader.info);
+  const std::size_t rowSize = png_get_rowbytes(reader.png, reader.info);
+  if (passes > 1) {
+    reader.whole.reset(new (std::nothrow) std::uint8_t[rowSize * height]);
+    if (!reader.whole)
+      return false;
+    readInterlaced(reader, passes, rowSize, height, sink);
+  } else {
+    for (std::size_t y = 0; y < height; ++y) {
+      png_read_row(reader.png, sink.row(), nullptr);
+      sink.finishRow();
+    }
+  }
+  png_read_end(reader.png, nullptr);
+  return true;
+}
+
+}  // namespace
+
+bool decodePng(const ByteSource& file, RowSink& sink) {
+  Reader reader(file);
+  reader.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, leave, ignore);
+  reader.info = reader.png ? png_create_info_struct(reader.png) : nullptr;
+  if (!reader.info)
+    return false;
+  png_set_read_fn(reader.png, &reader, readBytes);
+  png_set_user_limits(reader.png, PNG_UINT_31_MAX, PNG_UINT_31_MAX);  // the sink's bounds count instead
+  return readRows(reader, sink);
+}
+
+}  // namespace platform::decoding

@@ -1,0 +1,226 @@
+#include "platform/imaging/drawing/TextBlock.h"
+
+#include "platform/imaging/drawing/SmoothImage.h"
+#include "platform/imaging/filters/GaussianBlur.h"
+
+#include <QFontDatabase>
+#include <QGlyphRun>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QPainterPath>
+#include <QRawFont>
+#include <QRegularExpression>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace platform {
+namespace {
+
+/// The pixel size at which every text is laid out: large, so that what the layout rounds (to 1/64 pixel)
+/// can't be seen at any size.
+constexpr int layoutSize = 256;
+/// The pixel size at which glyphs that are pictures are taken from their font: fonts hold them at about this.
+constexpr int pictureSize = 128;
+
+QFont boldSystemFont() {
+  QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+  font.setBold(true);
+  return font;
+}
+
+QString withoutSeparators(QString name) {
+  name.remove(u' ').remove(u'-');
+  return name.toLower();
+}
+
+/// The font of which `name` is the full name: a family and one of its styles.
+std::optional<QFont> fontNamed(const QString& name) {
+  const QString wanted = withoutSeparators(name);
+  const QStringList families = QFontDatabase::families();
+  for (const QString& family : families) {
+    const QString plain = withoutSeparators(family);
+    if (!wanted.startsWith(plain))
+      continue;
+    const QStringList styles = QFontDatabase::styles(family);
+    for (const QString& style : styles)
+      if (wanted == plain + withoutSeparators(style))
+        return QFontDatabase::font(family, style, layoutSize);
+  }
+  return std::nullopt;
+}
+
+QFont layoutFont(const TextStyle& style) {
+  QFont font;
+  if (style.font.isEmpty())
+    font = boldSystemFont();
+  else if (QFontDatabase::hasFamily(style.font))
+    font = QFont(style.font);
+  else
+    font = fontNamed(style.font).value_or(boldSystemFont());
+  font.setPixelSize(layoutSize);
+  font.setHintingPreference(QFont::PreferNoHinting);
+  font.setLetterSpacing(QFont::AbsoluteSpacing, style.tracking * layoutSize / style.fontSize);
+  return font;
+}
+
+}  // namespace
+
+/// In units of which `layoutSize` are one font size. The text's lines were laid out one by one; all that is
+/// left of them are the glyphs.
+struct TextBlock::Layout {
+  struct Picture {
+    QImage image;
+    QRectF place;
+  };
+  /// The glyphs of one font and line: most have outlines, some (emoji) are pictures.
+  struct Run {
+    QPainterPath outlines;
+    std::vector<Picture> pictures;
+  };
+  std::vector<Run> runs;
+  QSizeF size;
+  QRectF ink;  // what the glyphs cover
+
+  Layout(const QString& text, const TextStyle& style);
+  void addRun(const QGlyphRun& glyphs, const QPointF& origin);
+  void addPicture(Run& run, QRawFont font, quint32 glyph, const QPointF& place);
+  void paint(QPainter& painter, const QColor& colour) const;
+};
+
+TextBlock::Layout::Layout(const QString& text, const TextStyle& style) {
+  static const QRegularExpression lineBreak(QStringLiteral("\\R"));
+  const QFont font = layoutFont(style);
+  QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+  option.setWrapMode(QTextOption::NoWrap);
+
+  std::vector<std::unique_ptr<QTextLayout>> lines;
+  double width = 0;
+  const QStringList texts = text.split(lineBreak);
+  for (const QString& line : texts) {
+    auto& laidOut = *lines.emplace_back(std::make_unique<QTextLayout>(line, font));
+    laidOut.setTextOption(option);
+    laidOut.beginLayout();
+    QTextLine only = laidOut.createLine();
+    only.setLeadingIncluded(true);
+    laidOut.endLayout();
+    width = std::max(width, laidOut.lineAt(0).naturalTextWidth());
+  }
+
+  const double indent = style.alignment == TextAlignment::left     ? 0
+                        : style.alignment == TextAlignment::centre ? 0.5
+                                                                   : 1;
+  const double spacing = style.lineSpacing * layoutSize / style.fontSize;
+  double top = 0;
+  for (const auto& line : lines) {
+    const QTextLine only = line->lineAt(0);
+    const QRectF natural = only.naturalTextRect();
+    const QPointF origin(indent * (width - natural.width()) - natural.left(), top);
+    const QList<QGlyphRun> glyphRuns = only.glyphRuns();
+    for (const QGlyphRun& glyphs : glyphRuns)
+      addRun(glyphs, origin);
+    top += only.height() + spacing;
+  }
+  size = {width, std::max(0.0, top - spacing)};
+}
+
+void TextBlock::Layout::addRun(const QGlyphRun& glyphs, const QPointF& origin) {
+  Run run;
+  run.outlines.setFillRule(Qt::WindingFill);
+  const QRawFont font = glyphs.rawFont();
+  const bool hasPictures = !font.fontTable("CBLC").isEmpty();  // where such a font lists its bitmaps
+  const QList<quint32> indexes = glyphs.glyphIndexes();
+  const QList<QPointF> positions = glyphs.positions();
+  for (qsizetype at = 0; at < indexes.size(); ++at) {
+    const QPointF place = positions[at] + origin;
+    if (hasPictures)
+      addPicture(run, font, indexes[at], place);
+    else
+      run.outlines.addPath(font.pathForGlyph(indexes[at]).translated(place));
+  }
+  ink |= run.outlines.boundingRect();
+  runs.push_back(std::move(run));
+}
+
+void TextBlock::Layout::addPicture(Run& run, QRawFont font, quint32 glyph, const QPointF& place) {
+  font.setPixelSize(pictureSize);
+  const QImage image = font.alphaMapForGlyph(glyph, QRawFont::PixelAntialiasing);
+  if (image.isNull())
+    return;  // a blank
+  constexpr double enlarged = double(layoutSize) / pictureSize;
+  const QRectF box = font.boundingRect(glyph);
+  run.pictures.push_back({image, {place + box.topLeft() * enlarged, box.size() * enlarged}});
+  ink |= run.pictures.back().place;
+}
+
+void TextBlock::Layout::paint(QPainter& painter, const QColor& colour) const {
+  painter.setRenderHint(QPainter::Antialiasing);
+  for (const Run& run : runs) {
+    painter.fillPath(run.outlines, colour);
+    painter.setOpacity(colour.alphaF());
+    for (const Picture& picture : run.pictures)
+      drawSmoothly(painter, picture.image, picture.place);
+    painter.setOpacity(1);
+  }
+}
+
+TextBlock::TextBlock(const QString& text, const TextStyle& look) : style(look) {
+  if (style.fontSize > 0)
+    layout = std::make_unique<Layout>(text, style);
+}
+
+TextBlock::~TextBlock() = default;
+TextBlock::TextBlock(TextBlock&&) noexcept = default;
+TextBlock& TextBlock::operator=(TextBlock&&) noexcept = default;
+
+QSizeF TextBlock::size() const {
+  return layout ? layout->size * (style.fontSize / layoutSize) : QSizeF(0, 0);
+}
+
+void TextBlock::draw(QPainter& painter, const QPointF& topLeft) const {
+  if (!layout)
+    return;
+  painter.save();
+  painter.translate(topLeft);
+  painter.scale(style.fontSize / layoutSize, style.fontSize / layoutSize);
+  if (style.shadow)
+    drawShadow(painter);
+  layout->paint(painter, style.colour);
+  painter.restore();
+}
+
+/// Works in the device's own pixels, and only on those that can be seen.
+void TextBlock::drawShadow(QPainter& painter) const {
+  const QTransform toDevice = painter.deviceTransform();
+  const double pixelsPerUnit = toDevice.m11() * layoutSize / style.fontSize;
+  const double sigma = std::min(style.shadow->blurRadius / 2 * pixelsPerUnit, maximumSigma);
+  const QPointF offset = style.shadow->offset * pixelsPerUnit;
+  const int reach = gaussianReach(sigma);
+  const QPaintDevice& device = *painter.paintEngine()->paintDevice();
+  const QMarginsF margins(reach, reach, reach, reach);
+  const QRect area = toDevice.mapRect(layout->ink)
+                         .translated(offset)
+                         .marginsAdded(margins)
+                         .intersected(QRectF(0, 0, device.width(), device.height()).marginsAdded(margins))
+                         .toAlignedRect();
+  QImage shadow(area.size(), QImage::Format_RGBA8888_Premultiplied);
+  if (shadow.isNull())
+    return;
+  shadow.fill(Qt::transparent);
+  QPainter onto(&shadow);
+  onto.setTransform(toDevice * QTransform::fromTranslate(offset.x() - area.x(), offset.y() - area.y()));
+  layout->paint(onto, style.colour);
+  onto.resetTransform();
+  onto.setCompositionMode(QPainter::CompositionMode_SourceIn);
+  onto.fillRect(shadow.rect(), style.shadow->colour);
+  onto.end();
+
+  painter.save();
+  painter.setWorldTransform(toDevice.inverted(), true);
+  painter.drawImage(area.topLeft(), gaussianBlur(std::move(shadow), sigma));
+  painter.restore();
+}
+
+}  // namespace platform

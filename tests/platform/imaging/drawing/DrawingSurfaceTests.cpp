@@ -1,0 +1,72 @@
+#include "platform/imaging/drawing/DrawingSurface.h"
+
+#include <gtest/gtest.h>
+
+using platform::DrawingSurface;
+using platform::RoundLine;
+
+namespace {
+
+QImage plain(const QSize& size, const QColor& colour) {
+  QImage picture(size, QImage::Format_RGBA8888_Premultiplied);
+  picture.fill(colour);
+  return picture;
+}
+
+TEST(DrawingSurface, sharesItsPixelsUntilSomethingIsDrawn) {
+  const QImage picture = plain({20, 10}, Qt::blue);
+  EXPECT_EQ(DrawingSurface(picture).finish().constBits(), picture.constBits());
+  DrawingSurface surface(picture);
+  surface.draw(plain({1, 1}, Qt::red), {0, 0, 1, 1});
+  const QImage drawn = surface.finish();
+  EXPECT_EQ(drawn.pixelColor(0, 9), QColor(Qt::red)) << "y grows upwards";
+  EXPECT_EQ(drawn.pixelColor(0, 0), QColor(Qt::blue));
+  EXPECT_EQ(picture.pixelColor(0, 9), QColor(Qt::blue));
+}
+
+TEST(DrawingSurface, coversTheEdgesOfARectangleInPart) {
+  DrawingSurface surface(plain({20, 20}, Qt::black));
+  const QImage white = plain({20, 20}, Qt::white);
+  surface.replace({2.5, 3.25, 30, 4}, white, {0, 0});
+  const QImage drawn = surface.finish();
+  const int expected[][3] = {{2, 16, 96}, {3, 16, 191}, {2, 15, 128}, {3, 15, 255}, {19, 13, 255},
+                             {3, 12, 64}, {3, 11, 0},   {1, 15, 0},   {3, 17, 0}};
+  for (const auto& [x, y, value] : expected)
+    EXPECT_NEAR(qRed(drawn.pixel(x, y)), value, 2) << x << ", " << y;
+}
+
+TEST(DrawingSurface, replacesWithoutShiningThrough) {
+  const QColor faint(255, 0, 0, 64);
+  for (const bool isLine : {false, true}) {
+    DrawingSurface surface(plain({40, 40}, Qt::white));
+    const QList<QPointF> points{{10, 20}, {30, 20}};
+    // The image covers the shape only; its pixels are laid one on one.
+    QImage part = plain({40, 20}, faint);
+    part.setPixelColor(20, 5, QColor(0, 0, 255, 128));
+    if (isLine)
+      surface.replace(RoundLine{points, 16}, part, {0, 10});
+    else
+      surface.replace({2, 12, 36, 16}, part, {0, 10});
+    const QImage drawn = surface.finish();
+    EXPECT_EQ(drawn.pixel(15, 20), plain({1, 1}, faint).pixel(0, 0));
+    EXPECT_EQ(drawn.pixelColor(20, 15).alpha(), 128);
+    EXPECT_EQ(drawn.pixelColor(20, 5), QColor(Qt::white));
+  }
+}
+
+TEST(DrawingSurface, drawsDotsAndNothingForNoPoints) {
+  const QImage black = plain({30, 30}, Qt::black);
+  for (const QList<QPointF>& points : {QList<QPointF>{{15, 15}}, {{15, 15}, {15, 15}, {15, 15}}}) {
+    DrawingSurface surface(black);
+    surface.draw(RoundLine{points, 10}, QColor(0x4C, 0xAF, 0x50));
+    const QImage drawn = surface.finish();
+    EXPECT_EQ(drawn.pixelColor(15, 15), QColor(0x4C, 0xAF, 0x50));
+    EXPECT_EQ(drawn.pixelColor(17, 17), QColor(0x4C, 0xAF, 0x50));
+    EXPECT_EQ(drawn.pixelColor(19, 19), QColor(Qt::black)) << "a disc";
+  }
+  DrawingSurface surface(black);
+  surface.draw(RoundLine{{}, 10}, Qt::white);
+  EXPECT_EQ(surface.finish(), black);
+}
+
+}  // namespace
