@@ -31,8 +31,8 @@ struct Statics {
   bool isMenuOpen = false;
   bool isPaused = false;
   bool isInitialized = false;
-  NotificationCenter::Token openMenuObserver;
-  NotificationCenter::Token closeMenuObserver;
+  platform::Subscription openMenuObserver;
+  platform::Subscription closeMenuObserver;
 };
 
 Statics& statics() {
@@ -276,8 +276,6 @@ void initialize() {
 
 void resetStatics() {
   CarbonKeyboardShortcuts::resetStatics();
-  NotificationCenter::defaultCenter().removeObserver(statics().openMenuObserver);
-  NotificationCenter::defaultCenter().removeObserver(statics().closeMenuObserver);
   statics() = {};
 }
 

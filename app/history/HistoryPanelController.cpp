@@ -46,11 +46,7 @@ void HistoryPanelController::show(const std::optional<QRectF>& anchorRect) {
                 openingDuration);
   resignKeyObserver = NotificationCenter::defaultCenter().addObserver(
       QString::fromLatin1(FocusablePanel::didResignKeyNotification), NotificationCenter::Queue::Main,
-      [weak = weak_from_this()](const auto&) {
-        if (const auto self = weak.lock())
-          self->resignedKey();
-      },
-      panel->notificationObject());
+      [this](const auto&) { resignedKey(); }, panel->notificationObject());
 }
 
 void HistoryPanelController::resignedKey() {
@@ -59,8 +55,7 @@ void HistoryPanelController::resignedKey() {
 }
 
 void HistoryPanelController::close() {
-  NotificationCenter::defaultCenter().removeObserver(resignKeyObserver);
-  resignKeyObserver.reset();
+  resignKeyObserver.end();
   if (panel)
     panel->hide();
   panel.reset();

@@ -18,7 +18,7 @@ class ThumbnailLoader;
 
 /// Shows the history as a floating panel. Each opening makes a new one and each closing throws it away; what
 /// lasts is the view model. A panel that loses the keyboard closes, unless the model is locked then.
-class HistoryPanelController : public std::enable_shared_from_this<HistoryPanelController> {
+class HistoryPanelController {
  public:
   static std::shared_ptr<HistoryPanelController> create(std::shared_ptr<HistoryViewModel> viewModel,
                                                         ThumbnailLoader& loader);
@@ -47,7 +47,7 @@ class HistoryPanelController : public std::enable_shared_from_this<HistoryPanelC
   const std::shared_ptr<HistoryViewModel> viewModel;
   ThumbnailLoader& loader;
   std::unique_ptr<platform::FocusablePanel, DeleteLater> panel;
-  platform::NotificationCenter::Token resignKeyObserver;
+  platform::Subscription resignKeyObserver;
 };
 
 }  // namespace sorrel

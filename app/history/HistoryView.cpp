@@ -62,14 +62,12 @@ HistoryView::HistoryView(std::shared_ptr<HistoryViewModel> viewModel, ThumbnailL
   refresh();
 }
 
-HistoryView::~HistoryView() {
-  pendingRefresh.cancel();
-}
+HistoryView::~HistoryView() = default;
 
 void HistoryView::setNeedsRefresh() {
   // Observers are told before the change; by the next turn it is in place.
   if (!pendingRefresh.isPending())
-    pendingRefresh = platform::MainQueue::main().async([this] { refresh(); });
+    pendingRefresh = platform::MainQueue::main().asyncAfter({}, [this] { refresh(); });
 }
 
 void HistoryView::refresh() {

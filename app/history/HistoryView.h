@@ -44,9 +44,9 @@ class HistoryView : public QWidget {
   HistoryFooter* footer;
   ToastView* toast;
   platform::WorkItem pendingRefresh;
-  platform::Observers::Token modelToken;
-  platform::Observers::Token languageToken;
-  platform::Observers::Token appearanceToken;
+  platform::Subscription modelToken;
+  platform::Subscription languageToken;
+  platform::Subscription appearanceToken;
 };
 
 }  // namespace sorrel

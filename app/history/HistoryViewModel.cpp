@@ -2,7 +2,6 @@
 
 #include "app/capture/ClipboardService.h"
 #include "app/settings/LocalizationManager.h"
-#include "platform/base/MainQueue.h"
 #include "platform/base/UserDefaults.h"
 #include "platform/desktop/Workspace.h"
 
@@ -27,7 +26,7 @@ HistoryViewModel::HistoryViewModel()
                [this] { UserDefaults::standard().set(lockedKey, isLocked.get()); }) {
 }
 
-platform::Observers::Token HistoryViewModel::observe(std::function<void()> observer) {
+platform::Subscription HistoryViewModel::observe(std::function<void()> observer) {
   return observers.add(std::move(observer));
 }
 
@@ -44,12 +43,7 @@ void HistoryViewModel::handleQuillonButton(const Screenshot& screenshot) {
 
 void HistoryViewModel::showToast(const QString& text) {
   toast = text;
-  const int token = ++toastToken;
-  platform::MainQueue::main().asyncAfter(toastDuration, [weak = weak_from_this(), token] {
-    const auto self = weak.lock();
-    if (self && self->toastToken == token)
-      self->toast = std::nullopt;
-  });
+  dismissal = platform::MainQueue::main().asyncAfter(toastDuration, [this] { toast = std::nullopt; });
 }
 
 }  // namespace sorrel

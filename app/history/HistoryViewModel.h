@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/capture/ScreenshotStore.h"
+#include "platform/base/MainQueue.h"
 #include "platform/base/Published.h"
 
 #include <QString>
@@ -13,14 +14,14 @@ namespace sorrel {
 
 /// What the history shows, kept for as long as the program runs: panels come and go around it. It never reads
 /// the folder by itself; whoever knows that the folder may have changed sets the list. Main thread only.
-class HistoryViewModel : public std::enable_shared_from_this<HistoryViewModel> {
+class HistoryViewModel {
  public:
   static std::shared_ptr<HistoryViewModel> create();
   HistoryViewModel(const HistoryViewModel&) = delete;
   HistoryViewModel& operator=(const HistoryViewModel&) = delete;
 
-  /// Calls `observer` before each change of a field below, until the returned token goes.
-  [[nodiscard]] platform::Observers::Token observe(std::function<void()> observer);
+  /// Calls `observer` before each change of a field below.
+  [[nodiscard]] platform::Subscription observe(std::function<void()> observer);
 
  private:
   HistoryViewModel();
@@ -41,7 +42,7 @@ class HistoryViewModel : public std::enable_shared_from_this<HistoryViewModel> {
  private:
   void showToast(const QString& text);
 
-  int toastToken = 0;
+  platform::WorkItem dismissal;  // of the toast on show
 };
 
 }  // namespace sorrel

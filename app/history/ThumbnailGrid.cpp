@@ -74,9 +74,7 @@ ThumbnailGrid::ThumbnailGrid(ThumbnailLoader& loader, Actions callbacks, QWidget
   retranslate();
 }
 
-ThumbnailGrid::~ThumbnailGrid() {
-  dateRefresh.cancel();
-}
+ThumbnailGrid::~ThumbnailGrid() = default;
 
 void ThumbnailGrid::setScreenshots(std::vector<Screenshot> list) {
   const int scrolledTo = verticalOffset();
@@ -318,10 +316,8 @@ void ThumbnailGrid::copy(int row) {
   const Screenshot shot = screenshots.at(row);
   actions.onCopy(shot);
   flashes.setOn(shot.path, true);
-  platform::MainQueue::main().asyncAfter(flashDuration, [view = QPointer(this), path = shot.path] {
-    if (view)
-      view->flashes.setOn(path, false);
-  });
+  flashEnds[shot.path] = platform::MainQueue::main().asyncAfter(
+      flashDuration, [this, path = shot.path] { flashes.setOn(path, false); });
 }
 
 void ThumbnailGrid::mousePressEvent(QMouseEvent* event) {

@@ -10,6 +10,7 @@
 #include <QAbstractItemView>
 
 #include <functional>
+#include <map>
 
 namespace sorrel {
 
@@ -90,6 +91,7 @@ class ThumbnailGrid : public QAbstractItemView {
   SymbolButton* const copyButton;
   platform::Rotation progress;
   platform::WorkItem dateRefresh;
+  std::map<QString, platform::WorkItem> flashEnds;  // by path
 };
 
 }  // namespace sorrel

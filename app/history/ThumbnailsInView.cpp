@@ -19,10 +19,6 @@ ThumbnailsInView::ThumbnailsInView(ThumbnailLoader& thumbnailLoader,
     : loader(thumbnailLoader), onPicture(std::move(whenThere)) {
 }
 
-ThumbnailsInView::~ThumbnailsInView() {
-  pendingLoading.cancel();
-}
-
 ThumbnailsInView::State ThumbnailsInView::show(std::span<const Screenshot> inView, qreal squareSide,
                                                qreal pixelRatio) {
   QHash<QString, Thumbnail> before = std::exchange(thumbnails, {});
@@ -47,7 +43,7 @@ ThumbnailsInView::State ThumbnailsInView::show(std::span<const Screenshot> inVie
   }
   // Not now: the workers would take the cores from the frame that is being painted.
   if (!missing.empty() && !pendingLoading.isPending())
-    pendingLoading = platform::MainQueue::main().async([this] { loadMissing(); });
+    pendingLoading = platform::MainQueue::main().asyncAfter({}, [this] { loadMissing(); });
   return state;
 }
 

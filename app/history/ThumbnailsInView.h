@@ -21,8 +21,6 @@ class ThumbnailsInView {
 
   /// `onPicture` is told the path of each screenshot whose picture has come in.
   ThumbnailsInView(ThumbnailLoader& loader, std::function<void(const QString& path)> onPicture);
-
-  ~ThumbnailsInView();
   ThumbnailsInView(const ThumbnailsInView&) = delete;
   ThumbnailsInView& operator=(const ThumbnailsInView&) = delete;
 

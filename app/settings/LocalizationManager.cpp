@@ -80,7 +80,7 @@ void LocalizationManager::setLanguage(AppLanguage language) {
   observers.tell();
 }
 
-platform::Observers::Token LocalizationManager::observe(std::function<void()> observer) {
+platform::Subscription LocalizationManager::observe(std::function<void()> observer) {
   return observers.add(std::move(observer));
 }
 

@@ -41,8 +41,8 @@ class LocalizationManager {
   /// has no such table.
   [[nodiscard]] std::shared_ptr<const platform::Bundle> bundle() const { return table; }
 
-  /// Calls `observer` after each change of the language, until the returned token goes.
-  [[nodiscard]] platform::Observers::Token observe(std::function<void()> observer);
+  /// Calls `observer` after each change of the language.
+  [[nodiscard]] platform::Subscription observe(std::function<void()> observer);
 
  private:
   LocalizationManager();

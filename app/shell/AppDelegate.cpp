@@ -34,11 +34,7 @@ AppDelegate::AppDelegate(Windows allWindows, std::unique_ptr<platform::Updater> 
     : windows(std::move(allWindows)), updater(std::move(programUpdater)), terminate(std::move(onTerminate)) {
 }
 
-AppDelegate::~AppDelegate() {
-  retentionTimer.cancel();
-  for (const auto& observer : observers)
-    NotificationCenter::defaultCenter().removeObserver(observer);
-}
+AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching() {
   [[maybe_unused]] const QUrl created = AppPaths::bottleDirectory();
@@ -88,10 +84,7 @@ void AppDelegate::registerObservers() {
   const auto observe = [this](const char* name, void (*action)(AppDelegate&, const Notification&)) {
     observers.push_back(NotificationCenter::defaultCenter().addObserver(
         QString::fromLatin1(name), NotificationCenter::Queue::Main,
-        [weak = weak_from_this(), action](const Notification& notification) {
-          if (const auto self = weak.lock())
-            action(*self, notification);
-        }));
+        [this, action](const Notification& notification) { action(*this, notification); }));
   };
   observe(Notifications::openSettings, [](AppDelegate& self, const auto&) { self.showSettingsWindow(); });
   observe(Notifications::screenshotsChanged, [](AppDelegate& self, const auto&) { self.refresh(); });
@@ -115,10 +108,7 @@ void AppDelegate::runRetentionSweep() {
 
 void AppDelegate::scheduleRetentionSweep() {
   using namespace std::chrono_literals;
-  retentionTimer = MainQueue::main().scheduleRepeating(24h, 1h, [weak = weak_from_this()] {
-    if (const auto self = weak.lock())
-      self->runRetentionSweep();
-  });
+  retentionTimer = MainQueue::main().scheduleRepeating(24h, 1h, [this] { runRetentionSweep(); });
 }
 
 void AppDelegate::refresh() {

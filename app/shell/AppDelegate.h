@@ -77,7 +77,7 @@ class AppDelegate : public std::enable_shared_from_this<AppDelegate> {
   const std::shared_ptr<HistoryViewModel> viewModel = HistoryViewModel::create();
   std::shared_ptr<HistoryPanelController> panelController;  // made at its first use
   platform::WorkItem retentionTimer;
-  std::vector<platform::NotificationCenter::Token> observers;
+  std::vector<platform::Subscription> observers;
   QString folderIconKey;  // what was last applied to the storage folder
 };
 

@@ -14,13 +14,22 @@ struct WorkItem::State {
   bool isCancelled = false;
 };
 
+WorkItem& WorkItem::operator=(WorkItem&& other) noexcept {
+  if (this != &other) {
+    cancel();
+    state = std::move(other.state);
+  }
+  return *this;
+}
+
 void WorkItem::cancel() {
-  if (!state)
+  const auto cancelled = std::exchange(state, nullptr);
+  if (!cancelled)
     return;
-  state->isCancelled = true;
+  cancelled->isCancelled = true;
   auto& queue = MainQueue::main();
   const std::lock_guard lock(queue.mutex);
-  std::erase(queue.items, state);
+  std::erase(queue.items, cancelled);
 }
 
 bool WorkItem::isPending() const {
@@ -43,16 +52,16 @@ MainQueue::MainQueue() : timer(std::make_unique<QTimer>()) {
 
 MainQueue::~MainQueue() = default;
 
-WorkItem MainQueue::async(Block block) {
-  return add({}, {}, {}, std::move(block));
+void MainQueue::async(Block block) {
+  add({}, {}, {}, std::move(block));
 }
 
 WorkItem MainQueue::asyncAfter(Milliseconds delay, Block block) {
-  return add(delay, {}, {}, std::move(block));
+  return WorkItem(add(delay, {}, {}, std::move(block)));
 }
 
 WorkItem MainQueue::scheduleRepeating(Milliseconds interval, Milliseconds tolerance, Block block) {
-  return add(interval, interval, tolerance, std::move(block));
+  return WorkItem(add(interval, interval, tolerance, std::move(block)));
 }
 
 QDateTime MainQueue::now() const {
@@ -69,7 +78,8 @@ qint64 MainQueue::uptime() const {
                 : duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
 }
 
-WorkItem MainQueue::add(Milliseconds delay, Milliseconds interval, Milliseconds tolerance, Block block) {
+MainQueue::Item MainQueue::add(Milliseconds delay, Milliseconds interval, Milliseconds tolerance,
+                               Block block) {
   auto item = std::make_shared<WorkItem::State>();
   item->due = uptime() + std::max<qint64>(delay.count(), 0);
   item->interval = interval;
@@ -84,7 +94,7 @@ WorkItem MainQueue::add(Milliseconds delay, Milliseconds interval, Milliseconds 
     arm();
   else
     QMetaObject::invokeMethod(timer.get(), [this] { arm(); });
-  return WorkItem(std::move(item));
+  return item;
 }
 
 MainQueue::Item MainQueue::takeDue(qint64 until) {

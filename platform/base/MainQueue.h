@@ -12,11 +12,16 @@ class QTimer;
 
 namespace platform {
 
-/// A block handed to the main queue. Copies share the one block; cancelling it before it runs means it never
-/// runs.
-class WorkItem {
+/// A block that the main queue will run, for as long as this lives: a field of whoever wants it done, so that
+/// the block may use `this`. Cancelled before it runs, also by another block that is due, it never runs; one
+/// that repeats may be cancelled from inside. Main thread only.
+class [[nodiscard]] WorkItem {
  public:
   WorkItem() = default;
+  WorkItem(WorkItem&&) noexcept = default;
+  WorkItem& operator=(WorkItem&& other) noexcept;
+  ~WorkItem() { cancel(); }
+
   void cancel();
   [[nodiscard]] bool isPending() const;
 
@@ -43,8 +48,10 @@ class MainQueue {
   MainQueue(const MainQueue&) = delete;
   MainQueue& operator=(const MainQueue&) = delete;
 
-  /// May be called from any thread; everything else here belongs to the main thread.
-  WorkItem async(Block block);
+  /// Belongs to nobody, and runs whatever becomes of the caller. May be called from any thread; everything
+  /// else here belongs to the main thread.
+  void async(Block block);
+  /// Without a delay, at the event loop's next turn.
   WorkItem asyncAfter(Milliseconds delay, Block block);
   /// Runs `block` each `interval` until cancelled, first after one interval. The system may let each turn
   /// slip by up to `tolerance`, so that it can wake for several things at once.
@@ -63,7 +70,7 @@ class MainQueue {
   ~MainQueue();
 
   using Item = std::shared_ptr<WorkItem::State>;
-  WorkItem add(Milliseconds delay, Milliseconds interval, Milliseconds tolerance, Block block);
+  Item add(Milliseconds delay, Milliseconds interval, Milliseconds tolerance, Block block);
   Item takeDue(qint64 until);
   void runDue();
   void arm();

@@ -2,63 +2,38 @@
 
 #include "platform/base/MainQueue.h"
 
-#include <atomic>
-#include <mutex>
-
 namespace platform {
 
-struct NotificationCenter::Observer {
+struct NotificationCenter::Observer : Subscription::Listener {
   QString name;
-  Queue queue;
+  Queue queue = Queue::Main;
   Block block;
   std::optional<QVariant> object;
-  std::atomic<bool> isRemoved = false;
 };
-
-namespace {
-
-std::mutex observersMutex;  // held while the list is read or changed, never while a block runs
-
-}  // namespace
 
 NotificationCenter& NotificationCenter::defaultCenter() {
   static NotificationCenter center;
   return center;
 }
 
-NotificationCenter::Token NotificationCenter::addObserver(const QString& name, Queue queue, Block block,
-                                                          std::optional<QVariant> object) {
+Subscription NotificationCenter::addObserver(const QString& name, Queue queue, Block block,
+                                             std::optional<QVariant> object) {
   auto observer = std::make_shared<Observer>();
   observer->name = name;
   observer->queue = queue;
   observer->block = std::move(block);
   observer->object = std::move(object);
-  const std::lock_guard lock(observersMutex);
+  const std::lock_guard lock(mutex);
+  std::erase_if(observers, [](const auto& weak) { return weak.expired(); });
   observers.push_back(observer);
-  return observer;
-}
-
-void NotificationCenter::removeObserver(const Token& token) {
-  const auto observer = token.lock();
-  if (!observer)
-    return;
-  observer->isRemoved = true;
-  const std::lock_guard lock(observersMutex);
-  std::erase(observers, observer);
+  return Subscription(std::move(observer));
 }
 
 void NotificationCenter::post(const QString& name, const QVariant& object, const QVariantMap& userInfo) {
-  std::vector<std::shared_ptr<Observer>> hearers;
-  {
-    const std::lock_guard lock(observersMutex);
-    for (const auto& observer : observers)
-      if (observer->name == name && (!observer->object || *observer->object == object))
-        hearers.push_back(observer);
-  }
   const Notification notification{name, object, userInfo};
-  for (const auto& observer : hearers) {
+  for (const auto& observer : hearersOf(notification)) {
     const auto deliver = [observer, notification] {
-      if (!observer->isRemoved)
+      if (!observer->hasEnded)
         observer->block(notification);
     };
     if (observer->queue == Queue::PostingThread || MainQueue::isMainThread())
@@ -66,6 +41,17 @@ void NotificationCenter::post(const QString& name, const QVariant& object, const
     else
       MainQueue::main().async(deliver);
   }
+}
+
+std::vector<std::shared_ptr<NotificationCenter::Observer>> NotificationCenter::hearersOf(
+    const Notification& notification) {
+  std::vector<std::shared_ptr<Observer>> hearers;
+  const std::lock_guard lock(mutex);
+  for (const auto& weak : observers)
+    if (const auto observer = weak.lock(); observer && observer->name == notification.name &&
+                                           (!observer->object || *observer->object == notification.object))
+      hearers.push_back(observer);
+  return hearers;
 }
 
 }  // namespace platform

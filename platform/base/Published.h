@@ -1,34 +1,38 @@
 #pragma once
 
+#include "platform/base/Subscription.h"
+
 #include <functional>
-#include <memory>
 #include <utility>
-#include <vector>
 
 namespace platform {
 
-/// Those who want to hear of a change.
+/// Those who want to hear of changes of some fields.
 class Observers {
  public:
-  /// Keeps its observer listening as long as it lives.
-  using Token = std::shared_ptr<void>;
+  /// A field is known by its address.
+  using Field = const void*;
 
-  [[nodiscard]] Token add(std::function<void()> observer) {
-    std::erase_if(observers, [](const auto& weak) { return weak.expired(); });
-    auto token = std::make_shared<std::function<void()>>(std::move(observer));
-    observers.push_back(token);
-    return token;
+  /// Hears of each change.
+  [[nodiscard]] Subscription add(std::function<void()> observer) {
+    return listeners.add([observer = std::move(observer)](Field) { observer(); });
+  }
+  /// Hears of each change and which field it is; null where the source doesn't tell.
+  [[nodiscard]] Subscription add(std::function<void(Field)> observer) {
+    return listeners.add(std::move(observer));
+  }
+  /// Hears of the changes of one field.
+  [[nodiscard]] Subscription add(Field field, std::function<void()> observer) {
+    return listeners.add([field, observer = std::move(observer)](Field changing) {
+      if (changing == field)
+        observer();
+    });
   }
 
-  void tell() const {
-    const auto current = observers;  // an observer may add others
-    for (const auto& weak : current)
-      if (const auto observer = weak.lock())
-        (*observer)();
-  }
+  void tell(Field field = nullptr) const { listeners.tell(field); }
 
  private:
-  std::vector<std::weak_ptr<std::function<void()>>> observers;
+  Listeners<Field> listeners;
 };
 
 /// A field that everybody may read and change. Each assignment and each change() tells the observers once,
@@ -36,9 +40,9 @@ class Observers {
 template <typename Value>
 class Published {
  public:
-  explicit Published(const Observers& listening) : value(), observers(listening) {}
+  explicit Published(Observers& listening) : value(), observers(listening) {}
   /// `didChange`, if given, is called when the new value is in place.
-  Published(const Observers& listening, Value initial, std::function<void()> didChange = {})
+  Published(Observers& listening, Value initial, std::function<void()> didChange = {})
       : value(std::move(initial)), observers(listening), hasChanged(std::move(didChange)) {}
   Published(const Published&) = delete;
   Published& operator=(const Published&) = delete;
@@ -52,10 +56,15 @@ class Published {
     return *this;
   }
 
+  /// As Observers::add() for this field alone.
+  [[nodiscard]] Subscription observe(std::function<void()> observer) const {
+    return observers.add(this, std::move(observer));
+  }
+
   /// Changes the value in place: `edit` gets a reference to it.
   template <typename Edit>
   void change(Edit edit) {
-    observers.tell();
+    observers.tell(this);
     edit(value);
     if (hasChanged)
       hasChanged();
@@ -63,7 +72,7 @@ class Published {
 
  private:
   Value value;
-  const Observers& observers;
+  Observers& observers;
   const std::function<void()> hasChanged;
 };
 
@@ -77,6 +86,7 @@ class PublishedBy : private Published<Value> {
  public:
   using Published<Value>::Published;
   using Published<Value>::get;
+  using Published<Value>::observe;
   using Published<Value>::operator const Value&;
   using Published<Value>::operator->;
 };

@@ -103,11 +103,7 @@ void UserDefaults::write(const QString& key, const QJsonValue& value) {
     values.insert(key, value);
   if (mayWrite)
     save();
-
-  const auto current = observers;  // an observer may add others
-  for (const auto& weak : current)
-    if (const auto observer = weak.lock(); observer && observer->key == key)
-      observer->block();
+  observers.tell(key);
 }
 
 void UserDefaults::save() const {
@@ -118,11 +114,11 @@ void UserDefaults::save() const {
     log(QStringLiteral("Sorrel settings: %1 can't be written: %2").arg(filePath, file.errorString()));
 }
 
-UserDefaults::Token UserDefaults::observe(const QString& key, std::function<void()> block) {
-  std::erase_if(observers, [](const auto& weak) { return weak.expired(); });
-  auto observer = std::make_shared<Observer>(Observer{key, std::move(block)});
-  observers.push_back(observer);
-  return observer;
+Subscription UserDefaults::observe(const QString& key, std::function<void()> observer) {
+  return observers.add([key, observer = std::move(observer)](const QString& changed) {
+    if (changed == key)
+      observer();
+  });
 }
 
 }  // namespace platform

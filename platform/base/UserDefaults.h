@@ -1,13 +1,13 @@
 #pragma once
 
+#include "platform/base/Subscription.h"
+
 #include <QJsonObject>
 #include <QString>
 #include <QStringList>
 
 #include <functional>
-#include <memory>
 #include <optional>
-#include <vector>
 
 namespace platform {
 
@@ -47,15 +47,10 @@ class UserDefaults {
   void set(const QString& key, bool value) { write(key, QJsonValue(value)); }
   void remove(const QString& key) { write(key, QJsonValue(QJsonValue::Undefined)); }
 
-  /// Calls `observer` after each change of the key's value, until the returned token goes.
-  using Token = std::shared_ptr<void>;
-  [[nodiscard]] Token observe(const QString& key, std::function<void()> observer);
+  /// Calls `observer` after each change of the key's value.
+  [[nodiscard]] Subscription observe(const QString& key, std::function<void()> observer);
 
  private:
-  struct Observer {
-    QString key;
-    std::function<void()> block;
-  };
   void read();
   void setAside(const QString& problem);
   void save() const;
@@ -64,7 +59,7 @@ class UserDefaults {
   const QString filePath;
   QJsonObject values;
   bool mayWrite = true;  // not over a file that couldn't be read
-  std::vector<std::weak_ptr<Observer>> observers;
+  Listeners<const QString&> observers;
 };
 
 }  // namespace platform

@@ -35,7 +35,7 @@ Appearance currentAppearance() {
   return isDark ? Appearance::Dark : Appearance::Light;
 }
 
-Observers::Token observeAppearance(std::function<void()> handler) {
+Subscription observeAppearance(std::function<void()> handler) {
   static PaletteWatch watch;
   return watch.observers.add(std::move(handler));
 }

@@ -9,8 +9,8 @@ namespace platform {
 /// Whether the desktop's windows are light or dark.
 enum class Appearance { Light, Dark };
 [[nodiscard]] Appearance currentAppearance();
-/// Calls `handler` after each change, until the returned token goes. Main thread only.
-[[nodiscard]] Observers::Token observeAppearance(std::function<void()> handler);
+/// Calls `handler` after each change. Main thread only.
+[[nodiscard]] Subscription observeAppearance(std::function<void()> handler);
 
 /// A colour that differs between the two appearances.
 struct Color {

@@ -34,10 +34,6 @@ Motion::Motion(Duration howLong, Easing how, std::function<void(double)> handler
     : duration(howLong), easing(how), onStep(std::move(handler)) {
 }
 
-Motion::~Motion() {
-  nextStep.cancel();
-}
-
 void Motion::moveTo(double where) {
   if (!isMotionWanted()) {
     jumpTo(where);
@@ -55,7 +51,6 @@ void Motion::jumpTo(double where) {
 }
 
 void Motion::scheduleStep() {
-  nextStep.cancel();
   nextStep = MainQueue::main().asyncAfter(frame, [this] { step(); });
 }
 
@@ -79,10 +74,6 @@ void Motion::arriveAt(double value) {
 
 Rotation::Rotation(std::chrono::milliseconds step, int perTurn, std::function<void()> handler)
     : interval(step), stepsPerTurn(perTurn), onStep(std::move(handler)) {
-}
-
-Rotation::~Rotation() {
-  stop();
 }
 
 void Rotation::start() {

@@ -27,7 +27,6 @@ class Motion {
   /// `onStep` hears each new value, the last of which is exactly what the motion was sent to. It may send it
   /// elsewhere or destroy it.
   Motion(Duration duration, Easing easing, std::function<void(double)> onStep);
-  ~Motion();
   Motion(const Motion&) = delete;
   Motion& operator=(const Motion&) = delete;
 
@@ -59,7 +58,6 @@ class Motion {
 class Rotation {
  public:
   Rotation(std::chrono::milliseconds step, int stepsPerTurn, std::function<void()> onStep);
-  ~Rotation();
   Rotation(const Rotation&) = delete;
   Rotation& operator=(const Rotation&) = delete;
 

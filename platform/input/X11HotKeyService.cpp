@@ -41,7 +41,6 @@ X11HotKeyService::X11HotKeyService(xcb_connection_t* x11) : connection(x11) {
 }
 
 X11HotKeyService::~X11HotKeyService() {
-  restoring.cancel();
   for (const auto& [reference, hotKey] : hotKeys)
     ungrab(hotKey);
   if (!held.empty())
@@ -295,7 +294,7 @@ void X11HotKeyService::ungrab(const HotKey& hotKey) const {
 /// A new keymap comes as a burst of events.
 void X11HotKeyService::keyboardChanged() {
   if (!restoring.isPending())
-    restoring = MainQueue::main().async([this] { restoreGrabs(); });
+    restoring = MainQueue::main().asyncAfter({}, [this] { restoreGrabs(); });
 }
 
 /// Grabs are by position, so only moved modifiers touch them.

@@ -13,7 +13,6 @@ class ServiceTest : public ShortcutsTest {
                                     changes << change.userInfo.value(u"name"_s).value<Name>().rawValue();
                                   });
   }
-  ~ServiceTest() override { center.removeObserver(observer); }
 
   /// Logs the name at a press, and in brackets at a release.
   void watch(const Name& name) {
@@ -32,7 +31,7 @@ class ServiceTest : public ShortcutsTest {
   }
 
   platform::NotificationCenter& center = platform::NotificationCenter::defaultCenter();
-  platform::NotificationCenter::Token observer;
+  platform::Subscription observer;
   QStringList changes;
   QStringList heard;
   const QString one = u"one"_s;

@@ -30,7 +30,7 @@ EditorModel::EditorModel(const QUrl& url, const QImage& decoded)
     });
 }
 
-platform::Observers::Token EditorModel::observe(std::function<void()> observer) {
+platform::Subscription EditorModel::observe(std::function<void()> observer) {
   return observers.add(std::move(observer));
 }
 

@@ -43,8 +43,8 @@ class EditorModel {
   EditorModel(const EditorModel&) = delete;
   EditorModel& operator=(const EditorModel&) = delete;
 
-  /// Calls `observer` before each change of a field below, until the returned token goes.
-  [[nodiscard]] platform::Observers::Token observe(std::function<void()> observer);
+  /// Calls `observer` before each change of a field below.
+  [[nodiscard]] platform::Subscription observe(std::function<void()> observer);
 
  private:
   template <typename Value>

@@ -36,17 +36,13 @@ class HistoryViewTest : public HistoryFixture {
     model->screenshots = ScreenshotStore::all();
     clock.run();
   }
-  ~HistoryViewTest() override {
-    for (const auto& observer : observers)
-      platform::NotificationCenter::defaultCenter().removeObserver(observer);
-  }
   /// Notes the notification's object each time.
   void listen(const char* name) {
-    observers << platform::NotificationCenter::defaultCenter().addObserver(
+    observers.push_back(platform::NotificationCenter::defaultCenter().addObserver(
         QString::fromLatin1(name), platform::NotificationCenter::Queue::Main,
         [this, name](const auto& heard) {
           posted << QString::fromLatin1(name) + u' ' + heard.object.toUrl().fileName();
-        });
+        }));
   }
   [[nodiscard]] QPoint centerOf(int row) const {
     return grid->visualRect(grid->model()->index(row, 0)).center();
@@ -83,7 +79,7 @@ class HistoryViewTest : public HistoryFixture {
   std::unique_ptr<HistoryView> view;
   ThumbnailGrid* grid = nullptr;
   QStringList posted;
-  QList<platform::NotificationCenter::Token> observers;
+  std::vector<platform::Subscription> observers;
 };
 
 TEST_F(HistoryViewTest, APictureFillsTheCellThatItEndsUpIn) {

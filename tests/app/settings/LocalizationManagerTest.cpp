@@ -56,9 +56,9 @@ TEST_F(LocalizationManagerTest, aChoiceIsStoredAndOutlivesARestart) {
   });
   manager.setLanguage(AppLanguage::ko);
   EXPECT_EQ(changes, 1);
-  token.reset();
+  token.end();
   manager.setLanguage(AppLanguage::en);
-  EXPECT_EQ(changes, 1) << "no token, no call";
+  EXPECT_EQ(changes, 1) << "nothing more after its end";
   startWith(u":/sorrel"_s, {u"ko-KR"_s});
   EXPECT_EQ(LocalizationManager::shared().language(), AppLanguage::en);
   EXPECT_EQ(localized(quit), u"Quit Sorrel"_s);

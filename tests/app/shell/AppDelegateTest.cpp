@@ -98,7 +98,7 @@ class AppDelegateTest : public testing::Test {
   LogCapture log;
   QStringList calls;
   bool wasOpen = false;
-  platform::Observers::Token historyToken;
+  platform::Subscription historyToken;
   QList<std::pair<Task, std::function<void()>>> tools;
   TaskLauncherOverride launcher{[this](const Task& task, auto onTermination) -> std::optional<QString> {
     if (task.executable.endsWith(u"/screencapture"_s))

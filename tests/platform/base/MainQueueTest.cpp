@@ -1,5 +1,6 @@
 #include "platform/base/MainQueue.h"
 #include "platform/base/NotificationCenter.h"
+#include "platform/base/Published.h"
 
 #include <QEventLoop>
 
@@ -12,6 +13,8 @@ using platform::MainQueue;
 using platform::ManualClock;
 using platform::Notification;
 using platform::NotificationCenter;
+using platform::Subscription;
+using platform::WorkItem;
 
 namespace {
 
@@ -20,9 +23,9 @@ TEST(MainQueueTest, WorkRunsInOrderOfItsTimeAndNeverInsideTheCall) {
   auto& queue = MainQueue::main();
   QStringList ran;
   const auto note = [&](const QString& what) { return [&ran, what] { ran << what; }; };
-  queue.asyncAfter(20ms, note(u"late"_s));
-  queue.asyncAfter(10ms, note(u"early"_s));
-  queue.asyncAfter(10ms, note(u"early, second"_s));
+  const WorkItem late = queue.asyncAfter(20ms, note(u"late"_s));
+  const WorkItem early = queue.asyncAfter(10ms, note(u"early"_s));
+  const WorkItem second = queue.asyncAfter(10ms, note(u"early, second"_s));
   queue.async(note(u"at once"_s));
   EXPECT_TRUE(ran.isEmpty());
   clock.advance(10ms);
@@ -34,7 +37,9 @@ TEST(MainQueueTest, WorkRunsInOrderOfItsTimeAndNeverInsideTheCall) {
 
   QDateTime ranAt;
   const QDateTime start = queue.now();
-  queue.asyncAfter(10ms, [&] { queue.asyncAfter(10ms, [&] { ranAt = queue.now(); }); });
+  WorkItem inner;
+  const WorkItem outer =
+      queue.asyncAfter(10ms, [&] { inner = queue.asyncAfter(10ms, [&] { ranAt = queue.now(); }); });
   clock.advance(100ms);
   EXPECT_EQ(start.msecsTo(ranAt), 20) << "what a block adds runs at its own time";
 }
@@ -43,30 +48,35 @@ TEST(MainQueueTest, CancelledWorkNeverRuns) {
   ManualClock clock;
   auto& queue = MainQueue::main();
   int ran = 0;
-  platform::WorkItem second;
+  WorkItem second;
   // The first cancels the second though both are due.
-  queue.asyncAfter(5ms, [&] { second.cancel(); });
+  const WorkItem first = queue.asyncAfter(5ms, [&] { second.cancel(); });
   second = queue.asyncAfter(5ms, [&] { ++ran; });
-  platform::WorkItem repeating = queue.scheduleRepeating(10ms, 0ms, [&] {
+  WorkItem replaced = queue.asyncAfter(5ms, [&] { ++ran; });
+  replaced = queue.asyncAfter(1h, [&] { ++ran; });
+  {
+    const WorkItem dropped = queue.asyncAfter(5ms, [&] { ++ran; });
+  }
+  WorkItem repeating = queue.scheduleRepeating(10ms, 0ms, [&] {
     if (++ran == 3)
       repeating.cancel();
   });
   EXPECT_TRUE(second.isPending());
   clock.advance(100ms);
   EXPECT_EQ(ran, 3);
-  EXPECT_EQ(clock.pending(), 0);
-  platform::WorkItem().cancel();  // an empty one does no harm
+  EXPECT_EQ(clock.pending(), 1);
 }
 
 TEST(MainQueueTest, TheRealQueueRunsWorkFromOtherThreadsOnTheMainThread) {
   QEventLoop loop;
   bool onMain = false;
   QStringList order;
-  MainQueue::main().asyncAfter(1ms, [&] { order << u"timed"_s; });
+  const WorkItem timed = MainQueue::main().asyncAfter(1ms, [&] { order << u"timed"_s; });
+  WorkItem end;
   std::thread other([&] {
     MainQueue::main().async([&] {
       onMain = MainQueue::isMainThread();
-      MainQueue::main().asyncAfter(2ms, [&] { loop.quit(); });
+      end = MainQueue::main().asyncAfter(2ms, [&] { loop.quit(); });
     });
   });
   loop.exec();
@@ -86,9 +96,9 @@ TEST(NotificationCenterTest, ObserversHearTheirNameAndObject) {
     };
   };
   using Queue = NotificationCenter::Queue;
-  center.addObserver(name, Queue::PostingThread, note(u"any "_s));
-  center.addObserver(name, Queue::Main, note(u"only b "_s), u"b"_s);
-  center.addObserver(u"another"_s, Queue::Main, note(u"never "_s));
+  const Subscription any = center.addObserver(name, Queue::PostingThread, note(u"any "_s));
+  const Subscription onlyB = center.addObserver(name, Queue::Main, note(u"only b "_s), u"b"_s);
+  const Subscription other = center.addObserver(u"another"_s, Queue::Main, note(u"never "_s));
   center.post(name, u"a"_s);
   center.post(name, u"b"_s, {{u"k"_s, u"!"_s}});
   EXPECT_EQ(heard.join(u','), u"any a,any b!,only b b!"_s);
@@ -98,11 +108,12 @@ TEST(NotificationCenterTest, ObserversMayComeAndGoDuringAPost) {
   using Queue = NotificationCenter::Queue;
   NotificationCenter center;
   QString heard;
-  NotificationCenter::Token second;
-  center.addObserver(name, Queue::PostingThread, [&](const auto&) {
+  Subscription second, third;
+  const Subscription first = center.addObserver(name, Queue::PostingThread, [&](const auto&) {
     heard += u'1';
-    center.removeObserver(second);
-    center.addObserver(name, Queue::PostingThread, [&](const auto&) { heard += u'3'; });
+    second.end();
+    if (heard.size() == 1)
+      third = center.addObserver(name, Queue::PostingThread, [&](const auto&) { heard += u'3'; });
   });
   second = center.addObserver(name, Queue::PostingThread, [&](const auto&) { heard += u'2'; });
   center.post(name);
@@ -111,16 +122,68 @@ TEST(NotificationCenterTest, ObserversMayComeAndGoDuringAPost) {
   EXPECT_EQ(heard, u"113"_s);
 }
 
+TEST(NotificationCenterTest, WhatIsUnderWayToOneWhoHasGoneIsNotDelivered) {
+  ManualClock clock;
+  NotificationCenter center;
+  int heard = 0;
+  Subscription gone =
+      center.addObserver(name, NotificationCenter::Queue::Main, [&](const auto&) { ++heard; });
+  std::thread([&] { center.post(name); }).join();
+  gone.end();
+  clock.run();
+  EXPECT_EQ(heard, 0);
+}
+
 TEST(NotificationCenterTest, APostFromAnotherThreadReachesTheMainThread) {
   ManualClock clock;
   NotificationCenter center;
   bool onMain = false;
-  center.addObserver(name, NotificationCenter::Queue::Main,
-                     [&](const auto&) { onMain = MainQueue::isMainThread(); });
+  const Subscription observer = center.addObserver(name, NotificationCenter::Queue::Main,
+                                                   [&](const auto&) { onMain = MainQueue::isMainThread(); });
   std::thread([&] { center.post(name); }).join();
   EXPECT_FALSE(onMain);
   clock.run();
   EXPECT_TRUE(onMain);
+}
+
+struct Model {
+  platform::Observers observers;
+  platform::Published<int> count{observers, 0};
+  platform::Published<QString> text{observers};
+};
+
+TEST(SubscriptionTest, HearsOneFieldOrAllOfThemBeforeTheChange) {
+  Model model;
+  QStringList heard;
+  const Subscription all = model.observers.add([&] { heard << u"some"_s; });
+  const Subscription which = model.observers.add(
+      [&](platform::Observers::Field field) { heard << (field == &model.text ? u"text"_s : u"other"_s); });
+  const Subscription one = model.count.observe([&] { heard << QString::number(model.count); });
+  model.count = 5;
+  model.text = u"new"_s;
+  EXPECT_EQ(heard.join(u' '), u"some other 0 some text"_s);
+}
+
+TEST(SubscriptionTest, MayEndInsideItsOwnCallAndOutliveItsSource) {
+  auto model = std::make_unique<Model>();
+  int heard = 0;
+  auto captured = std::make_shared<int>(7);
+  Subscription once = model->count.observe([&, captured] {
+    once.end();
+    ++heard;
+    EXPECT_EQ(*captured, 7);
+    model->count = 2;  // the call within the call finds it ended
+  });
+  model->count = 1;
+  EXPECT_EQ(heard, 1);
+  EXPECT_EQ(captured.use_count(), 1) << "what the block held is let go";
+  Subscription last = model->observers.add([&] {
+    ++heard;
+    model.reset();
+  });
+  model->observers.tell();
+  EXPECT_EQ(heard, 2);
+  last.end();
 }
 
 }  // namespace

@@ -94,7 +94,7 @@ TEST_F(UserDefaultsTest, ObserversHearTheirKeyWhenItChanges) {
   defaults.set(u"other"_s, 1);
   defaults.set(key, 2);
   EXPECT_EQ(heard, 2);
-  token.reset();
+  token.end();
   defaults.remove(key);
   EXPECT_EQ(heard, 2);
 }

@@ -34,7 +34,7 @@ class AppearanceTest : public testing::Test {
   testing_support::SettingsPortal portal{qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS")};
   /// What the observer saw at each call.
   QList<Appearance> seen;
-  Observers::Token token = observeAppearance([this] { seen << currentAppearance(); });
+  Subscription token = observeAppearance([this] { seen << currentAppearance(); });
 };
 
 TEST_F(AppearanceTest, FollowsTheDesktopAndLetsGoOfItAgain) {
@@ -63,7 +63,7 @@ TEST_F(AppearanceTest, FollowsTheDesktopAndLetsGoOfItAgain) {
   untilSeen({Dark, Light, Dark, Light, Dark, Light});
   EXPECT_EQ(portal.questions, 1);
 
-  token.reset();
+  token.end();
   portal.choose(1U);
   until("the last change", [] { return currentAppearance() == Dark; });
   EXPECT_EQ(seen.size(), 6);

@@ -17,10 +17,10 @@ class MenuPresenterTest : public testing::Test {
   MenuPresenterTest() {
     auto& center = NotificationCenter::defaultCenter();
     const auto note = [this](const QString& what) { return [this, what](const auto&) { tracking += what; }; };
-    tokens << center.addObserver(QString::fromLatin1(menuDidBeginTrackingNotification),
-                                 NotificationCenter::Queue::PostingThread, note(u"begin "_s));
-    tokens << center.addObserver(QString::fromLatin1(menuDidEndTrackingNotification),
-                                 NotificationCenter::Queue::PostingThread, note(u"end "_s));
+    opened = center.addObserver(QString::fromLatin1(menuDidBeginTrackingNotification),
+                                NotificationCenter::Queue::PostingThread, note(u"begin "_s));
+    closed = center.addObserver(QString::fromLatin1(menuDidEndTrackingNotification),
+                                NotificationCenter::Queue::PostingThread, note(u"end "_s));
     for (const char* title : {"Settings & more", "Quit"}) {
       MenuItem item;
       item.title = QString::fromLatin1(title);
@@ -31,10 +31,6 @@ class MenuPresenterTest : public testing::Test {
     }
     menu->items.pop_back();
   }
-  ~MenuPresenterTest() override {
-    for (const auto& token : tokens)
-      NotificationCenter::defaultCenter().removeObserver(token);
-  }
 
   QMenu* open() {
     presenter.popUp(menu, QPoint(10, 10));
@@ -43,7 +39,7 @@ class MenuPresenterTest : public testing::Test {
 
   QString tracking;
   QStringList chosen;
-  QList<NotificationCenter::Token> tokens;
+  Subscription opened, closed;
   std::shared_ptr<Menu> menu = std::make_shared<Menu>();
   MenuPresenter presenter;
 };

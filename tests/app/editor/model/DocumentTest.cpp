@@ -81,7 +81,7 @@ TEST_F(DocumentTest, tellsObserversOncePerChangeAndBeforeIt) {
   };
   EXPECT_EQ(count([&] { model->begin({1, 1}); }), 1);
   EXPECT_EQ(count([&] { model->current.change([](auto& stroke) { stroke->points.append({2, 2}); }); }), 1);
-  model->observe([] { FAIL() << "its token has gone"; }).reset();
+  model->observe([] { FAIL() << "it has ended"; }).end();
   EXPECT_EQ(count([&] { model->commit(); }), 3) << "strokes, undoStack, current";
   EXPECT_EQ(count([&] { model->commit(); }), 1) << "current again";
   EXPECT_EQ(count([&] { model->undoLast(); }), 2);
@@ -96,7 +96,7 @@ TEST_F(DocumentTest, tellsObserversOncePerChangeAndBeforeIt) {
   EXPECT_EQ(count([&] { model->undoLast(); }), 9);
   EXPECT_EQ(count([&] { model->tool = model->tool.get(); }), 1) << "also the same value again";
   EXPECT_EQ(count([&] { (void)model->processed(BlurStyle::mosaic); }), 0);
-  token.reset();
+  token.end();
   EXPECT_EQ(count([&] { model->lineWidth = 9; }), 0);
 }
 
