@@ -3,6 +3,7 @@
 #include "app/look/LookStyle.h"
 #include "app/shell/AppColors.h"
 #include "app/shell/AppDelegate.h"
+#include "platform/base/InPlaceFile.h"
 #include "platform/base/TerminationSignals.h"
 #include "platform/desktop/Pasteboard.h"
 #include "platform/input/HotKeyService.h"
@@ -25,6 +26,7 @@ SorrelApp::~SorrelApp() {
 int SorrelApp::run() {
   if (!instance.isFirst())
     return 0;
+  platform::InPlaceFile::finishInterrupted();
   platform::handleTerminationSignals(&QApplication::quit);
   platform::HotKeyService::setCurrent(platform::HotKeyService::forDesktop());
   platform::KeyboardLayout::setCurrent(platform::KeyboardLayout::forDesktop());

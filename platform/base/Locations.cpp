@@ -35,6 +35,10 @@ QString configuration() {
   return baseFolder("XDG_CONFIG_HOME", QStringLiteral(".config")) + QStringLiteral("/Sorrel");
 }
 
+QString state() {
+  return baseFolder("XDG_STATE_HOME", QStringLiteral(".local/state")) + QStringLiteral("/Sorrel");
+}
+
 QString runtime() {
   return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/Sorrel");
 }

@@ -16,6 +16,7 @@ ScratchHome::ScratchHome() {
   set("HOME", folder.path());
   set("XDG_CONFIG_HOME", path(QStringLiteral(".config")));
   set("XDG_DATA_HOME", path(QStringLiteral(".local/share")));
+  set("XDG_STATE_HOME", path(QStringLiteral(".local/state")));
   set("XDG_CACHE_HOME", path(QStringLiteral(".cache")));
   set("XDG_RUNTIME_DIR", path(QStringLiteral(".runtime")));
   QDir().mkpath(path(QStringLiteral(".runtime")));

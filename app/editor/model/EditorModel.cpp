@@ -1,5 +1,6 @@
 #include "app/editor/model/EditorModel.h"
 
+#include "platform/base/FilePath.h"
 #include "platform/base/UserDefaults.h"
 #include "platform/imaging/codecs/ImageDecoder.h"
 
@@ -11,14 +12,16 @@
 namespace sorrel {
 
 std::unique_ptr<EditorModel> EditorModel::open(const QUrl& fileURL) {
+  // Asked for before reading: a file that comes in between must not pass for the one that was read.
+  const auto file = platform::InPlaceFile::identity(platform::FilePath::of(fileURL));
   const auto decoded = platform::ImageDecoder::read(fileURL.toLocalFile());
-  if (!decoded || decoded->isNull())
+  if (!file || !decoded || decoded->isNull())
     return nullptr;
-  return std::unique_ptr<EditorModel>(new EditorModel(fileURL, *decoded));
+  return std::unique_ptr<EditorModel>(new EditorModel(fileURL, *file, *decoded));
 }
 
-EditorModel::EditorModel(const QUrl& url, const QImage& decoded)
-    : fileURL(url), originalByteCount(QFileInfo(url.toLocalFile()).size()) {
+EditorModel::EditorModel(const QUrl& url, const platform::FileIdentity& file, const QImage& decoded)
+    : fileURL(url), originalByteCount(QFileInfo(url.toLocalFile()).size()), openedFile(file) {
   baseImage = decoded;
   imagePixelSize = decoded.size();
   displaySize = fitted(decoded.size());

@@ -3,6 +3,7 @@
 #include "app/editor/model/BlurRegion.h"
 #include "app/editor/model/PenStroke.h"
 #include "app/editor/model/Watermarks.h"
+#include "platform/base/InPlaceFile.h"
 #include "platform/base/Published.h"
 
 #include <QImage>
@@ -105,8 +106,9 @@ class EditorModel {
   /// To be called with each change of the watermark's text.
   void maybeTriggerBurst(const QString& text);
 
-  /// Writes the flattened document over the file, encoded as the file's name says. False, and a log line if
-  /// it was the writing that failed, if that can't be done; the file is whole in any case.
+  /// Writes the flattened document over the file, encoded as the file's name says; beside it, with a log
+  /// line, if another file has taken the name since it was opened. False, and a log line if it was the
+  /// writing that failed, if that can't be done.
   [[nodiscard]] bool save() const;
 
  private:
@@ -122,7 +124,7 @@ class EditorModel {
     QList<EditAction> undoStack;
   };
 
-  EditorModel(const QUrl& fileURL, const QImage& decoded);
+  EditorModel(const QUrl& fileURL, const platform::FileIdentity& file, const QImage& decoded);
 
   /// The largest size of this shape, of whole points, within 1000 by 640, and never larger than the pixels.
   [[nodiscard]] static QSizeF fitted(const QSize& pixels);
@@ -145,6 +147,7 @@ class EditorModel {
   void drawLogoWatermark(platform::DrawingSurface& surface, double scale) const;
   void drawTextWatermark(platform::DrawingSurface& surface, double scale) const;
 
+  const platform::FileIdentity openedFile;
   QImage gaussianCache;
   QImage mosaicCache;
   QImage baseCICache;  // the base image at display size: the input of processed()

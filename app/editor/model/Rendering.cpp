@@ -1,9 +1,10 @@
 #include "app/editor/model/EditorModel.h"
+#include "platform/base/FilePath.h"
+#include "platform/base/InPlaceFile.h"
 #include "platform/base/Log.h"
 #include "platform/base/UserDefaults.h"
 #include "platform/imaging/codecs/ImageEncoder.h"
 #include "platform/imaging/codecs/ImageFormat.h"
-#include "platform/imaging/codecs/InPlaceFile.h"
 #include "platform/imaging/drawing/DrawingSurface.h"
 
 #include <cmath>
@@ -25,15 +26,20 @@ QImage EditorModel::renderBitmap() const {
 
 bool EditorModel::save() const {
   using platform::UserDefaults;
-  const QString path = fileURL.toLocalFile();
-  const auto data = platform::ImageEncoder::encode(renderBitmap(), platform::imageFileTypeFor(path));
+  namespace FilePath = platform::FilePath;
+  const QByteArray path = FilePath::of(fileURL);
+  const auto fileType = platform::imageFileTypeFor(FilePath::text(path));
+  const auto data = platform::ImageEncoder::encode(renderBitmap(), fileType);
   if (!data)
     return false;
-  QString failure;
-  if (!platform::InPlaceFile::write(path, *data, &failure)) {
-    platform::log(QStringLiteral("Sorrel editor save failed: ") + failure);
+  const auto written = platform::InPlaceFile::write(path, *data, openedFile);
+  if (!written) {
+    platform::log(QStringLiteral("Sorrel editor save failed: ") + written.error().reason);
     return false;
   }
+  if (*written != path)
+    platform::log(QStringLiteral("Sorrel editor: another file is now called %1; saved as %2")
+                      .arg(FilePath::text(path), FilePath::text(FilePath::name(*written))));
   if (UserDefaults::standard().boolean(QStringLiteral("rememberWatermarkText")))
     UserDefaults::standard().set(QStringLiteral("lastWatermarkText"), textWM->text);
   return true;

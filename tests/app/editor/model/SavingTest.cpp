@@ -95,14 +95,18 @@ TEST_F(SavingTest, aFullDiskLeavesTheFileWholeAndIsLogged) {
   EXPECT_TRUE(model->save()) << "as soon as there is room";
 }
 
-TEST_F(SavingTest, aFolderInTheFilesPlaceIsLeftAlone) {
+TEST_F(SavingTest, whatHasTakenTheFilesNameIsLeftAlone) {
   const auto model = open({90, 60});
-  QFile::remove(model->fileURL.toLocalFile());
-  QDir().mkdir(model->fileURL.toLocalFile());
+  const QString path = model->fileURL.toLocalFile();
+  QFile::remove(path);
+  QDir().mkdir(path);
   platform::LogCapture log;
-  EXPECT_FALSE(model->save());
+  EXPECT_TRUE(model->save());
   EXPECT_EQ(log.logged.size(), 1);
-  EXPECT_TRUE(QFileInfo(model->fileURL.toLocalFile()).isDir());
+  EXPECT_TRUE(QFileInfo(path).isDir());
+  const QFileInfo file(path);
+  const QString beside = file.path() + u'/' + file.completeBaseName() + QStringLiteral(" (2).png");
+  EXPECT_TRUE(EditorModel::open(QUrl::fromLocalFile(beside)));
 }
 
 }  // namespace

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QUrl>
+
+namespace platform {
+
+/// Paths are kept in the file system's own bytes: a name need not be text, and one that isn't can't be found
+/// again by the text that is shown for it.
+namespace FilePath {
+
+/// The address of an absolute path; what isn't text in it is percent-encoded byte by byte.
+[[nodiscard]] QUrl url(const QByteArray& path);
+/// The path behind a file's address, to the byte; empty if it is no local file's.
+[[nodiscard]] QByteArray of(const QUrl& url);
+
+/// For the eye alone: what isn't UTF-8 shows as replacement characters.
+[[nodiscard]] QString text(const QByteArray& path);
+
+/// The last component, and the same without its extension.
+[[nodiscard]] QByteArray name(const QByteArray& path);
+[[nodiscard]] QByteArray baseName(const QByteArray& path);
+
+/// What to try where the path is taken: "shot.png" becomes "shot (2).png" for the number 2.
+[[nodiscard]] QByteArray numbered(const QByteArray& path, int number);
+
+}  // namespace FilePath
+}  // namespace platform

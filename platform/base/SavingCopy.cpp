@@ -1,0 +1,158 @@
+#include "platform/base/SavingCopy.h"
+
+#include "platform/base/FilePath.h"
+#include "platform/base/Locations.h"
+
+#include <QCryptographicHash>
+#include <QDataStream>
+#include <QDir>
+#include <QSaveFile>
+#include <QUuid>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace platform {
+namespace {
+
+constexpr quint32 signature = 0x53415631;  // of the first form of these files
+constexpr char unfinished[] = ".new-";     // how the names begin of those that aren't complete yet
+
+QString folder() {
+  return Locations::state() + QStringLiteral("/saving");
+}
+
+/// Of one target all copies begin alike.
+QString nameBeginning(const QByteArray& path) {
+  return QString::fromLatin1(QCryptographicHash::hash(path, QCryptographicHash::Sha1).toHex()) + u'-';
+}
+
+bool makeFolder(const QString& path) {
+  constexpr auto forItsOwnerAlone = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+  return QDir(path).exists() || (QDir().mkpath(path) && QFile::setPermissions(path, forItsOwnerAlone));
+}
+
+/// Open and locked; not open if another process has it locked, or it is gone by then.
+Descriptor lockedFile(const QByteArray& path, int flags) {
+  constexpr mode_t forItsOwnerAlone = 0600;
+  Descriptor file(open(path.constData(), flags | O_CLOEXEC, forItsOwnerAlone));
+  const bool isLocked =
+      file.isOpen() && flock(file.get(), LOCK_EX | LOCK_NB) == 0 && access(path.constData(), F_OK) == 0;
+  return isLocked ? std::move(file) : Descriptor();
+}
+
+/// Beyond this limit a write would end the program.
+bool isWithinLimit(qint64 length) {
+  rlimit most{};
+  return getrlimit(RLIMIT_FSIZE, &most) != 0 || static_cast<rlim_t>(length) <= most.rlim_cur;
+}
+
+bool write(int file, const QByteArray& bytes) {
+  errno = writeAll(file, bytesOf({bytes.constData(), static_cast<std::size_t>(bytes.size())}));
+  return errno == 0;
+}
+
+/// Gives a file its name, and brings both to the disk.
+bool publish(int file, const QByteArray& from, const QByteArray& to) {
+  if (fsync(file) != 0 || rename(from.constData(), to.constData()) != 0)
+    return false;
+  const Descriptor parent(open(QFile::encodeName(folder()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  return parent.isOpen() && fsync(parent.get()) == 0;
+}
+
+QByteArray header(const SavingCopy::Target& target, qsizetype length) {
+  QByteArray bytes;
+  QDataStream(&bytes, QIODevice::WriteOnly)
+      << signature << target.path << target.identity.device << target.identity.inode << target.identity.birth
+      << qint64(length);
+  return bytes;
+}
+
+void removeIfNobodyHasIt(const QByteArray& path) {
+  if (lockedFile(path, O_RDONLY).isOpen())
+    unlink(path.constData());
+}
+
+}  // namespace
+
+Result<SavingCopy> SavingCopy::make(const Target& target, const QByteArray& data) {
+  const QByteArray head = header(target, data.size());
+  if (!isWithinLimit(head.size() + data.size()))
+    return Error::fromErrno(EFBIG);
+  if (!makeFolder(folder()))
+    return Error{folder() + QStringLiteral(" can't be made")};
+  const QString name = nameBeginning(target.path) + QUuid::createUuid().toString(QUuid::Id128);
+  const QByteArray path = QFile::encodeName(folder() + u'/' + name);
+  const QByteArray first = QFile::encodeName(folder() + u'/' + QString::fromLatin1(unfinished) + name);
+  Descriptor file = lockedFile(first, O_WRONLY | O_CREAT | O_EXCL);
+  if (file.isOpen() && write(file.get(), head) && write(file.get(), data) && publish(file.get(), first, path))
+    return SavingCopy(path, std::move(file), target, data);
+  const auto failure = Error::fromErrno(errno);
+  unlink(first.constData());
+  unlink(path.constData());
+  return failure;
+}
+
+std::optional<SavingCopy> SavingCopy::read(const QByteArray& path) {
+  Descriptor locked = lockedFile(path, O_RDONLY);
+  QFile file;
+  if (!locked.isOpen() || !file.open(locked.get(), QIODevice::ReadOnly))
+    return std::nullopt;
+  quint32 form = 0;
+  Target target;
+  qint64 length = -1;
+  QDataStream stream(&file);
+  stream >> form >> target.path >> target.identity.device >> target.identity.inode >> target.identity.birth >>
+      length;
+  if (form != signature || stream.status() != QDataStream::Ok)
+    return std::nullopt;
+  QByteArray data = file.readAll();
+  if (data.size() != length)
+    return std::nullopt;
+  return SavingCopy(path, std::move(locked), std::move(target), std::move(data));
+}
+
+std::vector<SavingCopy> SavingCopy::left() {
+  std::vector<SavingCopy> copies;
+  const QDir saving(folder());
+  const auto files = QDir::Files | QDir::Hidden;
+  for (const QString& name : saving.entryList(files, QDir::Time | QDir::Reversed)) {
+    const QByteArray path = QFile::encodeName(saving.filePath(name));
+    if (name.startsWith(QLatin1String(unfinished)))
+      removeIfNobodyHasIt(path);
+    else if (auto copy = read(path))
+      copies.push_back(std::move(*copy));
+  }
+  return copies;
+}
+
+void SavingCopy::remove() {
+  unlink(ownPath.constData());
+  [[maybe_unused]] const int closed = locked.close();
+}
+
+void SavingCopy::removeAllOf(const QByteArray& path) {
+  const QDir saving(folder());
+  for (const QString& name : saving.entryList({nameBeginning(path) + u'*'}, QDir::Files))
+    removeIfNobodyHasIt(QFile::encodeName(saving.filePath(name)));
+}
+
+Result<QString> SavingCopy::keep() {
+  const QString kept = Locations::state() + QStringLiteral("/kept");
+  if (!makeFolder(kept))
+    return Error{kept + QStringLiteral(" can't be made")};
+  const QByteArray first = QFile::encodeName(kept + u'/' + FilePath::text(FilePath::name(about.path)));
+  QString path = QFile::decodeName(first);
+  for (int number = 2; QFile::exists(path); ++number)
+    path = QFile::decodeName(FilePath::numbered(first, number));
+  QSaveFile out(path);
+  if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size() || !out.commit())
+    return Error{out.errorString()};
+  remove();
+  return path;
+}
+
+}  // namespace platform
