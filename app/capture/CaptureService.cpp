@@ -1,12 +1,12 @@
 #include "app/capture/CaptureService.h"
 
 #include "app/capture/AppPaths.h"
+#include "platform/base/FilePath.h"
 #include "platform/base/Locations.h"
 #include "platform/base/Log.h"
 #include "platform/base/MainQueue.h"
 #include "platform/base/Task.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QLocale>
 
@@ -21,22 +21,27 @@ CaptureService& CaptureService::shared() {
 
 void CaptureService::interactiveCaptureToFile(Completion completion) {
   const QUrl url = uniqueURL();
-  runScreencapture({QStringLiteral("-i"), url.toLocalFile()}, url, std::move(completion));
+  const QByteArray path = platform::FilePath::of(url);
+  underWay.insert(path);
+  const auto finish = [this, path, completion = std::move(completion)](const std::optional<QUrl>& result) {
+    underWay.erase(path);
+    completion(result);
+  };
+  runScreencapture({QStringLiteral("-i"), url.toLocalFile()}, url, finish);
 }
 
 void CaptureService::interactiveCaptureToClipboard() {
   runScreencapture({QStringLiteral("-i"), QStringLiteral("-c")}, std::nullopt, [](const auto&) {});
 }
 
-QUrl CaptureService::uniqueURL() {
-  const QDir bottle(AppPaths::bottleDirectory().toLocalFile());
+QUrl CaptureService::uniqueURL() const {
+  namespace FilePath = platform::FilePath;
   const QString base =
       QStringLiteral("Sorrel ") +
       QLocale::c().toString(MainQueue::main().now().toLocalTime(), u"yyyy-MM-dd 'at' HH.mm.ss");
-  QString name = base + QStringLiteral(".png");
-  for (int number = 2; bottle.exists(name); ++number)
-    name = QStringLiteral("%1 (%2).png").arg(base).arg(number);
-  return QUrl::fromLocalFile(bottle.filePath(name));
+  const QByteArray first = FilePath::of(AppPaths::bottleDirectory()) + base.toLatin1() + ".png";
+  return FilePath::url(FilePath::firstFree(
+      first, [this](const QByteArray& path) { return FilePath::exists(path) || underWay.contains(path); }));
 }
 
 void CaptureService::runScreencapture(const QStringList& arguments, const std::optional<QUrl>& fileURL,

@@ -5,11 +5,12 @@
 
 #include <functional>
 #include <optional>
+#include <set>
 
 namespace sorrel {
 
 /// Takes screenshots by running the system's interactive capture tool. Draws nothing and reads no pixels
-/// itself, and keeps no state: captures may overlap. Main thread only.
+/// itself. Captures may overlap: each has a file name of its own from its start on. Main thread only.
 class CaptureService {
  public:
   /// Given the picture's file, or nothing if the user cancelled or the tool failed; called once, on the main
@@ -25,10 +26,12 @@ class CaptureService {
  private:
   CaptureService() = default;
   /// The first free name in the storage folder: of the present second, then numbered from 2.
-  static QUrl uniqueURL();
+  [[nodiscard]] QUrl uniqueURL() const;
   /// `fileURL` is where the tool was told to put the picture, if it was told.
   static void runScreencapture(const QStringList& arguments, const std::optional<QUrl>& fileURL,
                                Completion completion);
+
+  std::set<QByteArray> underWay;  // the paths that tools were given and haven't ended with
 };
 
 }  // namespace sorrel

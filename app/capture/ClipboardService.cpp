@@ -2,13 +2,12 @@
 
 #include "app/capture/Quillon.h"
 #include "app/settings/LocalizationManager.h"
+#include "platform/base/FilePath.h"
 #include "platform/desktop/Pasteboard.h"
 #include "platform/desktop/Workspace.h"
 #include "platform/imaging/codecs/ImageDecoder.h"
 #include "platform/imaging/codecs/ImageEncoder.h"
 #include "platform/imaging/codecs/Thumbnail.h"
-
-#include <QFile>
 
 namespace sorrel::ClipboardService {
 namespace {
@@ -26,11 +25,11 @@ QByteArray pngOf(const QByteArray& file) {
 }
 
 /// The picture in a file, whose bytes are read now and converted, where they must be, when they are pasted.
-std::optional<platform::PasteboardImage> imageWithContentsOf(const QString& path) {
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly) || file.size() > platform::DecodeBounds().bytes)
+std::optional<platform::PasteboardImage> imageWithContentsOf(const QByteArray& path) {
+  const auto file = platform::FilePath::openToRead(path);
+  if (!file || file->size() > platform::DecodeBounds().bytes)
     return std::nullopt;
-  const QByteArray bytes = file.readAll();
+  const QByteArray bytes = file->readAll();
   // The smallest thumbnail is the cheapest way to see that all of the file can be decoded.
   if (!platform::Thumbnail::decode(bytes, 1))
     return std::nullopt;
@@ -42,7 +41,7 @@ std::optional<platform::PasteboardImage> imageWithContentsOf(const QString& path
 void copy(const QUrl& url) {
   platform::Pasteboard::clearContents();
   std::vector<platform::PasteboardObject> objects;
-  if (auto image = imageWithContentsOf(url.toLocalFile()))
+  if (auto image = imageWithContentsOf(platform::FilePath::of(url)))
     objects.emplace_back(std::move(*image));
   objects.emplace_back(url);
   platform::Pasteboard::writeObjects(objects);

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "platform/base/Date.h"
-
-#include <QString>
-#include <QUrl>
+#include "platform/base/FilePath.h"
 
 #include <vector>
 
@@ -11,13 +9,13 @@ namespace sorrel {
 
 /// One picture in the storage folder.
 struct Screenshot {
-  /// Absolute; also what tells one screenshot from another in a list.
-  QString path;
+  /// Absolute, in the file system's own bytes; also what tells one screenshot from another in a list.
+  QByteArray path;
   /// When the file's contents last changed.
   platform::Date date = platform::distantPast;
 
-  [[nodiscard]] const QString& id() const { return path; }
-  [[nodiscard]] QUrl url() const { return QUrl::fromLocalFile(path); }
+  [[nodiscard]] const QByteArray& id() const { return path; }
+  [[nodiscard]] QUrl url() const { return platform::FilePath::url(path); }
   bool operator==(const Screenshot&) const = default;
 };
 

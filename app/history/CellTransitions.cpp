@@ -3,16 +3,16 @@
 namespace sorrel {
 
 CellTransitions::CellTransitions(std::chrono::milliseconds howLong,
-                                 std::function<void(const QString&)> handler)
+                                 std::function<void(const QByteArray&)> handler)
     : duration(howLong), onChange(std::move(handler)) {
 }
 
-double CellTransitions::value(const QString& path) const {
+double CellTransitions::value(const QByteArray& path) const {
   const auto found = motions.find(path);
   return found == motions.end() ? 0 : found->second->value();
 }
 
-void CellTransitions::setOn(const QString& path, bool isOn) {
+void CellTransitions::setOn(const QByteArray& path, bool isOn) {
   std::unique_ptr<platform::Motion>& motion = motions[path];
   if (!motion) {
     const auto step = [this, path](double value) {

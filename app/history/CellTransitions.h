@@ -2,7 +2,7 @@
 
 #include "platform/desktop/Motion.h"
 
-#include <QString>
+#include <QByteArray>
 
 #include <chrono>
 #include <functional>
@@ -15,16 +15,16 @@ namespace sorrel {
 class CellTransitions {
  public:
   /// `onChange` is told the path whenever a value has changed.
-  CellTransitions(std::chrono::milliseconds duration, std::function<void(const QString&)> onChange);
+  CellTransitions(std::chrono::milliseconds duration, std::function<void(const QByteArray&)> onChange);
 
   /// From 0 to 1.
-  [[nodiscard]] double value(const QString& path) const;
-  void setOn(const QString& path, bool isOn);
+  [[nodiscard]] double value(const QByteArray& path) const;
+  void setOn(const QByteArray& path, bool isOn);
 
  private:
   const std::chrono::milliseconds duration;
-  const std::function<void(const QString&)> onChange;
-  std::unordered_map<QString, std::unique_ptr<platform::Motion>> motions;  // of those above 0
+  const std::function<void(const QByteArray&)> onChange;
+  std::unordered_map<QByteArray, std::unique_ptr<platform::Motion>> motions;  // of those above 0
 };
 
 }  // namespace sorrel

@@ -3,11 +3,11 @@
 #include "app/history/RelativeDate.h"
 #include "app/settings/LocalizationManager.h"
 
-#include <QFileInfo>
-
 #include <algorithm>
 
 namespace sorrel {
+
+namespace FilePath = platform::FilePath;
 
 void ScreenshotListModel::setScreenshots(std::vector<Screenshot> screenshots) {
   beginResetModel();
@@ -19,7 +19,7 @@ std::span<const Screenshot> ScreenshotListModel::range(int first, int last) cons
   return std::span(list).subspan(static_cast<size_t>(first), static_cast<size_t>(last - first));
 }
 
-int ScreenshotListModel::rowOf(const QString& path) const {
+int ScreenshotListModel::rowOf(const QByteArray& path) const {
   const auto found =
       std::find_if(list.begin(), list.end(), [&](const auto& shot) { return shot.path == path; });
   return found == list.end() ? -1 : static_cast<int>(found - list.begin());
@@ -37,7 +37,7 @@ QVariant ScreenshotListModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return relativeDate(shot.date);
     case Qt::AccessibleTextRole:
-      return QFileInfo(shot.path).completeBaseName() + QStringLiteral(", ") + relativeDate(shot.date);
+      return FilePath::text(FilePath::baseName(shot.path)) + QStringLiteral(", ") + relativeDate(shot.date);
     case Qt::ToolTipRole:
       return localized(QStringLiteral("history.thumb.help"));
     default:

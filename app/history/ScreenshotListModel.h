@@ -19,7 +19,7 @@ class ScreenshotListModel : public QAbstractListModel {
   /// Those from row `first` up to and without `last`.
   [[nodiscard]] std::span<const Screenshot> range(int first, int last) const;
   /// The row of the screenshot with that path; -1 if there is none.
-  [[nodiscard]] int rowOf(const QString& path) const;
+  [[nodiscard]] int rowOf(const QByteArray& path) const;
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;

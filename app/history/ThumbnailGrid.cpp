@@ -41,9 +41,9 @@ SymbolButton::Look copyLook() {
 ThumbnailGrid::ThumbnailGrid(ThumbnailLoader& loader, Actions callbacks, QWidget* parent)
     : QAbstractItemView(parent),
       actions(std::move(callbacks)),
-      thumbnails(loader, [this](const QString& path) { repaint(path); }),
-      selections(150ms, [this](const QString& path) { repaint(path); }),
-      flashes(250ms, [this](const QString& path) { repaint(path); }),
+      thumbnails(loader, [this](const QByteArray& path) { repaint(path); }),
+      selections(150ms, [this](const QByteArray& path) { repaint(path); }),
+      flashes(250ms, [this](const QByteArray& path) { repaint(path); }),
       deleteButton(new SymbolButton(deleteLook(), buttonSide, viewport())),
       copyButton(new SymbolButton(copyLook(), buttonSide, viewport())),
       progress(progressInterval, progressSteps, [this] { stepProgress(); }) {
@@ -194,7 +194,7 @@ void ThumbnailGrid::selectionChanged(const QItemSelection& now, const QItemSelec
   QAccessible::updateAccessibility(&focused);
 }
 
-void ThumbnailGrid::select(const QString& path) {
+void ThumbnailGrid::select(const QByteArray& path) {
   if (path == selected)
     return;
   if (!selected.isEmpty())
@@ -236,7 +236,7 @@ void ThumbnailGrid::stepProgress() {
     progress.stop();
 }
 
-void ThumbnailGrid::repaint(const QString& path) {
+void ThumbnailGrid::repaint(const QByteArray& path) {
   if (const int row = screenshots.rowOf(path); row >= 0) {
     constexpr int overhang = 8;  // the glow and the growth of a copied thumbnail
     viewport()->update(visualRect(screenshots.index(row)).adjusted(-overhang, -overhang, overhang, overhang));

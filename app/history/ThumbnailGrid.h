@@ -34,7 +34,7 @@ class ThumbnailGrid : public QAbstractItemView {
   /// Shows all texts anew.
   void retranslate();
 
-  [[nodiscard]] const QString& selectedID() const { return selected; }
+  [[nodiscard]] const QByteArray& selectedID() const { return selected; }
 
   // QAbstractItemView
   [[nodiscard]] QRect visualRect(const QModelIndex& index) const override;
@@ -70,8 +70,8 @@ class ThumbnailGrid : public QAbstractItemView {
   [[nodiscard]] std::pair<int, int> rowsIn(int top, int height) const;
   /// Draws the sign of progress anew wherever it is shown.
   void stepProgress();
-  void repaint(const QString& path);
-  void select(const QString& path);
+  void repaint(const QByteArray& path);
+  void select(const QByteArray& path);
   void setHoveredRow(int row);
   void placeButtons();
   void copy(int row);
@@ -80,7 +80,7 @@ class ThumbnailGrid : public QAbstractItemView {
   const Actions actions;
   ScreenshotListModel screenshots;
   ThumbnailsInView thumbnails;
-  QString selected;  // the path
+  QByteArray selected;  // the path
   int lastRow = 0;   // where the keyboard goes on when nothing is selected
   int hoveredRow = -1;
   int pressedRow = -1;
@@ -91,7 +91,7 @@ class ThumbnailGrid : public QAbstractItemView {
   SymbolButton* const copyButton;
   platform::Rotation progress;
   platform::WorkItem dateRefresh;
-  std::map<QString, platform::WorkItem> flashEnds;  // by path
+  std::map<QByteArray, platform::WorkItem> flashEnds;  // by path
 };
 
 }  // namespace sorrel

@@ -1,11 +1,12 @@
 #include "app/history/ThumbnailLoader.h"
 
+#include "platform/base/Directory.h"
+#include "platform/base/FilePath.h"
 #include "platform/base/MainQueue.h"
 #include "platform/imaging/codecs/Thumbnail.h"
 
 #include <QCache>
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QHash>
 
 #include <algorithm>
@@ -20,12 +21,9 @@ namespace {
 
 constexpr qsizetype mostCachedBytes = 64 << 20;
 
-QString cacheKey(const QString& path, int maxPixel) {
-  const QDateTime date = QFileInfo(path).lastModified();
-  const QString seconds = date.isValid()
-                              ? QString::number(static_cast<double>(date.toMSecsSinceEpoch()) / 1000, 'f', 3)
-                              : QStringLiteral("0.0");
-  return QStringLiteral("%1|%2|%3").arg(path, seconds, QString::number(maxPixel));
+QByteArray cacheKey(const QByteArray& path, int maxPixel) {
+  const auto date = platform::modificationDate(path).time_since_epoch().count();
+  return path + '|' + QByteArray::number(date) + '|' + QByteArray::number(maxPixel);
 }
 
 bool isOpaque(const QImage& image) {
@@ -37,7 +35,7 @@ bool isOpaque(const QImage& image) {
   return true;
 }
 
-std::optional<QImage> readForPainter(const QString& path, int maxPixel) {
+std::optional<QImage> readForPainter(const QByteArray& path, int maxPixel) {
   auto image = platform::Thumbnail::read(path, maxPixel);
   if (image) {
     image->convertTo(QImage::Format_ARGB32_Premultiplied);
@@ -54,17 +52,17 @@ class ThumbnailLoader::Work : public std::enable_shared_from_this<Work> {
  public:
   Work(Decode decoder, unsigned most) : decode(std::move(decoder)), mostWorkers(most) {}
 
-  QCache<QString, QImage> cache{mostCachedBytes};  // the main thread's
+  QCache<QByteArray, QImage> cache{mostCachedBytes};  // the main thread's
 
-  void add(const QString& key, const QString& path, int maxPixel,
+  void add(const QByteArray& key, const QByteArray& path, int maxPixel,
            const std::shared_ptr<const Completion>& completion);
   /// Nothing is begun or delivered from here on.
   void close();
 
  private:
   struct Job {
-    QString key;
-    QString path;
+    QByteArray key;
+    QByteArray path;
     int maxPixel;
     std::vector<std::weak_ptr<const Completion>> completions;
     bool hasBegun = false;
@@ -84,14 +82,14 @@ class ThumbnailLoader::Work : public std::enable_shared_from_this<Work> {
 
   const Decode decode;
   const unsigned mostWorkers;
-  std::mutex mutex;                           // guards what follows
-  QHash<QString, std::shared_ptr<Job>> jobs;  // by key, until they are delivered
-  std::vector<std::shared_ptr<Job>> waiting;  // newest last
+  std::mutex mutex;                              // guards what follows
+  QHash<QByteArray, std::shared_ptr<Job>> jobs;  // by key, until they are delivered
+  std::vector<std::shared_ptr<Job>> waiting;     // newest last
   unsigned workers = 0;
   bool isClosed = false;
 };
 
-void ThumbnailLoader::Work::add(const QString& key, const QString& path, int maxPixel,
+void ThumbnailLoader::Work::add(const QByteArray& key, const QByteArray& path, int maxPixel,
                                 const std::shared_ptr<const Completion>& completion) {
   const std::lock_guard lock(mutex);
   std::shared_ptr<Job>& job = jobs[key];
@@ -192,14 +190,14 @@ ThumbnailLoader::~ThumbnailLoader() {
 }
 
 std::optional<QImage> ThumbnailLoader::cached(const QUrl& url, int maxPixel) {
-  const QImage* const image = work->cache.object(cacheKey(url.toLocalFile(), maxPixel));
+  const QImage* const image = work->cache.object(cacheKey(platform::FilePath::of(url), maxPixel));
   return image ? std::optional(*image) : std::nullopt;
 }
 
 ThumbnailLoader::Request ThumbnailLoader::thumbnail(const QUrl& url, int maxPixel, Completion completion) {
   const auto request = std::make_shared<const Completion>(std::move(completion));
-  const QString path = url.toLocalFile();
-  const QString key = cacheKey(path, maxPixel);
+  const QByteArray path = platform::FilePath::of(url);
+  const QByteArray key = cacheKey(path, maxPixel);
   if (const QImage* const image = work->cache.object(key)) {
     platform::MainQueue::main().async([waits = std::weak_ptr(request), image = *image] {
       if (const auto stillWanted = waits.lock())

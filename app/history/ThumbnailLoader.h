@@ -23,7 +23,7 @@ class ThumbnailLoader {
   /// waits for any more isn't begun, but one that was begun is finished and kept.
   using Request = std::shared_ptr<const void>;
   /// Absent if the file can't be decoded. Called on several threads at once, and it may outlive the loader.
-  using Decode = std::function<std::optional<QImage>(const QString& path, int maxPixel)>;
+  using Decode = std::function<std::optional<QImage>(const QByteArray& path, int maxPixel)>;
 
   /// Lives as long as the application object.
   static ThumbnailLoader& shared();

@@ -8,20 +8,20 @@ namespace {
 constexpr int maxPixel = 320;
 
 /// A file that changes becomes another thumbnail.
-QString keyOf(const Screenshot& shot) {
-  return shot.path + u'|' + QString::number(shot.date.time_since_epoch().count());
+QByteArray keyOf(const Screenshot& shot) {
+  return shot.path + '|' + QByteArray::number(shot.date.time_since_epoch().count());
 }
 
 }  // namespace
 
 ThumbnailsInView::ThumbnailsInView(ThumbnailLoader& thumbnailLoader,
-                                   std::function<void(const QString&)> whenThere)
+                                   std::function<void(const QByteArray&)> whenThere)
     : loader(thumbnailLoader), onPicture(std::move(whenThere)) {
 }
 
 ThumbnailsInView::State ThumbnailsInView::show(std::span<const Screenshot> inView, qreal squareSide,
                                                qreal pixelRatio) {
-  QHash<QString, Thumbnail> before = std::exchange(thumbnails, {});
+  QHash<QByteArray, Thumbnail> before = std::exchange(thumbnails, {});
   if (side != squareSide || ratio != pixelRatio)
     before.clear();  // fitted for another size
   side = squareSide;
@@ -29,7 +29,7 @@ ThumbnailsInView::State ThumbnailsInView::show(std::span<const Screenshot> inVie
   missing.clear();
   State state = State::Complete;
   for (const Screenshot& shot : inView) {
-    const QString key = keyOf(shot);
+    const QByteArray key = keyOf(shot);
     Thumbnail& thumbnail = thumbnails[key];
     if (const auto known = before.find(key); known != before.end())
       thumbnail = std::move(*known);

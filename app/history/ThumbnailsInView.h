@@ -20,7 +20,7 @@ class ThumbnailsInView {
   enum class State { Loading, Complete };
 
   /// `onPicture` is told the path of each screenshot whose picture has come in.
-  ThumbnailsInView(ThumbnailLoader& loader, std::function<void(const QString& path)> onPicture);
+  ThumbnailsInView(ThumbnailLoader& loader, std::function<void(const QByteArray& path)> onPicture);
   ThumbnailsInView(const ThumbnailsInView&) = delete;
   ThumbnailsInView& operator=(const ThumbnailsInView&) = delete;
 
@@ -39,8 +39,8 @@ class ThumbnailsInView {
   void loadMissing();
 
   ThumbnailLoader& loader;
-  const std::function<void(const QString&)> onPicture;
-  QHash<QString, Thumbnail> thumbnails;
+  const std::function<void(const QByteArray&)> onPicture;
+  QHash<QByteArray, Thumbnail> thumbnails;
   std::vector<Screenshot> missing;  // from the top
   qreal side = 0;
   qreal ratio = 1;

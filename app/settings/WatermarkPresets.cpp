@@ -2,16 +2,20 @@
 
 #include "app/capture/AppPaths.h"
 #include "platform/base/Directory.h"
+#include "platform/base/FilePath.h"
 #include "platform/base/Log.h"
 
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
+#include <QSaveFile>
 
 #include <array>
 #include <string_view>
+#include <unistd.h>
 
 namespace sorrel::WatermarkPresets {
+
+namespace FilePath = platform::FilePath;
+
 namespace {
 
 constexpr std::array<std::string_view, 4> imageExtensions{"png", "jpg", "jpeg", "tiff"};
@@ -20,15 +24,9 @@ bool hasImageExtension(std::string_view name) {
   return platform::hasExtension(name, imageExtensions);
 }
 
-QString uniquePath(const QString& name) {
-  const QFileInfo file(name);
-  const bool hasExtension = !file.completeBaseName().isEmpty() && !file.suffix().isEmpty();
-  const QString base = directory().toLocalFile() + (hasExtension ? file.completeBaseName() : name);
-  const QString extension = hasExtension ? file.suffix() : QStringLiteral("png");
-  QString candidate = base + u'.' + extension;
-  for (int number = 2; QFileInfo::exists(candidate); ++number)
-    candidate = base + QStringLiteral(" (%1).").arg(number) + extension;
-  return candidate;
+QByteArray uniquePath(const QByteArray& name) {
+  const bool hasExtension = FilePath::baseName(name) != name && !name.endsWith('.');
+  return FilePath::firstFree(FilePath::of(directory()) + (hasExtension ? name : name + ".png"));
 }
 
 }  // namespace
@@ -43,22 +41,24 @@ QList<QUrl> all() {
   QList<QUrl> presets;
   if (const auto entries = platform::newestFirst(directory().toLocalFile(), hasImageExtension))
     for (const auto& entry : *entries)
-      presets << QUrl::fromLocalFile(entry.path);
+      presets << FilePath::url(entry.path);
   return presets;
 }
 
 std::optional<QUrl> add(const QUrl& source) {
-  QFile file(source.toLocalFile());
-  const QString target = uniquePath(source.fileName());
-  if (!file.copy(target)) {
-    platform::log(QStringLiteral("Sorrel preset add failed: ") + file.errorString());
-    return std::nullopt;
-  }
-  return QUrl::fromLocalFile(target);
+  const QByteArray path = FilePath::of(source);
+  const auto file = FilePath::openToRead(path);
+  const QString reason = file ? QString() : qt_error_string();
+  const QByteArray target = uniquePath(FilePath::text(FilePath::name(path)).toUtf8());
+  QSaveFile copy(FilePath::text(target));
+  if (file && copy.open(QIODevice::WriteOnly) && copy.write(file->readAll()) >= 0 && copy.commit())
+    return FilePath::url(target);
+  platform::log(QStringLiteral("Sorrel preset add failed: ") + (file ? copy.errorString() : reason));
+  return std::nullopt;
 }
 
 void remove(const QUrl& preset) {
-  QFile::remove(preset.toLocalFile());
+  unlink(FilePath::of(preset).constData());
 }
 
 }  // namespace sorrel::WatermarkPresets

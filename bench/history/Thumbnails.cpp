@@ -99,7 +99,8 @@ double secondsOf(const std::function<void()>& work) {
 /// Asks a new loader for each picture several times over, each time for another size, so that none is shared.
 void load(const QStringList& paths, unsigned workers) {
   sorrel::ThumbnailLoader loader(
-      [](const QString& path, int maxPixel) { return platform::Thumbnail::read(path, maxPixel); }, workers);
+      [](const QByteArray& path, int maxPixel) { return platform::Thumbnail::read(path, maxPixel); },
+      workers);
   QEventLoop loop;
   std::vector<sorrel::ThumbnailLoader::Request> requests;
   qsizetype missing = 0;

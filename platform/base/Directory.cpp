@@ -19,15 +19,18 @@ struct Found {
   quint32 nameLength;
 };
 
-Date modificationDate(int folder, const char* name) {
+Date modificationDate(int folder, const char* name, int flags) {
   struct statx status;
-  if (statx(folder, name, AT_SYMLINK_NOFOLLOW, STATX_MTIME, &status) != 0 || !(status.stx_mask & STATX_MTIME))
+  if (statx(folder, name, flags, STATX_MTIME, &status) != 0 || !(status.stx_mask & STATX_MTIME))
     return distantPast;
-  return Date(std::chrono::seconds(status.stx_mtime.tv_sec) +
-              std::chrono::nanoseconds(status.stx_mtime.tv_nsec));
+  return dateOf(status.stx_mtime.tv_sec, status.stx_mtime.tv_nsec);
 }
 
 }  // namespace
+
+Date modificationDate(const QByteArray& path) {
+  return modificationDate(AT_FDCWD, path.constData(), 0);
+}
 
 bool hasExtension(std::string_view name, std::span<const std::string_view> extensions) {
   const size_t dot = name.rfind('.');
@@ -57,20 +60,21 @@ std::optional<std::vector<DirectoryEntry>> newestFirst(const QString& folder, Na
     const std::string_view name(entry->d_name);
     if (name.starts_with('.') || !isWanted(name))
       continue;
-    found.push_back({modificationDate(dirfd(stream.get()), entry->d_name), static_cast<quint32>(names.size()),
-                     static_cast<quint32>(name.size())});
+    found.push_back({modificationDate(dirfd(stream.get()), entry->d_name, AT_SYMLINK_NOFOLLOW),
+                     static_cast<quint32>(names.size()), static_cast<quint32>(name.size())});
     names += name;
   }
   std::stable_sort(found.begin(), found.end(),
                    [](const Found& left, const Found& right) { return left.date > right.date; });
 
-  // Each path is put together as bytes and becomes text once: with many files, what counts is memory touched.
-  std::string path = prefix;
   std::vector<DirectoryEntry> entries;
   entries.reserve(found.size());
   for (const Found& item : found) {
-    path.replace(prefix.size(), std::string::npos, names, item.nameOffset, item.nameLength);
-    entries.push_back({QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size())), item.date});
+    QByteArray path;
+    path.reserve(static_cast<qsizetype>(prefix.size() + item.nameLength));
+    path.append(prefix.data(), static_cast<qsizetype>(prefix.size()));
+    path.append(names.data() + item.nameOffset, static_cast<qsizetype>(item.nameLength));
+    entries.push_back({std::move(path), item.date});
   }
   return entries;
 }

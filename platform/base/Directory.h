@@ -2,6 +2,7 @@
 
 #include "platform/base/Date.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <optional>
@@ -12,10 +13,14 @@
 namespace platform {
 
 struct DirectoryEntry {
-  QString path;
+  QByteArray path;  // in the file system's own bytes
   /// Of the contents; distantPast where the system can't tell. A symbolic link has the link's own.
   Date modificationDate = distantPast;
 };
+
+/// When the contents of the file that the path leads to last changed; distantPast where the system can't
+/// tell.
+[[nodiscard]] Date modificationDate(const QByteArray& path);
 
 /// Says from the bytes of a name alone whether the entry is wanted.
 using NameFilter = bool (*)(std::string_view name);

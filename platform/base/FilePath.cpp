@@ -1,6 +1,9 @@
 #include "platform/base/FilePath.h"
 
-#include <QFile>
+#include "platform/system/Descriptor.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
 
 namespace platform::FilePath {
 namespace {
@@ -43,6 +46,28 @@ QByteArray baseName(const QByteArray& path) {
 QByteArray numbered(const QByteArray& path, int number) {
   const qsizetype extension = extensionOf(path);
   return path.first(extension) + " (" + QByteArray::number(number) + ')' + path.sliced(extension);
+}
+
+bool exists(const QByteArray& path) {
+  struct stat found = {};
+  return lstat(path.constData(), &found) == 0;
+}
+
+QByteArray firstFree(const QByteArray& path, const std::function<bool(const QByteArray&)>& isTaken) {
+  QByteArray candidate = path;
+  for (int number = 2; isTaken(candidate); ++number)
+    candidate = numbered(path, number);
+  return candidate;
+}
+
+std::unique_ptr<QFile> openToRead(const QByteArray& path) {
+  Descriptor opened(open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));  // a pipe would wait
+  struct stat status = {};
+  auto file = std::make_unique<QFile>();
+  if (!opened.isOpen() || fstat(opened.get(), &status) != 0 || !S_ISREG(status.st_mode) ||
+      !file->open(opened.release(), QIODevice::ReadOnly, QFile::AutoCloseHandle))
+    return nullptr;
+  return file;
 }
 
 }  // namespace platform::FilePath

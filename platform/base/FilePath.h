@@ -1,8 +1,11 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
+#include <QFile>
 #include <QUrl>
+
+#include <functional>
+#include <memory>
 
 namespace platform {
 
@@ -22,8 +25,17 @@ namespace FilePath {
 [[nodiscard]] QByteArray name(const QByteArray& path);
 [[nodiscard]] QByteArray baseName(const QByteArray& path);
 
+/// Whether anything has this name, be it a link that leads nowhere.
+[[nodiscard]] bool exists(const QByteArray& path);
+
 /// What to try where the path is taken: "shot.png" becomes "shot (2).png" for the number 2.
 [[nodiscard]] QByteArray numbered(const QByteArray& path, int number);
+/// The path itself or else the first of its numbered ones, from 2 up, that isn't taken.
+[[nodiscard]] QByteArray firstFree(const QByteArray& path,
+                                   const std::function<bool(const QByteArray&)>& isTaken = exists);
+
+/// The file at the path, open for reading; null if there is none, or it is no plain file.
+[[nodiscard]] std::unique_ptr<QFile> openToRead(const QByteArray& path);
 
 }  // namespace FilePath
 }  // namespace platform

@@ -34,7 +34,7 @@ namespace InPlaceFile {
 [[nodiscard]] std::optional<FileIdentity> identity(const QByteArray& path);
 
 /// Puts `data` in the place of the contents of the file at `path` and brings it to the disk. `opened` is the
-/// identity that the file had when it was read, if it was. Returns where the data is now:
+/// identity that the file had when it was read. Returns where the data is now:
 /// - at `path`, if that is still the file that was opened, or if there is none any more: it is made again;
 /// - beside it, under the first free of the names "shot (2).png", "shot (3).png", …, if something else has
 ///   taken the name: that is left alone.

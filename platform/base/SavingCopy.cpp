@@ -144,10 +144,8 @@ Result<QString> SavingCopy::keep() {
   const QString kept = Locations::state() + QStringLiteral("/kept");
   if (!makeFolder(kept))
     return Error{kept + QStringLiteral(" can't be made")};
-  const QByteArray first = QFile::encodeName(kept + u'/' + FilePath::text(FilePath::name(about.path)));
-  QString path = QFile::decodeName(first);
-  for (int number = 2; QFile::exists(path); ++number)
-    path = QFile::decodeName(FilePath::numbered(first, number));
+  const QString name = FilePath::text(FilePath::name(about.path));
+  const QString path = FilePath::text(FilePath::firstFree((kept + u'/' + name).toUtf8()));
   QSaveFile out(path);
   if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size() || !out.commit())
     return Error{out.errorString()};

@@ -3,6 +3,7 @@
 #include "platform/imaging/codecs/DecodeBounds.h"
 
 #include <QByteArray>
+#include <QFile>
 #include <QImage>
 
 #include <optional>
@@ -18,7 +19,11 @@ namespace platform {
 namespace ImageDecoder {
 
 [[nodiscard]] std::optional<QImage> decode(const QByteArray& file, const DecodeBounds& bounds = {});
-[[nodiscard]] std::optional<QImage> read(const QString& path, const DecodeBounds& bounds = {});
+/// `path` is in the file system's own bytes.
+[[nodiscard]] std::optional<QImage> read(const QByteArray& path, const DecodeBounds& bounds = {});
+[[nodiscard]] inline std::optional<QImage> read(const QString& path, const DecodeBounds& bounds = {}) {
+  return read(QFile::encodeName(path), bounds);
+}
 
 }  // namespace ImageDecoder
 }  // namespace platform

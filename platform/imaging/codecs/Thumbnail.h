@@ -3,6 +3,7 @@
 #include "platform/imaging/codecs/DecodeBounds.h"
 
 #include <QByteArray>
+#include <QFile>
 #include <QImage>
 
 #include <optional>
@@ -17,8 +18,13 @@ namespace Thumbnail {
 /// At most `longestSide` pixels wide and high, at least 1 each way, never larger than the picture itself.
 [[nodiscard]] std::optional<QImage> decode(const QByteArray& file, int longestSide,
                                            const DecodeBounds& bounds = {});
-[[nodiscard]] std::optional<QImage> read(const QString& path, int longestSide,
+/// `path` is in the file system's own bytes.
+[[nodiscard]] std::optional<QImage> read(const QByteArray& path, int longestSide,
                                          const DecodeBounds& bounds = {});
+[[nodiscard]] inline std::optional<QImage> read(const QString& path, int longestSide,
+                                                const DecodeBounds& bounds = {}) {
+  return read(QFile::encodeName(path), longestSide, bounds);
+}
 
 }  // namespace Thumbnail
 }  // namespace platform

@@ -60,6 +60,8 @@ TEST_F(CaptureServiceTest, TheToolIsGivenANewFileInTheBottle) {
 TEST_F(CaptureServiceTest, NamesAreNumberedFromTwoAndTheFirstFreeOneWins) {
   const auto nameOfNext = [this] {
     capture();
+    runs.last().second();
+    clock.run();
     return QFileInfo(runs.last().first.arguments[1]).fileName();
   };
   const QDir bottle(AppPaths::bottleDirectory().toLocalFile());
@@ -71,6 +73,18 @@ TEST_F(CaptureServiceTest, NamesAreNumberedFromTwoAndTheFirstFreeOneWins) {
   EXPECT_EQ(nameOfNext(), u"Sorrel 2026-03-14 at 09.26.53 (3).png"_s);
   clock.advance(std::chrono::milliseconds(1));
   EXPECT_EQ(nameOfNext(), u"Sorrel 2026-03-14 at 09.26.54.png"_s);
+}
+
+TEST_F(CaptureServiceTest, TwoCapturesOfOneSecondKeepApart) {
+  const auto nameOf = [this](int run) { return QFileInfo(runs[run].first.arguments[1]).fileName(); };
+  capture();
+  capture();
+  EXPECT_EQ(nameOf(0), plainName);
+  EXPECT_EQ(nameOf(1), u"Sorrel 2026-03-14 at 09.26.53 (2).png"_s);
+  runs[0].second();
+  clock.run();
+  capture();
+  EXPECT_EQ(nameOf(2), plainName) << "that one was cancelled";
 }
 
 TEST_F(CaptureServiceTest, WithoutAFileThereIsNothingToAnswer) {

@@ -34,7 +34,7 @@ class ScreenshotStoreTest : public testing::Test {
   [[nodiscard]] static QStringList listed() {
     QStringList names;
     for (const auto& screenshot : ScreenshotStore::all())
-      names << QFileInfo(screenshot.path).fileName();
+      names << FilePath::text(FilePath::name(screenshot.path));
     return names;
   }
   [[nodiscard]] QStringList trashed() const {
@@ -55,8 +55,7 @@ TEST_F(ScreenshotStoreTest, ListsWhatIsNamedLikeAPicture) {
   putAged(u"e.gif"_s, 0);
   EXPECT_EQ(listed().first(), u"e.gif"_s) << "a touched file comes first";
   const Screenshot first = ScreenshotStore::all().front();
-  EXPECT_EQ(first.url().toLocalFile(), first.id());
-  EXPECT_EQ(first.path, home.path(u"Documents/Sorrel bottle/e.gif"_s));
+  EXPECT_EQ(first.path, home.path(u"Documents/Sorrel bottle/e.gif"_s).toUtf8());
 }
 
 TEST_F(ScreenshotStoreTest, TheSweepTrashesWhatIsOlderThanTheLimit) {
@@ -72,6 +71,25 @@ TEST_F(ScreenshotStoreTest, TheSweepTrashesWhatIsOlderThanTheLimit) {
   EXPECT_EQ(log.logged, QStringList({u"Sorrel retention: trashed 2 screenshot(s) older than 30 day(s)."_s}));
   EXPECT_EQ(RetentionService::sweep(), 0);
   EXPECT_EQ(log.logged.size(), 1);
+}
+
+TEST_F(ScreenshotStoreTest, ANameNeedNotBeText) {
+  putAged(u"plain.png"_s, 40);
+  const QByteArray bottle = FilePath::of(AppPaths::bottleDirectory());
+  ASSERT_EQ(rename((bottle + "plain.png").constData(), (bottle + "caf\xe9.png").constData()), 0);
+  ASSERT_EQ(ScreenshotStore::all().size(), 1);
+  EXPECT_EQ(ScreenshotStore::all().front().path, bottle + "caf\xe9.png");
+  const LogCapture log;
+  EXPECT_EQ(RetentionService::sweep(), 1);
+  EXPECT_EQ(RetentionService::sweep(), 0);
+  EXPECT_TRUE(FilePath::exists(home.path(u".local/share/Trash/files/"_s).toUtf8() + "caf\xe9.png"));
+}
+
+TEST_F(ScreenshotStoreTest, WhatComesFromTheFutureIsNotOld) {
+  putAged(u"tomorrow.png"_s, -1);
+  putAged(u"in 300 years.png"_s, -300 * 365);
+  EXPECT_EQ(RetentionService::sweep(), 0);
+  EXPECT_EQ(listed().join(u'|'), u"in 300 years.png|tomorrow.png"_s);
 }
 
 TEST_F(ScreenshotStoreTest, TheLimitIsTheSetting) {

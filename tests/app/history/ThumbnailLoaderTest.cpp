@@ -1,4 +1,5 @@
 #include "app/history/ThumbnailLoader.h"
+#include "platform/base/FilePath.h"
 #include "platform/base/MainQueue.h"
 #include "tests/support/Files.h"
 #include "tests/support/ScratchHome.h"
@@ -6,12 +7,12 @@
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QFileInfo>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <semaphore>
+#include <unistd.h>
 
 using sorrel::ThumbnailLoader;
 using testing::ElementsAre;
@@ -31,7 +32,9 @@ class Gate {
     return names;
   }
   static ThumbnailLoader::Decode decoder(const std::shared_ptr<Gate>& gate) {
-    return [gate](const QString& path, int) { return gate->decode(QFileInfo(path).fileName()); };
+    return [gate](const QByteArray& path, int) {
+      return gate->decode(QString::fromUtf8(platform::FilePath::name(path)));
+    };
   }
 
  private:
@@ -191,16 +194,17 @@ TEST_F(ThumbnailLoaderTest, readsFilesAsAPainterLikesThem) {
   QImage picture(640, 400, QImage::Format_ARGB32);
   const auto load = [&](const QColor& color) {
     picture.fill(color);
-    const QString path = home.path(QStringLiteral("picture.png"));
-    EXPECT_TRUE(picture.save(path));
+    const QString written = home.path(QStringLiteral("picture.png"));
+    const QByteArray path = written.toUtf8() + "caf\xe9";  // not all names are text
+    EXPECT_TRUE(picture.save(written) && rename(written.toUtf8().constData(), path.constData()) == 0);
     QImage got;
     bool isDone = false;
-    const auto kept = loader->thumbnail(QUrl::fromLocalFile(path), 320, [&](const QImage& image) {
+    const auto kept = loader->thumbnail(platform::FilePath::url(path), 320, [&](const QImage& image) {
       got = image;
       isDone = true;
     });
     if (color == Qt::black)
-      QFile::remove(path);
+      unlink(path.constData());
     until("it is done", [&] { return isDone; });
     return got;
   };

@@ -1,4 +1,5 @@
 #include "platform/base/Directory.h"
+#include "platform/base/FilePath.h"
 #include "platform/base/Locations.h"
 #include "platform/base/SingleInstance.h"
 #include "platform/base/Task.h"
@@ -32,7 +33,7 @@ void setModified(const QString& path, time_t seconds, long nanoseconds = 0) {
 QStringList names(const std::vector<DirectoryEntry>& entries) {
   QStringList result;
   for (const auto& entry : entries)
-    result << QFileInfo(entry.path).fileName();
+    result << FilePath::text(FilePath::name(entry.path));
   return result;
 }
 
@@ -55,10 +56,42 @@ TEST(DirectoryTest, ListsWantedVisibleChildrenNewestFirst) {
   const auto entries = newestFirst(home.path(), endsInWanted);
   ASSERT_TRUE(entries);
   EXPECT_EQ(names(*entries).join(u'|'), u"새것.w|nearly as new.w|old.w|folder.w|broken link.w"_s);
-  EXPECT_EQ(entries->at(0).path, home.path(u"새것.w"_s));
+  EXPECT_EQ(entries->at(0).path, home.path(u"새것.w"_s).toUtf8());
   EXPECT_EQ(entries->at(0).modificationDate, Date(std::chrono::nanoseconds(200'000'000'002)));
   EXPECT_FALSE(newestFirst(home.path(u"missing"_s), endsInWanted));
   EXPECT_FALSE(newestFirst(home.path(u"old.w"_s), endsInWanted));
+}
+
+TEST(DateTest, WhatIsOutOfRangeIsTheNearest) {
+  using namespace std::chrono_literals;
+  const auto most = Date::max().time_since_epoch() / 1s;
+  EXPECT_EQ(dateOf(most - 1, 5), Date(std::chrono::seconds(most - 1) + 5ns));
+  EXPECT_EQ(dateOf(-1, 999'999'999), Date(-1ns));
+  for (const std::int64_t after : {most, most + 1, INT64_MAX})
+    EXPECT_EQ(dateOf(after, 999'999'999), Date::max());
+  for (const std::int64_t before : {-most - 1, -most - 2, INT64_MIN})
+    EXPECT_EQ(dateOf(before, 0), distantPast);
+}
+
+TEST(FilePathTest, AddressesGiveBackEveryByte) {
+  for (const char* name :
+       {"a b", "100%25?#x;[1]&=+@:~'", "카페", "e\u0301", "caf\xe9 100%", "\x80\xff", "a\nb"}) {
+    const QByteArray path = QByteArray("/folder/") + name + ".png";
+    const QUrl url = FilePath::url(path);
+    EXPECT_EQ(FilePath::of(url), path);
+    EXPECT_EQ(FilePath::of(QUrl::fromEncoded(url.toEncoded())), path) << "as other programs read it";
+    const bool isText = QUtf8StringView(path).isValidUtf8();
+    EXPECT_EQ(url == QUrl::fromLocalFile(QString::fromUtf8(path)), isText);
+  }
+  EXPECT_EQ(FilePath::url("/caf\xe9.png").toEncoded(), "file:///caf%E9.png");
+  EXPECT_EQ(FilePath::of(QUrl(u"https://host/a.png"_s)), QByteArray());
+}
+
+TEST(FilePathTest, NumbersGoBeforeTheExtension) {
+  EXPECT_EQ(FilePath::numbered("/a.b/c.d.png", 2), "/a.b/c.d (2).png");
+  EXPECT_EQ(FilePath::numbered("/a.b/c", 10), "/a.b/c (10)");
+  EXPECT_EQ(FilePath::numbered("/a/.png", 2), "/a/.png (2)");
+  EXPECT_EQ(FilePath::baseName("/a.b/c.d.png"), "c.d");
 }
 
 TEST(DirectoryTest, EqualDatesKeepTheFoldersOrder) {

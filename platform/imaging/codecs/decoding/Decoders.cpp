@@ -7,9 +7,11 @@
 #include "platform/imaging/codecs/decoding/WholePicture.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace platform {
 namespace decoding {
@@ -56,13 +58,25 @@ std::optional<QImage> decodeInto(const QByteArray& file, RowSink& sink) {
   return sink.finish();
 }
 
-std::optional<QImage> readInto(const QString& path, RowSink& sink) {
-  QFile file(path);
-  if (!QFileInfo(path).isFile())  // opening a pipe would wait for its other end
+/// The toolkit opens files by their names as text only.
+bool openPlainFile(const QByteArray& path, QFile& file) {
+  constexpr int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK;  // opening a pipe would wait for its other end
+  const int descriptor = open(path.constData(), flags);
+  struct stat status = {};
+  if (descriptor < 0)
+    return false;
+  if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+      file.open(descriptor, QIODevice::ReadOnly, QFile::AutoCloseHandle))
+    return true;
+  close(descriptor);
+  return false;
+}
+
+std::optional<QImage> readInto(const QByteArray& path, RowSink& sink) {
+  QFile file;
+  if (!openPlainFile(path, file) || file.size() > sink.bounds().bytes)
     return std::nullopt;
   // Read and not mapped: a mapped file that another program cuts short would end this one.
-  if (!file.open(QIODevice::ReadOnly) || file.size() > sink.bounds().bytes)
-    return std::nullopt;
   const QByteArray head = file.peek(16);
   const Bytes bytes(reinterpret_cast<const std::uint8_t*>(head.constData()),
                     static_cast<std::size_t>(head.size()));
@@ -82,7 +96,7 @@ std::optional<QImage> ImageDecoder::decode(const QByteArray& file, const DecodeB
   return decoding::decodeInto(file, picture);
 }
 
-std::optional<QImage> ImageDecoder::read(const QString& path, const DecodeBounds& bounds) {
+std::optional<QImage> ImageDecoder::read(const QByteArray& path, const DecodeBounds& bounds) {
   decoding::WholePicture picture(bounds);
   return decoding::readInto(path, picture);
 }
@@ -94,7 +108,7 @@ std::optional<QImage> Thumbnail::decode(const QByteArray& file, int longestSide,
   return decoding::decodeInto(file, picture);
 }
 
-std::optional<QImage> Thumbnail::read(const QString& path, int longestSide, const DecodeBounds& bounds) {
+std::optional<QImage> Thumbnail::read(const QByteArray& path, int longestSide, const DecodeBounds& bounds) {
   if (longestSide < 1)
     return std::nullopt;
   decoding::ReducedPicture picture(longestSide, bounds);
