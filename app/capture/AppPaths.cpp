@@ -1,7 +1,7 @@
 #include "app/capture/AppPaths.h"
 
+#include "app/settings/SettingsKeys.h"
 #include "platform/base/Locations.h"
-#include "platform/base/UserDefaults.h"
 
 #include <QDir>
 
@@ -18,8 +18,7 @@ QUrl created(const QString& path) {
 
 QUrl bottleDirectory() {
   using namespace platform;
-  const QString custom =
-      UserDefaults::standard().string(QStringLiteral("storageDirectory")).value_or(QString());
+  const QString custom = UserDefaults::standard().value(SettingsKeys::storageDirectory);
   return created(custom.isEmpty() ? Locations::documents() + QStringLiteral("/Sorrel bottle")
                                   : Locations::expandingTilde(custom));
 }

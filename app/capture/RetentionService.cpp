@@ -1,15 +1,12 @@
 #include "app/capture/RetentionService.h"
 
 #include "app/capture/ScreenshotStore.h"
+#include "app/settings/SettingsKeys.h"
 #include "platform/base/Log.h"
 #include "platform/base/MainQueue.h"
-#include "platform/base/UserDefaults.h"
 
 namespace sorrel::RetentionService {
 namespace {
-
-constexpr char autoDeleteDaysKey[] = "autoDeleteDays";
-constexpr qint64 defaultDays = 30;
 
 /// Some 270 years: beyond it a limit means the same, and the range of dates isn't left.
 constexpr qint64 mostDays = 100'000;
@@ -17,14 +14,13 @@ constexpr qint64 mostDays = 100'000;
 }  // namespace
 
 qint64 retentionDays() {
-  const auto& defaults = platform::UserDefaults::standard();
-  const auto key = QString::fromLatin1(autoDeleteDaysKey);
-  return defaults.contains(key) ? defaults.integer(key) : defaultDays;
+  return platform::UserDefaults::standard().value(SettingsKeys::autoDeleteDays);
 }
 
 int sweep() {
   const qint64 days = retentionDays();
-  if (days < 1)
+  // Where the settings couldn't be read the user may well have switched this off.
+  if (days < 1 || platform::UserDefaults::standard().isInDoubt())
     return 0;
   const platform::Date now(std::chrono::milliseconds(platform::MainQueue::main().now().toMSecsSinceEpoch()));
   const platform::Date cutoff = now - std::chrono::days(std::min(days, mostDays));

@@ -11,7 +11,8 @@ namespace RetentionService {
 [[nodiscard]] qint64 retentionDays();
 
 /// Trashes what is older than the limit, to the second, and returns how many screenshots that were. One that
-/// can't be trashed is counted too, and met again by the next sweep.
+/// can't be trashed is counted too, and met again by the next sweep. Nothing is trashed in a run that
+/// couldn't read its settings.
 int sweep();
 
 }  // namespace RetentionService

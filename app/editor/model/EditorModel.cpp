@@ -1,10 +1,8 @@
 #include "app/editor/model/EditorModel.h"
 
+#include "app/settings/SettingsKeys.h"
 #include "platform/base/FilePath.h"
-#include "platform/base/UserDefaults.h"
 #include "platform/imaging/codecs/ImageDecoder.h"
-
-#include <QFileInfo>
 
 #include <algorithm>
 #include <cmath>
@@ -13,24 +11,26 @@ namespace sorrel {
 
 std::unique_ptr<EditorModel> EditorModel::open(const QUrl& fileURL) {
   // Asked for before reading: a file that comes in between must not pass for the one that was read.
-  const auto file = platform::InPlaceFile::identity(platform::FilePath::of(fileURL));
-  const auto decoded = platform::ImageDecoder::read(fileURL.toLocalFile());
-  if (!file || !decoded || decoded->isNull())
+  const QByteArray path = platform::FilePath::of(fileURL);
+  const auto identity = platform::InPlaceFile::identity(path);
+  const auto file = platform::FilePath::openToRead(path);
+  const auto decoded = platform::ImageDecoder::read(path);
+  if (!identity || !file || !decoded || decoded->isNull())
     return nullptr;
-  return std::unique_ptr<EditorModel>(new EditorModel(fileURL, *file, *decoded));
+  return std::unique_ptr<EditorModel>(new EditorModel(fileURL, file->size(), *identity, *decoded));
 }
 
-EditorModel::EditorModel(const QUrl& url, const platform::FileIdentity& file, const QImage& decoded)
-    : fileURL(url), originalByteCount(QFileInfo(url.toLocalFile()).size()), openedFile(file) {
+EditorModel::EditorModel(const QUrl& url, qint64 byteCount, const platform::FileIdentity& file,
+                         const QImage& decoded)
+    : fileURL(url), originalByteCount(byteCount), openedFile(file) {
   baseImage = decoded;
   imagePixelSize = decoded.size();
   displaySize = fitted(decoded.size());
   textWM = TextWatermark::initial(displaySize);
   const auto& defaults = platform::UserDefaults::standard();
-  if (defaults.boolean(QStringLiteral("rememberWatermarkText")))
-    textWM.change([&](TextWatermark& watermark) {
-      watermark.text = defaults.string(QStringLiteral("lastWatermarkText")).value_or(QString());
-    });
+  if (defaults.value(SettingsKeys::rememberWatermarkText))
+    textWM.change(
+        [&](TextWatermark& watermark) { watermark.text = defaults.value(SettingsKeys::lastWatermarkText); });
 }
 
 platform::Subscription EditorModel::observe(std::function<void()> observer) {

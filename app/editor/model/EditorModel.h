@@ -60,7 +60,7 @@ class EditorModel {
   Own<QSize> imagePixelSize{observers};
   Own<QSizeF> displaySize{observers};
   const QUrl fileURL;
-  const qint64 originalByteCount;  // of the file when it was opened; 0 if unknown
+  const qint64 originalByteCount;  // of the file when it was opened
   Published<Tool> tool{observers, Tool::pen};
   Own<std::optional<QUuid>> sorrelBurstID{observers};  // a new value plays one burst
   Own<QList<EditAction>> undoStack{observers};
@@ -124,7 +124,8 @@ class EditorModel {
     QList<EditAction> undoStack;
   };
 
-  EditorModel(const QUrl& fileURL, const platform::FileIdentity& file, const QImage& decoded);
+  EditorModel(const QUrl& fileURL, qint64 byteCount, const platform::FileIdentity& file,
+              const QImage& decoded);
 
   /// The largest size of this shape, of whole points, within 1000 by 640, and never larger than the pixels.
   [[nodiscard]] static QSizeF fitted(const QSize& pixels);

@@ -1,8 +1,8 @@
 #include "app/editor/model/EditorModel.h"
+#include "app/settings/SettingsKeys.h"
 #include "platform/base/FilePath.h"
 #include "platform/base/InPlaceFile.h"
 #include "platform/base/Log.h"
-#include "platform/base/UserDefaults.h"
 #include "platform/imaging/codecs/ImageEncoder.h"
 #include "platform/imaging/codecs/ImageFormat.h"
 #include "platform/imaging/drawing/DrawingSurface.h"
@@ -25,7 +25,6 @@ QImage EditorModel::renderBitmap() const {
 }
 
 bool EditorModel::save() const {
-  using platform::UserDefaults;
   namespace FilePath = platform::FilePath;
   const QByteArray path = FilePath::of(fileURL);
   const auto fileType = platform::imageFileTypeFor(FilePath::text(path));
@@ -40,8 +39,9 @@ bool EditorModel::save() const {
   if (*written != path)
     platform::log(QStringLiteral("Sorrel editor: another file is now called %1; saved as %2")
                       .arg(FilePath::text(path), FilePath::text(FilePath::name(*written))));
-  if (UserDefaults::standard().boolean(QStringLiteral("rememberWatermarkText")))
-    UserDefaults::standard().set(QStringLiteral("lastWatermarkText"), textWM->text);
+  if (auto& defaults = platform::UserDefaults::standard();
+      defaults.value(SettingsKeys::rememberWatermarkText))
+    defaults.set(SettingsKeys::lastWatermarkText, textWM->text);
   return true;
 }
 
