@@ -1,5 +1,10 @@
 #include "app/shell/SorrelApp.h"
+#include "platform/base/FatalMessages.h"
 
 int main(int argc, char** argv) {
-  return sorrel::SorrelApp(argc, argv).run();
+  std::optional<platform::FatalMessages> start(std::in_place,
+                                               QStringLiteral("Sorrel can't be shown on a display: "));
+  sorrel::SorrelApp application(argc, argv);
+  start.reset();
+  return application.run();
 }

@@ -4,7 +4,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QSocketNotifier>
+#include <QStandardPaths>
+#include <QUrl>
 
 #include <cstring>
 #include <fcntl.h>
@@ -16,15 +19,8 @@
 namespace platform {
 namespace {
 
-/// Names the display that this process is to show itself on; safe as a file name.
-QString displayName() {
-  QString display = qEnvironmentVariable("WAYLAND_DISPLAY");
-  if (display.isEmpty())
-    display = qEnvironmentVariable("DISPLAY", QStringLiteral("none"));
-  for (QChar& character : display)
-    if (!character.isLetterOrNumber())
-      character = u'_';
-  return display;
+QString runtimeFolder() {
+  return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + u'/';
 }
 
 /// Absent (no family) if the path doesn't fit a socket's address.
@@ -47,10 +43,28 @@ void ring(const QByteArray& socketPath) {
 
 }  // namespace
 
+QString SingleInstance::sessionName(const QString& display, const QString& waylandDisplay) {
+  if (!waylandDisplay.isEmpty()) {
+    const QString folder = runtimeFolder();  // which a name without a folder is meant in
+    return waylandDisplay.startsWith(folder) ? waylandDisplay.sliced(folder.size()) : waylandDisplay;
+  }
+  // "protocol/host:display.screen", of which only the display must be there
+  static const QRegularExpression form(QStringLiteral("^(?:([^/]*)/)?(.*):([0-9]+)(?:[.][0-9]+)?$"));
+  const auto match = form.match(display);
+  if (!match.hasMatch())
+    return display;
+  const QString unix = QStringLiteral("unix"), host = match.captured(2).toLower();
+  // "localhost" is another matter: where the screen of a remote session is passed on, it has such a name.
+  const bool isLocal = host.isEmpty() || host == unix || match.captured(1) == unix;
+  return (isLocal ? QString() : host) + u':' + match.captured(3);
+}
+
 SingleInstance::SingleInstance() {
   const QString folder = Locations::runtime();
   QDir().mkpath(folder);
-  const QByteArray base = QFile::encodeName(folder + u'/' + displayName());
+  const QString session =
+      sessionName(qEnvironmentVariable("DISPLAY"), qEnvironmentVariable("WAYLAND_DISPLAY"));
+  const QByteArray base = QFile::encodeName(folder + u'/') + QUrl::toPercentEncoding(session);
   const QByteArray socketPath = base + ".socket";
   lock = Descriptor(open((base + ".lock").constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
   if (!lock.isOpen())

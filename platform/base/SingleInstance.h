@@ -21,6 +21,8 @@ class SingleInstance {
   /// Takes the lock. Where another instance has it, rings that one instead; where the runtime folder can't be
   /// used at all, this instance counts as the first.
   SingleInstance();
+  /// One name for all the names that a display has, of an X server or, if that is named, a Wayland one.
+  [[nodiscard]] static QString sessionName(const QString& display, const QString& waylandDisplay);
   ~SingleInstance();
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;

@@ -30,6 +30,21 @@ TEST(Lifecycle, ASecondStartEndsWellAndTheFirstGoesOn) {
   sorrel.capture(QRect(100, 100, 50, 50));
 }
 
+TEST(Lifecycle, WithoutADisplayItSaysSoInOneLine) {
+  auto environment = QProcessEnvironment::systemEnvironment();
+  environment.remove(u"WAYLAND_DISPLAY"_s);
+  for (const auto& [platform, display] : {std::pair(u"xcb"_s, QString()), std::pair(QString(), u":987"_s),
+                                          std::pair(u"wayland"_s, QString())}) {
+    environment.insert(u"QT_QPA_PLATFORM"_s, platform);
+    environment.insert(u"DISPLAY"_s, display);
+    Program program({Sorrel::built()}, environment);
+    EXPECT_EQ(program.waitForEnd(), 1);
+    const QByteArray said = program.errors();
+    EXPECT_TRUE(said.startsWith("Sorrel can't be shown on a display: ") && said.count('\n') == 1)
+        << said.toStdString();
+  }
+}
+
 TEST(Lifecycle, TerminationSignalsEndItCleanly) {
   Desktop desktop;
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {

@@ -142,6 +142,23 @@ TEST(TaskTest, TellsOnceThatTheChildEndedHoweverItDid) {
   QCoreApplication::processEvents();
 }
 
+TEST(SingleInstanceTest, ASessionIsTheSameByAllItsNames) {
+  const auto x11 = [](const char* display) {
+    return SingleInstance::sessionName(QString::fromLatin1(display), {});
+  };
+  for (const char* same : {":0.0", ":0.1", "unix:0", "unix:0.0", "unix/:0", "host/unix:0"})
+    EXPECT_EQ(x11(same), x11(":0")) << same;
+  for (const char* another : {":1", ":10", "localhost:0", "host:0", "odd", ""})
+    EXPECT_NE(x11(another), x11(":0")) << another;
+  EXPECT_EQ(x11("Host:10.0"), x11("tcp/host:10"));
+  EXPECT_NE(x11("host:0"), x11("host:1"));
+  const ScratchHome home;
+  const auto wayland = [](const QString& name) { return SingleInstance::sessionName(u":0"_s, name); };
+  EXPECT_EQ(wayland(u"wayland-0"_s), wayland(home.path(u".runtime/wayland-0"_s)));
+  EXPECT_NE(wayland(u"wayland-0"_s), wayland(u"wayland-1"_s));
+  EXPECT_NE(wayland(u"wayland-0"_s), x11(":0"));
+}
+
 TEST(SingleInstanceTest, TheSecondRingsTheFirst) {
   const ScratchHome home;
   auto first = std::make_unique<SingleInstance>();
