@@ -6,9 +6,10 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
-# The program finds its tools by their place relative to its own, so the build tree has the installed tree's shape.
+# The program finds its tools and pages by their place relative to its own, so the build tree has the installed tree's shape.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(SORREL_LIBEXEC_DIR "libexec/sorrel")
+set(SORREL_DATA_DIR "share/sorrel")
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 add_compile_definitions(

@@ -3,6 +3,7 @@
 #include "app/capture/Quillon.h"
 #include "app/settings/LocalizationManager.h"
 #include "platform/base/FilePath.h"
+#include "platform/base/Locations.h"
 #include "platform/desktop/Pasteboard.h"
 #include "platform/desktop/Workspace.h"
 #include "platform/imaging/codecs/ImageDecoder.h"
@@ -61,7 +62,10 @@ QString copyConfirmation() {
 }
 
 const QUrl& quillonPageURL() {
-  static const QUrl url(QString::fromLatin1(Quillon::page));
+  static const QString page = QString::fromLatin1(Quillon::page);
+  static const QUrl url =
+      page.isEmpty() ? QUrl::fromLocalFile(platform::Locations::ownFile(QStringLiteral("quillon.html")))
+                     : QUrl(page);
   return url;
 }
 

@@ -17,6 +17,10 @@ QString baseFolder(const char* variable, const QString& usual) {
   return named.startsWith(u'/') ? QDir::cleanPath(named) : home() + u'/' + usual;
 }
 
+QString besideThePrograms(const QString& path) {
+  return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../") + path);
+}
+
 }  // namespace
 
 QString home() {
@@ -64,8 +68,11 @@ QString abbreviatingWithTilde(const QString& path) {
 }
 
 QString ownTool(const QString& name) {
-  const QDir programs(QCoreApplication::applicationDirPath());
-  return QDir::cleanPath(programs.filePath(QStringLiteral("../" SORREL_LIBEXEC_DIR "/") + name));
+  return besideThePrograms(QStringLiteral(SORREL_LIBEXEC_DIR "/") + name);
+}
+
+QString ownFile(const QString& name) {
+  return besideThePrograms(QStringLiteral(SORREL_DATA_DIR "/") + name);
 }
 
 QString systemTool(const QString& path) {

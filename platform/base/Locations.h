@@ -26,6 +26,8 @@ namespace Locations {
 
 /// The tool that was installed with this program, whether or not it is there.
 [[nodiscard]] QString ownTool(const QString& name);
+/// The same for a file to be read.
+[[nodiscard]] QString ownFile(const QString& name);
 /// The reverse for the present user, for the eye: a path in the home folder begins with "~", and none ends
 /// in a slash.
 [[nodiscard]] QString abbreviatingWithTilde(const QString& path);
