@@ -2,7 +2,7 @@
 
 #include "app/capture/ClipboardService.h"
 #include "app/settings/LocalizationManager.h"
-#include "platform/base/UserDefaults.h"
+#include "app/settings/SettingsKeys.h"
 #include "platform/desktop/Workspace.h"
 
 namespace sorrel {
@@ -11,8 +11,6 @@ using platform::UserDefaults;
 
 namespace {
 
-const QString lockedKey = QStringLiteral("historyPanelLocked");
-const QString promptShownKey = QStringLiteral("quillonPromptShown");
 constexpr std::chrono::milliseconds toastDuration(1600);
 
 }  // namespace
@@ -22,8 +20,13 @@ std::shared_ptr<HistoryViewModel> HistoryViewModel::create() {
 }
 
 HistoryViewModel::HistoryViewModel()
-    : isLocked(observers, UserDefaults::standard().boolean(lockedKey),
-               [this] { UserDefaults::standard().set(lockedKey, isLocked.get()); }) {
+    : isLocked(observers, UserDefaults::standard().value(SettingsKeys::historyPanelLocked),
+               [this] { UserDefaults::standard().set(SettingsKeys::historyPanelLocked, isLocked.get()); }),
+      lockSetting(UserDefaults::standard().observe(SettingsKeys::historyPanelLocked, [this] {
+        if (const bool stored = UserDefaults::standard().value(SettingsKeys::historyPanelLocked);
+            stored != isLocked.get())
+          isLocked = stored;
+      })) {
 }
 
 platform::Subscription HistoryViewModel::observe(std::function<void()> observer) {
@@ -31,8 +34,9 @@ platform::Subscription HistoryViewModel::observe(std::function<void()> observer)
 }
 
 void HistoryViewModel::handleQuillonButton(const Screenshot& screenshot) {
-  if (!ClipboardService::isQuillonInstalled() && !UserDefaults::standard().boolean(promptShownKey)) {
-    UserDefaults::standard().set(promptShownKey, true);
+  if (!ClipboardService::isQuillonInstalled() &&
+      !UserDefaults::standard().value(SettingsKeys::quillonPromptShown)) {
+    UserDefaults::standard().set(SettingsKeys::quillonPromptShown, true);
     platform::Workspace::open(ClipboardService::quillonPageURL());
     showToast(localized(QStringLiteral("clipboard.quillon.promo")));
     return;

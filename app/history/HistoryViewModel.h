@@ -30,7 +30,7 @@ class HistoryViewModel {
  public:
   /// Newest first.
   platform::Published<std::vector<Screenshot>> screenshots{observers};
-  /// Whether the panel stays open when it loses the keyboard; kept across launches.
+  /// Whether the panel stays open when it loses the keyboard: the setting of that name, whoever changes it.
   platform::Published<bool> isLocked;
   /// The short message on show, if there is one. The latest stays for its full time.
   platform::PublishedBy<HistoryViewModel, std::optional<QString>> toast{observers};
@@ -43,6 +43,7 @@ class HistoryViewModel {
   void showToast(const QString& text);
 
   platform::WorkItem dismissal;  // of the toast on show
+  platform::Subscription lockSetting;
 };
 
 }  // namespace sorrel

@@ -1,6 +1,6 @@
 #include "app/settings/LocalizationManager.h"
 
-#include "platform/base/UserDefaults.h"
+#include "app/settings/SettingsKeys.h"
 
 #include <algorithm>
 
@@ -9,10 +9,8 @@ namespace {
 
 using platform::Bundle;
 
-const QString languageKey = QStringLiteral("appLanguage");
-
 AppLanguage storedLanguage() {
-  const auto text = platform::UserDefaults::standard().string(languageKey);
+  const QString text = platform::UserDefaults::standard().value(SettingsKeys::appLanguage);
   const auto* const match = std::find_if(allAppLanguages.begin(), allAppLanguages.end(),
                                          [&](AppLanguage language) { return rawValue(language) == text; });
   return match == allAppLanguages.end() ? AppLanguage::system : *match;
@@ -70,12 +68,23 @@ void LocalizationManager::resetShared() {
   sharedSlot().reset();
 }
 
-LocalizationManager::LocalizationManager() : chosen(storedLanguage()), table(resolveBundle(chosen)) {
+LocalizationManager::LocalizationManager()
+    : chosen(storedLanguage()),
+      table(resolveBundle(chosen)),
+      storedLanguageChange(platform::UserDefaults::standard().observe(SettingsKeys::appLanguage, [this] {
+        if (const AppLanguage stored = storedLanguage(); stored != chosen)
+          take(stored);
+      })) {
 }
 
 void LocalizationManager::setLanguage(AppLanguage language) {
   chosen = language;
-  platform::UserDefaults::standard().set(languageKey, rawValue(language));
+  platform::UserDefaults::standard().set(SettingsKeys::appLanguage, rawValue(language));
+  take(language);
+}
+
+void LocalizationManager::take(AppLanguage language) {
+  chosen = language;
   table = resolveBundle(language);
   observers.tell();
 }

@@ -23,7 +23,8 @@ inline constexpr std::array allAppLanguages = {AppLanguage::system, AppLanguage:
 /// The interface language of the program, which the user may choose apart from the desktop's, and the string
 /// table that goes with it. Main thread only.
 ///
-/// Whoever shows texts observes it and draws them anew; what is built on demand needs no observer.
+/// It follows the setting, whoever changes that. Whoever shows texts observes it and draws them anew; what is
+/// built on demand needs no observer.
 class LocalizationManager {
  public:
   static LocalizationManager& shared();
@@ -46,10 +47,12 @@ class LocalizationManager {
 
  private:
   LocalizationManager();
+  void take(AppLanguage language);
 
   AppLanguage chosen;
   std::shared_ptr<const platform::Bundle> table;
   platform::Observers observers;
+  const platform::Subscription storedLanguageChange;
 };
 
 /// The text of `key` in the interface language; a key without a text shows itself.

@@ -8,6 +8,7 @@
 #include "app/capture/ScreenshotStore.h"
 #include "app/history/ThumbnailLoader.h"
 #include "app/settings/LocalizationManager.h"
+#include "app/settings/SettingsKeys.h"
 #include "app/shell/ShortcutNames.h"
 #include "app/shell/SorrelIcon.h"
 #include "platform/desktop/Workspace.h"
@@ -99,6 +100,9 @@ void AppDelegate::registerObservers() {
   observe(Notifications::closeHistoryPanel,
           [](AppDelegate& self, const auto&) { self.historyPanel().close(); });
   observe(Notifications::checkForUpdates, [](AppDelegate& self, const auto&) { self.checkForUpdates(); });
+  // The settings' file may be edited by hand, too.
+  observers.push_back(
+      platform::UserDefaults::standard().observe(SettingsKeys::storageDirectory, [this] { refresh(); }));
 }
 
 void AppDelegate::runRetentionSweep() {

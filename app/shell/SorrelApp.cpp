@@ -5,6 +5,7 @@
 #include "app/shell/AppDelegate.h"
 #include "platform/base/InPlaceFile.h"
 #include "platform/base/TerminationSignals.h"
+#include "platform/base/UserDefaults.h"
 #include "platform/desktop/Pasteboard.h"
 #include "platform/input/HotKeyService.h"
 #include "platform/input/KeyboardLayout.h"
@@ -27,6 +28,7 @@ int SorrelApp::run() {
   if (!instance.isFirst())
     return 0;
   platform::InPlaceFile::finishInterrupted();
+  platform::UserDefaults::standard().watch();
   platform::handleTerminationSignals(&QApplication::quit);
   platform::HotKeyService::setCurrent(platform::HotKeyService::forDesktop());
   platform::KeyboardLayout::setCurrent(platform::KeyboardLayout::forDesktop());

@@ -1,7 +1,7 @@
 #include "app/editor/model/Watermarks.h"
 
 #include "app/editor/model/EditorModel.h"
-#include "platform/base/UserDefaults.h"
+#include "app/settings/SettingsKeys.h"
 #include "platform/imaging/drawing/DrawingSurface.h"
 
 namespace sorrel {
@@ -21,9 +21,7 @@ platform::TextStyle TextWatermark::style(double factor) const {
   const QColor colour = QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity));
   const platform::TextShadow shadow{QColor::fromRgbF(0, 0, 0, 0.55F), fontSize * 0.1, {0, fontSize * 0.04}};
   return {
-      .font = platform::UserDefaults::standard()
-                  .string(QStringLiteral("watermarkFontFamily"))
-                  .value_or(QString()),
+      .font = platform::UserDefaults::standard().value(SettingsKeys::watermarkFontFamily),
       .fontSize = fontSize,
       .tracking = factor * (tracking * scale),
       .lineSpacing = factor * (lineSpacing * scale),

@@ -100,14 +100,23 @@ TEST_F(ScreenshotStoreTest, TheLimitIsTheSetting) {
     EXPECT_EQ(RetentionService::sweep(), 0);
   }
   // What can't be read as a number of days must never delete.
-  defaults.set(daysKey, u"1"_s);
+  defaults.set(daysKey, u"never"_s);
   EXPECT_EQ(RetentionService::sweep(), 0);
   defaults.set(daysKey, std::numeric_limits<qint64>::max());
   EXPECT_EQ(RetentionService::sweep(), 0);
   EXPECT_EQ(listed().size(), 1);
   const LogCapture log;
-  defaults.set(daysKey, 1);
+  defaults.set(daysKey, u"1"_s);
   EXPECT_EQ(RetentionService::sweep(), 1);
+}
+
+TEST_F(ScreenshotStoreTest, NothingIsTrashedWhereTheSettingsCouldNotBeRead) {
+  putAged(u"a.png"_s, 40);
+  home.write(u".config/Sorrel/defaults.json"_s, "{\"autoDeleteDays\": 0,}");
+  const LogCapture log;
+  EXPECT_EQ(RetentionService::sweep(), 0);
+  UserDefaults::standard().set(u"other"_s, 1);
+  EXPECT_EQ(RetentionService::sweep(), 0) << "to the end of the run";
 }
 
 TEST_F(ScreenshotStoreTest, WhatCannotBeTrashedIsCountedAndStays) {
