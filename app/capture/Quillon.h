@@ -1,7 +1,7 @@
 #pragma once
 
-/// The companion clipboard manager, as this build knows it: whoever ships it under another name, or has a page
-/// of its own, says so to CMake.
+/// The companion clipboard manager, as this build knows it: whoever ships it under another name, or has a
+/// page of its own, says so to CMake.
 namespace sorrel::Quillon {
 
 /// Its name on the session bus and, with ".desktop", that of its desktop file.

@@ -81,7 +81,7 @@ class ThumbnailGrid : public QAbstractItemView {
   ScreenshotListModel screenshots;
   ThumbnailsInView thumbnails;
   QByteArray selected;  // the path
-  int lastRow = 0;   // where the keyboard goes on when nothing is selected
+  int lastRow = 0;      // where the keyboard goes on when nothing is selected
   int hoveredRow = -1;
   int pressedRow = -1;
   QPoint pressedAt;
