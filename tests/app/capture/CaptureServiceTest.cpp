@@ -115,12 +115,4 @@ TEST_F(CaptureServiceTest, TheFolderIsReadAtEachCapture) {
   EXPECT_TRUE(QFileInfo(AppPaths::bottleDirectory().toLocalFile()).isDir()) << "asking brings it back";
 }
 
-TEST_F(CaptureServiceTest, AFolderThatCannotBeMadeIsStillTheAnswer) {
-  const QString file = home.write(u"file"_s);
-  UserDefaults::standard().set(u"storageDirectory"_s, file + u"/below"_s);
-  capture();
-  EXPECT_EQ(runs[0].first.arguments[1], file + u"/below/"_s + plainName);
-  EXPECT_EQ(AppPaths::supportDirectory(), QUrl::fromLocalFile(home.path(u".local/share/Sorrel/"_s)));
-}
-
 }  // namespace

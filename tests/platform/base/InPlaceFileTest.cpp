@@ -13,9 +13,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <linux/fs.h>
 #include <random>
-#include <sys/ioctl.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -235,29 +233,6 @@ TEST(InPlaceFile, isWrittenWithoutACopyWhereNoneCanBeKept) {
   EXPECT_TRUE(write(path, "new"));
   EXPECT_EQ(contentsOf(path), "new");
   EXPECT_EQ(log.logged.size(), 1);
-}
-
-TEST(InPlaceFile, leavesAFileThatMayNotBeWritten) {
-  const ScratchHome home;
-  const QString path = home.write(QStringLiteral("picture.png"), "old");
-  const QByteArray name = QFile::encodeName(path);
-  if (geteuid() != 0) {
-    ASSERT_EQ(chmod(name.constData(), 0444), 0);
-    expectRefusal(path, "new", EACCES);
-    return;
-  }
-  // Nothing is read-only to the administrator but what is immutable.
-  const int file = open(name.constData(), O_RDONLY | O_CLOEXEC);
-  int flags = 0;
-  ASSERT_EQ(ioctl(file, FS_IOC_GETFLAGS, &flags), 0);
-  int immutable = flags | FS_IMMUTABLE_FL;
-  if (ioctl(file, FS_IOC_SETFLAGS, &immutable) != 0) {
-    close(file);
-    GTEST_SKIP() << "this file system has no immutable files";
-  }
-  expectRefusal(path, "new", EPERM);
-  ioctl(file, FS_IOC_SETFLAGS, &flags);
-  close(file);
 }
 
 TEST(InPlaceFile, leavesTheFileWholeBeyondALimitOfItsLength) {

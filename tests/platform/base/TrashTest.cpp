@@ -11,7 +11,6 @@
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
-#include <thread>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -169,20 +168,6 @@ TEST_F(TrashTest, whatMustNotBeWrittenLeavesEverythingInItsPlace) {
   EXPECT_EQ(seteuid(getuid()), 0);
 }
 
-TEST_F(TrashTest, withoutADataFolderOfTheUsersChoiceTheUsualOneServes) {
-  for (const char* value : {"", "relative/folder"}) {
-    qputenv("XDG_DATA_HOME", value);
-    expectMoved(home.write(u"shot.png"_s));
-  }
-  qunsetenv("XDG_DATA_HOME");
-  const QString before = QDir::currentPath();
-  ASSERT_TRUE(QDir::setCurrent(QFileInfo(home.write(u"Pictures/relative.png"_s)).path()));
-  EXPECT_TRUE(Trash::moveItem(QByteArray("relative.png")));
-  QDir::setCurrent(before);
-  EXPECT_EQ(listing(trash + u"/files"_s), u"relative.png|shot 2.png|shot.png"_s);
-  EXPECT_EQ(origin(trash, u"relative.png"_s), root + "/Pictures/relative.png");
-}
-
 TEST_F(TrashOfDeviceTest, isAtItsTop) {
   const QString shared = home.path(u"disk/.Trash"_s);
   const QByteArray sharedPath = QFile::encodeName(shared);
@@ -229,29 +214,6 @@ TEST_F(TrashOfDeviceTest, aTrapAtItsTopIsNotSteppedInto) {
   expectRefused(QFile::encodeName(file));
   EXPECT_EQ(contentsOf(file), "pixels");
   EXPECT_EQ(listing(home.path(u"disk/trap"_s)), QString());
-}
-
-TEST_F(TrashTest, severalAtOnceKeepEveryFile) {
-  constexpr int threads = 4, each = 50;
-  QList<QStringList> paths(threads);
-  for (int number = 0; number < threads * each; ++number) {
-    const QString path = u"%1/shot.png"_s.arg(number);
-    paths[number % threads] << home.write(path, QFile::encodeName(home.path(path)));
-  }
-  std::atomic<int> moved = 0;
-  {
-    std::vector<std::jthread> workers;
-    for (const QStringList& own : paths)
-      workers.emplace_back([&moved, own] {
-        for (const QString& path : own)
-          moved += Trash::moveItem(path) ? 1 : 0;
-      });
-  }
-  EXPECT_EQ(moved, threads * each);
-  const QStringList names = QDir(trash + u"/files"_s).entryList(QDir::Files);
-  EXPECT_EQ(names.size(), threads * each);
-  for (const QString& name : names)
-    EXPECT_EQ(contentsOf(trashed(name)), origin(trash, name)) << "each file under its own info";
 }
 
 }  // namespace
