@@ -21,13 +21,13 @@ class Pages : public QObject {
 class HistoryViewModelTest : public HistoryFixture {
  protected:
   HistoryViewModelTest() {
-    QDesktopServices::setUrlHandler(u"https"_s, &pages, "open");
+    QDesktopServices::setUrlHandler(u"file"_s, &pages, "open");
     QGuiApplication::clipboard()->setText(u"before"_s);
     model = HistoryViewModel::create();
   }
-  ~HistoryViewModelTest() override { QDesktopServices::unsetUrlHandler(u"https"_s); }
+  ~HistoryViewModelTest() override { QDesktopServices::unsetUrlHandler(u"file"_s); }
 
-  void press() { model->handleQuillonButton({pathOf(u"a.png"_s)}); }
+  void press() { model->handleQuillonButton({pathOf(u"a.png"_s).toUtf8()}); }
   [[nodiscard]] static bool hasCopied() { return QGuiApplication::clipboard()->mimeData()->hasUrls(); }
   [[nodiscard]] QString toast() const { return model->toast.get().value_or(QString()); }
 
