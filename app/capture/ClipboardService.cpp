@@ -13,39 +13,34 @@
 namespace sorrel::ClipboardService {
 namespace {
 
-/// A PNG file of the same picture: the file itself where it is one.
-QByteArray pngOf(const QByteArray& file) {
+/// The bytes of a PNG file of the same picture: the file itself where it is one.
+std::optional<QByteArray> pngOf(const QByteArray& file) {
   const auto bytes = std::span(reinterpret_cast<const std::uint8_t*>(file.constData()),
                                static_cast<std::size_t>(file.size()));
+  // The smallest thumbnail is the cheapest way to see that all of the file can be decoded.
   if (platform::imageFormatOf(bytes) == platform::ImageFormat::Png)
-    return file;
+    return platform::Thumbnail::decode(file, 1) ? std::optional(file) : std::nullopt;
   const auto picture = platform::ImageDecoder::decode(file);
-  const auto png =
-      picture ? platform::ImageEncoder::encode(*picture, platform::ImageFileType::Png) : std::nullopt;
-  return png.value_or(QByteArray());
+  return picture ? platform::ImageEncoder::encode(*picture, platform::ImageFileType::Png) : std::nullopt;
 }
 
-/// The picture in a file, whose bytes are read now and converted, where they must be, when they are pasted.
 std::optional<platform::PasteboardImage> imageWithContentsOf(const QByteArray& path) {
   const auto file = platform::FilePath::openToRead(path);
   if (!file || file->size() > platform::DecodeBounds().bytes)
     return std::nullopt;
-  const QByteArray bytes = file->readAll();
-  // The smallest thumbnail is the cheapest way to see that all of the file can be decoded.
-  if (!platform::Thumbnail::decode(bytes, 1))
-    return std::nullopt;
-  return platform::PasteboardImage{[bytes] { return pngOf(bytes); }};
+  auto png = pngOf(file->readAll());
+  return png ? std::optional(platform::PasteboardImage{std::move(*png)}) : std::nullopt;
 }
 
 }  // namespace
 
-void copy(const QUrl& url) {
+bool copy(const QUrl& url) {
   platform::Pasteboard::clearContents();
   std::vector<platform::PasteboardObject> objects;
   if (auto image = imageWithContentsOf(platform::FilePath::of(url)))
     objects.emplace_back(std::move(*image));
   objects.emplace_back(url);
-  platform::Pasteboard::writeObjects(objects);
+  return platform::Pasteboard::writeObjects(objects);
 }
 
 bool isQuillonRunning() {

@@ -10,8 +10,9 @@ namespace sorrel {
 namespace ClipboardService {
 
 /// Replaces the pasteboard's contents by the picture in this file, if it can be read as one, and the file's
-/// address. The picture is pasted as it is now, whatever becomes of the file.
-void copy(const QUrl& url);
+/// address. The picture is pasted as it is now, whatever becomes of the file. False where the pasteboard
+/// couldn't be written, and is as it was.
+[[nodiscard]] bool copy(const QUrl& url);
 
 [[nodiscard]] bool isQuillonRunning();
 [[nodiscard]] bool isQuillonInstalled();

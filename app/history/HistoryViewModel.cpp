@@ -41,8 +41,8 @@ void HistoryViewModel::handleQuillonButton(const Screenshot& screenshot) {
     showToast(localized(QStringLiteral("clipboard.quillon.promo")));
     return;
   }
-  ClipboardService::copy(screenshot.url());
-  showToast(ClipboardService::copyConfirmation());
+  showToast(ClipboardService::copy(screenshot.url()) ? ClipboardService::copyConfirmation()
+                                                     : localized(QStringLiteral("clipboard.failed")));
 }
 
 void HistoryViewModel::showToast(const QString& text) {

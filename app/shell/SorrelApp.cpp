@@ -6,7 +6,6 @@
 #include "platform/base/InPlaceFile.h"
 #include "platform/base/TerminationSignals.h"
 #include "platform/base/UserDefaults.h"
-#include "platform/desktop/Pasteboard.h"
 #include "platform/input/HotKeyService.h"
 #include "platform/input/KeyboardLayout.h"
 
@@ -37,9 +36,7 @@ int SorrelApp::run() {
   instance.setRungHandler([this] { appDelegate->applicationShouldHandleReopen(); });
   appDelegate->applicationDidFinishLaunching();
   appearance.emplace(AppColors::accent);
-  const int status = QApplication::exec();
-  platform::Pasteboard::handOver();
-  return status;
+  return QApplication::exec();
 }
 
 }  // namespace sorrel

@@ -3,16 +3,14 @@
 #include <QByteArray>
 #include <QUrl>
 
-#include <functional>
 #include <variant>
 #include <vector>
 
 namespace platform {
 
-/// A picture to paste: `png` gives a PNG file's bytes. It is called once at the most, when a program asks for
-/// the picture, which is the time to do what takes long.
+/// A picture to paste, as the bytes of a PNG file.
 struct PasteboardImage {
-  std::function<QByteArray()> png;
+  QByteArray png;
 };
 
 using PasteboardObject = std::variant<PasteboardImage, QUrl>;
@@ -20,22 +18,20 @@ using PasteboardObject = std::variant<PasteboardImage, QUrl>;
 /// The general pasteboard, which on other desktops is called the clipboard. Main thread only.
 namespace Pasteboard {
 
-/// Afterwards there is nothing to paste, whoever had put it there.
+/// Empties it, whoever had filled it, when the event loop turns again; a write before that takes its place.
+/// So the two together are one step to the desktop, without a moment of emptiness that a clipboard manager
+/// would fill with what was there before.
 void clearContents();
 
-/// Replaces the contents by these objects, at most one of each kind.
+/// Replaces the contents by these objects, at most one of each kind. False, and the contents are as they
+/// were, where that can't be done.
 ///
-/// A picture is offered as image/png, and to programs that can't read that in the toolkit's other formats, to
-/// which it is converted when they ask. A file's address is offered as text/uri-list and as file managers
-/// mark a file to be copied.
-void writeObjects(const std::vector<PasteboardObject>& objects);
-
-/// To be called when the program is about to end. Where the contents are this program's, another process
-/// keeps them from now on, or the desktop's clipboard manager; where another program has put something there
-/// meanwhile, nothing happens. Returns within a few seconds at the most, and nearly at once as a rule.
+/// A picture is offered as image/png; a file's address as text/uri-list and as file managers mark a file to
+/// be copied. Nothing is offered as text, which some programs would take in place of the picture.
 ///
-/// Only X11 needs this and has it; elsewhere nothing happens.
-void handOver();
+/// On X11 a process of its own keeps the contents, so that they outlive this program however it ends; the
+/// call returns when they can be pasted. Elsewhere they end with this program.
+[[nodiscard]] bool writeObjects(const std::vector<PasteboardObject>& objects);
 
 }  // namespace Pasteboard
 }  // namespace platform

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <xcb/xcb.h>
 
 namespace platform {
 namespace {
@@ -21,9 +20,7 @@ xcb_get_property_cookie_t askForNumbers(xcb_connection_t* connection, xcb_window
 
 /// Empty also where the window is gone.
 std::vector<uint32_t> numbers(xcb_connection_t* connection, xcb_get_property_cookie_t cookie) {
-  xcb_generic_error_t* error = nullptr;
-  const XcbPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection, cookie, &error));
-  const XcbPointer<xcb_generic_error_t> ignored(error);
+  const auto reply = xcbReply(connection, xcb_get_property_reply, cookie);
   if (!reply || reply->format != 32)
     return {};
   std::vector<uint32_t> values(reply->value_len);
@@ -34,13 +31,8 @@ std::vector<uint32_t> numbers(xcb_connection_t* connection, xcb_get_property_coo
 std::optional<QRect> frameOf(xcb_connection_t* connection, xcb_window_t window) {
   const auto geometryCookie = xcb_get_geometry(connection, window);
   const auto originCookie = xcb_translate_coordinates(connection, window, rootScreen(connection)->root, 0, 0);
-  xcb_generic_error_t* errors[] = {nullptr, nullptr};
-  const XcbPointer<xcb_get_geometry_reply_t> geometry(
-      xcb_get_geometry_reply(connection, geometryCookie, &errors[0]));
-  const XcbPointer<xcb_translate_coordinates_reply_t> origin(
-      xcb_translate_coordinates_reply(connection, originCookie, &errors[1]));
-  const XcbPointer<xcb_generic_error_t> ignored[] = {XcbPointer<xcb_generic_error_t>(errors[0]),
-                                                     XcbPointer<xcb_generic_error_t>(errors[1])};
+  const auto geometry = xcbReply(connection, xcb_get_geometry_reply, geometryCookie);
+  const auto origin = xcbReply(connection, xcb_translate_coordinates_reply, originCookie);
   if (!geometry || !origin)
     return std::nullopt;
   return QRect(origin->dst_x, origin->dst_y, geometry->width, geometry->height);
@@ -95,8 +87,8 @@ QSize x11RootSize() {
   xcb_connection_t* const connection = x11Connection();
   if (!connection)
     return {};
-  const auto cookie = xcb_get_geometry(connection, rootScreen(connection)->root);
-  const XcbPointer<xcb_get_geometry_reply_t> reply(xcb_get_geometry_reply(connection, cookie, nullptr));
+  const auto reply =
+      xcbAsk(connection, xcb_get_geometry, xcb_get_geometry_reply, rootScreen(connection)->root);
   return reply ? QSize(reply->width, reply->height) : QSize();
 }
 

@@ -24,6 +24,9 @@
     <message id="clipboard.copied.plain">
       <translation>Copied</translation>
     </message>
+    <message id="clipboard.failed">
+      <translation>Couldn’t copy</translation>
+    </message>
     <message id="settings.language.system">
       <translation>System</translation>
     </message>

@@ -24,6 +24,9 @@
     <message id="clipboard.copied.plain">
       <translation>복사했습니다</translation>
     </message>
+    <message id="clipboard.failed">
+      <translation>복사하지 못했습니다</translation>
+    </message>
     <message id="settings.language.system">
       <translation>시스템</translation>
     </message>

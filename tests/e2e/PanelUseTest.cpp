@@ -128,6 +128,26 @@ TEST_F(PanelUse, CopiesOutliveTheProgram) {
   expectPasted(newer);
 }
 
+TEST_F(PanelUse, CopiesLastBesideAClipboardManager) {
+  const QString path = put(u"picture.png"_s, randomPicture({300, 200}, 4));
+  const QString text = desktop.write(u"text"_s, "words");
+  const auto manager = desktop.start({u"xfce4-clipman"_s});
+  Sorrel sorrel(desktop);
+  Panel panel(desktop, sorrel);
+  openAndPoint(panel);
+  for (int round = 0; round < 5; ++round) {
+    const auto other = desktop.start({u"xclip"_s, u"-selection"_s, u"clipboard"_s, u"-quiet"_s, text});
+    until("the manager has the words", [&] { return other->errors().contains("request number 3"); });
+    panel.click(panel.copyButton(0));
+    until("the picture is copied", [&] { return pasted(u"image/png"_s) == contentsOf(path); });
+    expectPasted(path);
+    EXPECT_EQ(pasted(u"UTF8_STRING"_s), QByteArray());
+  }
+  sorrel.program().send(SIGTERM);
+  EXPECT_EQ(sorrel.program().waitForEnd(), 0);
+  expectPasted(path);
+}
+
 TEST_F(PanelUse, TheFirstCopyOpensTheCompanionsPageInstead) {
   Sorrel::store(desktop, u"quillonPromptShown"_s, false);
   const QString browser = desktop.write(u".local/bin/xdg-open"_s, "#!/bin/sh\necho \"$1\" >>~/opened\n");

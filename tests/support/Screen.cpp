@@ -150,21 +150,15 @@ void Screen::takeSelection(const char* name) {
   roundTrip();
 }
 
-void Screen::agreeToSelectionRequest() {
-  XcbPointer<xcb_generic_event_t> event;
-  until("a selection is asked for", [&] {
-    event.reset(xcb_poll_for_event(connection));
-    return event && (event->response_type & 0x7f) == XCB_SELECTION_REQUEST;
-  });
-  const auto& request = reinterpret_cast<const xcb_selection_request_event_t&>(*event);
-  union {
-    xcb_selection_notify_event_t event;
-    char bytes[32];
-  } notice{};
-  notice.event = {
-      XCB_SELECTION_NOTIFY, 0, 0, request.time, request.requestor, request.selection, request.target,
-      request.property};
-  xcb_send_event(connection, 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, notice.bytes);
+bool Screen::holdsSelection(const char* name) const {
+  const auto owner =
+      platform::xcbAsk(connection, xcb_get_selection_owner, xcb_get_selection_owner_reply, atom(name));
+  const xcb_setup_t* const setup = xcb_get_setup(connection);
+  return (owner->owner & ~setup->resource_id_mask) == setup->resource_id_base;
+}
+
+void Screen::giveKeyboard(quint32 window) {
+  xcb_set_input_focus(connection, XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
   roundTrip();
 }
 

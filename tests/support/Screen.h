@@ -51,11 +51,12 @@ class Screen {
   /// Whether some program owns this selection, for example the tray's.
   [[nodiscard]] bool isSelectionOwned(const char* name) const;
   void takeSelection(const char* name);
-  /// Says yes to the first program that asks for a selection which was taken so, as soon as one does.
-  void agreeToSelectionRequest();
+  /// Whether one that was taken so is still this program's.
+  [[nodiscard]] bool holdsSelection(const char* name) const;
 
   /// The window that gets the keys; 0 if none.
   [[nodiscard]] quint32 keyboardWindow() const;
+  void giveKeyboard(quint32 window);
   /// Makes `picture` the desktop's background, from the top left corner on.
   void paintRoot(const QImage& picture);
   /// Opens a window that shows `picture`, with its contents (not its frame) at `position`, and waits until it

@@ -1,13 +1,16 @@
 // The interactive capture tool: lets the user select a part of the X11 screen and makes a PNG of it.
 
+#include "platform/system/ClipboardKeeper.h"
 #include "tools/screencapture/Arguments.h"
 #include "tools/screencapture/CaptureRun.h"
-#include "tools/screencapture/Clipboard.h"
 #include "tools/screencapture/FileWriter.h"
 
+#include <array>
+#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
+#include <unistd.h>
 
 using namespace screencapture;
 
@@ -15,15 +18,27 @@ namespace {
 
 enum Status { Taken = 0, NothingTaken = 1 };
 
-Status reportClipboard(bool isTaken) {
-  if (!isTaken)
-    std::fputs("screencapture: the clipboard can't be taken\n", stderr);
-  return isTaken ? Taken : NothingTaken;
+constexpr std::chrono::seconds keeperPatience{10};
+
+/// The path of the program beside this one, by the same rule in the build tree and where it is installed.
+std::string besideThis(const char* name) {
+  std::array<char, PATH_MAX> path{};
+  const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
+  const std::string_view own(path.data(), static_cast<std::size_t>(std::max(length, ssize_t{0})));
+  return std::string(own.substr(0, own.rfind('/') + 1)) + name;
+}
+
+Status leaveOnClipboard(const platform::PngFile& png) {
+  const platform::ClipboardForm picture{"image/png", png.span()};
+  if (platform::leaveOnClipboard(besideThis("clipboardkeeper"), {&picture, 1}, keeperPatience))
+    return Taken;
+  std::fputs("screencapture: the clipboard can't be taken\n", stderr);
+  return NothingTaken;
 }
 
 Status deliver(const platform::PngFile& png, const Arguments& arguments) {
   if (arguments.destination == Destination::Clipboard)
-    return reportClipboard(leaveOnClipboard(png.span()));
+    return leaveOnClipboard(png);
   const int error = writeFile(arguments.path, png.span());
   if (error == 0)
     return Taken;
@@ -36,10 +51,6 @@ Status deliver(const platform::PngFile& png, const Arguments& arguments) {
 int main(int count, char** words) {
   const std::span<const char* const> given(words + (count > 0),
                                            static_cast<std::size_t>(count > 0 ? count - 1 : 0));
-  if (given.size() == 1 && std::string_view(given[0]) == holderArgument)
-    return runClipboardHolder();
-  if (given.size() == 1 && std::string_view(given[0]) == keepArgument)
-    return reportClipboard(leaveInputOnClipboard());
   const std::optional<Arguments> arguments = parseArguments(given);
   if (!arguments) {
     std::fprintf(stderr, "%s\n", usage);

@@ -1,13 +1,15 @@
 #pragma once
 
-#include "tools/screencapture/ClipboardForms.h"
-#include "tools/screencapture/Display.h"
+#include "platform/system/ClipboardForms.h"
+#include "platform/system/Xcb.h"
 
 #include <chrono>
+#include <deque>
 #include <optional>
+#include <set>
 #include <vector>
 
-namespace screencapture {
+namespace clipboardkeeper {
 
 /// Offers contents on the X clipboard, by the rules that X programs exchange selections with: beside the
 /// targets of their forms also TARGETS, TIMESTAMP, MULTIPLE and SAVE_TARGETS; a form that is larger than a
@@ -16,11 +18,14 @@ class ClipboardOwner {
  public:
   /// Takes the clipboard; empty where there is no display or it was not granted. The bytes of the forms
   /// must outlive this.
-  [[nodiscard]] static std::optional<ClipboardOwner> take(const std::vector<ClipboardForm>& contents);
+  [[nodiscard]] static std::optional<ClipboardOwner> take(
+      const std::vector<platform::ClipboardForm>& contents);
 
-  /// Asks the clipboard manager, if there is one, to keep the contents, and answers other programs until it
-  /// has them or one of the others takes the clipboard, and none still waits for pieces; or until the X
-  /// server is gone.
+  /// Answers other programs until one of them takes the clipboard and none still waits for pieces; or until
+  /// the X server is gone.
+  ///
+  /// A clipboard manager that found the clipboard empty just before may put its older contents there just
+  /// after: see isRefill(). Then the clipboard is taken again.
   void serve();
 
  private:
@@ -35,7 +40,7 @@ class ClipboardOwner {
     SaveTargets,
     Null,
     Incr,
-    Manager,
+    Keeper,
     AtomCount
   };
 
@@ -53,11 +58,12 @@ class ClipboardOwner {
     Clock::time_point lastSign;
   };
 
-  ClipboardOwner(Display connected, const std::vector<ClipboardForm>& contents);
+  ClipboardOwner(platform::XcbConnection connected, xcb_window_t root,
+                 const std::vector<platform::ClipboardForm>& contents);
 
   [[nodiscard]] bool own();
   [[nodiscard]] xcb_timestamp_t currentTime();
-  void askManager();
+  [[nodiscard]] platform::XcbPointer<xcb_generic_event_t> nextEvent();
   void handle(const xcb_generic_event_t& event);
   void answer(const xcb_selection_request_event_t& request);
   /// Puts the clipboard's contents in one form onto the receiver's window; false if we don't have that form.
@@ -68,13 +74,26 @@ class ClipboardOwner {
   void forget(xcb_window_t receiver);
   [[nodiscard]] std::size_t pieceSize() const;
 
-  Display display;
-  std::vector<Offer> offers;
+  void lose();
+  [[nodiscard]] bool mayTakeAgain();
+  /// Whether the clipboard was taken from us by a program that only puts older contents back, rather than by
+  /// the user's next copy.
+  [[nodiscard]] bool isRefill() const;
+  /// What all windows of one program have in common.
+  [[nodiscard]] std::uint32_t programOf(xcb_window_t window) const;
+
+  platform::XcbConnection server;
   xcb_window_t window = XCB_WINDOW_NONE;
   std::vector<xcb_atom_t> atoms;
+  std::vector<Offer> offers;
   xcb_timestamp_t since = XCB_CURRENT_TIME;
   bool isOwner = false;
+  Clock::time_point taken{};
+  int timesLost = 0;
+  std::set<std::uint32_t> programs;  // those that had windows before we took the clipboard
+  std::set<std::uint32_t> informed;  // those that were given one of the forms just after that
+  std::deque<platform::XcbPointer<xcb_generic_event_t>> setAside;  // for when the server's time is known
   std::vector<Transfer> transfers;
 };
 
-}  // namespace screencapture
+}  // namespace clipboardkeeper

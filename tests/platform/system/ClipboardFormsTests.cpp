@@ -1,8 +1,8 @@
-#include "tools/screencapture/ClipboardForms.h"
+#include "platform/system/ClipboardForms.h"
 
 #include <gtest/gtest.h>
 
-using namespace screencapture;
+using namespace platform;
 
 namespace {
 

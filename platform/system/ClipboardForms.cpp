@@ -1,8 +1,8 @@
-#include "tools/screencapture/ClipboardForms.h"
+#include "platform/system/ClipboardForms.h"
 
 #include <charconv>
 
-namespace screencapture {
+namespace platform {
 
 std::string headerOf(const ClipboardForm& form) {
   return std::string(form.target) + ' ' + std::to_string(form.bytes.size()) + '\n';
@@ -28,4 +28,4 @@ std::optional<std::vector<ClipboardForm>> parseForms(std::span<const std::uint8_
   return forms.empty() ? std::nullopt : std::optional(std::move(forms));
 }
 
-}  // namespace screencapture
+}  // namespace platform

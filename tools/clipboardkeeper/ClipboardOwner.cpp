@@ -1,93 +1,99 @@
-#include "tools/screencapture/ClipboardOwner.h"
+#include "tools/clipboardkeeper/ClipboardOwner.h"
 
 #include <algorithm>
 #include <poll.h>
 #include <string_view>
 
-namespace screencapture {
+namespace clipboardkeeper {
 
 namespace {
 
 constexpr std::string_view atomNames[] = {"CLIPBOARD", "TARGETS",   "TIMESTAMP",
                                           "MULTIPLE",  "ATOM_PAIR", "SAVE_TARGETS",
-                                          "NULL",      "INCR",      "CLIPBOARD_MANAGER"};
+                                          "NULL",      "INCR",      "_SORREL_CLIPBOARD_KEEPER"};
 constexpr std::size_t requestOverhead = 64;      // a property's request without its data, rounded up
 constexpr std::chrono::seconds patience{20};     // with a receiver that stopped asking for pieces
 constexpr std::uint32_t longestMultiple = 1024;  // 32-bit words of a MULTIPLE request
+// A refill comes within moments of our claim. Longer than managers were seen to take, and shorter than
+// anybody needs to copy something else.
+constexpr std::chrono::milliseconds refillTime{500};
+constexpr int mostRefills = 5;
 
 }  // namespace
 
-std::optional<ClipboardOwner> ClipboardOwner::take(const std::vector<ClipboardForm>& contents) {
-  std::optional<Display> display = Display::open();
-  if (!display)
+std::optional<ClipboardOwner> ClipboardOwner::take(const std::vector<platform::ClipboardForm>& contents) {
+  platform::XcbConnection connection(xcb_connect(nullptr, nullptr));
+  if (xcb_connection_has_error(connection.get()))
     return std::nullopt;
-  ClipboardOwner owner(std::move(*display), contents);
-  if (!owner.own())
-    return std::nullopt;
+  // Selections belong to the whole display, so any of its screens will do.
+  const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection.get())).data->root;
+  ClipboardOwner owner(std::move(connection), root, contents);
+  owner.taken = Clock::now();
+  while (!owner.own()) {
+    if (!owner.mayTakeAgain())
+      return std::nullopt;
+  }
   return owner;
 }
 
-ClipboardOwner::ClipboardOwner(Display connected, const std::vector<ClipboardForm>& contents)
-    : display(std::move(connected)), window(display.newId()) {
-  xcb_connection_t* const connection = display.connection();
+ClipboardOwner::ClipboardOwner(platform::XcbConnection connected, xcb_window_t root,
+                               const std::vector<platform::ClipboardForm>& contents)
+    : server(std::move(connected)), window(xcb_generate_id(server.get())) {
+  const auto windowsAsked = xcb_query_tree(server.get(), root);
   std::vector<xcb_intern_atom_cookie_t> cookies;
   for (const std::string_view name : atomNames)
-    cookies.push_back(display.askForAtom(name));
-  for (const ClipboardForm& form : contents)
-    cookies.push_back(display.askForAtom(form.target));
+    cookies.push_back(platform::askForAtom(server.get(), name));
+  for (const platform::ClipboardForm& form : contents)
+    cookies.push_back(platform::askForAtom(server.get(), form.target));
   const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-  xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, display.root(), -1, -1, 1, 1, 0,
+  xcb_create_window(server.get(), XCB_COPY_FROM_PARENT, window, root, -1, -1, 1, 1, 0,
                     XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
   for (std::size_t i = 0; i < AtomCount; ++i)
-    atoms.push_back(display.atom(cookies[i]));
+    atoms.push_back(platform::atomFrom(server.get(), cookies[i]));
   for (std::size_t i = 0; i < contents.size(); ++i)
-    offers.push_back({display.atom(cookies[AtomCount + i]), contents[i].bytes});
+    offers.push_back({platform::atomFrom(server.get(), cookies[AtomCount + i]), contents[i].bytes});
+  const auto windows = platform::xcbReply(server.get(), xcb_query_tree_reply, windowsAsked);
+  for (int i = 0; windows && i < xcb_query_tree_children_length(windows.get()); ++i)
+    programs.insert(programOf(xcb_query_tree_children(windows.get())[i]));
+  const std::uint32_t yes = 1;
+  xcb_change_property(server.get(), XCB_PROP_MODE_REPLACE, window, atoms[Keeper], XCB_ATOM_CARDINAL, 32, 1,
+                      &yes);
 }
 
 bool ClipboardOwner::own() {
   since = currentTime();
-  xcb_set_selection_owner(display.connection(), window, atoms[Clipboard], since);
-  const auto owner = reply(display, xcb_get_selection_owner_reply,
-                           xcb_get_selection_owner(display.connection(), atoms[Clipboard]));
+  xcb_set_selection_owner(server.get(), window, atoms[Clipboard], since);
+  const auto owner = platform::xcbAsk(server.get(), xcb_get_selection_owner, xcb_get_selection_owner_reply,
+                                      atoms[Clipboard]);
   isOwner = owner && owner->owner == window;
   return isOwner;
 }
 
 xcb_timestamp_t ClipboardOwner::currentTime() {
   // The server tells its time with each event, and changing a property by nothing gives one.
-  xcb_change_property(display.connection(), XCB_PROP_MODE_APPEND, window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING,
-                      8, 0, nullptr);
-  display.flush();
-  while (const Reply<xcb_generic_event_t> event{xcb_wait_for_event(display.connection())}) {
-    if ((event->response_type & 0x7f) == XCB_PROPERTY_NOTIFY)
-      return reinterpret_cast<const xcb_property_notify_event_t*>(event.get())->time;
+  xcb_change_property(server.get(), XCB_PROP_MODE_APPEND, window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0,
+                      nullptr);
+  xcb_flush(server.get());
+  while (platform::XcbPointer<xcb_generic_event_t> event{xcb_wait_for_event(server.get())}) {
+    const auto* const changed = reinterpret_cast<const xcb_property_notify_event_t*>(event.get());
+    if ((event->response_type & 0x7f) == XCB_PROPERTY_NOTIFY && changed->window == window)
+      return changed->time;
+    setAside.push_back(std::move(event));
   }
   return XCB_CURRENT_TIME;
 }
 
-void ClipboardOwner::askManager() {
-  // The property says what is worth keeping; the manager then asks for each, as any receiver does.
-  std::vector<xcb_atom_t> wanted;
-  for (const Offer& offer : offers)
-    wanted.push_back(offer.target);
-  xcb_change_property(display.connection(), XCB_PROP_MODE_REPLACE, window, atoms[SaveTargets], XCB_ATOM_ATOM,
-                      32, static_cast<std::uint32_t>(wanted.size()), wanted.data());
-  xcb_convert_selection(display.connection(), window, atoms[Manager], atoms[SaveTargets], atoms[SaveTargets],
-                        since);
-}
-
 void ClipboardOwner::serve() {
-  askManager();
-  display.flush();
-  pollfd waiting{xcb_get_file_descriptor(display.connection()), POLLIN, 0};
+  xcb_flush(server.get());
+  pollfd waiting{xcb_get_file_descriptor(server.get()), POLLIN, 0};
   while (isOwner || !transfers.empty()) {
-    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(display.connection())})
+    while (const auto event = nextEvent())
       handle(*event);
     std::erase_if(transfers, [now = Clock::now()](const Transfer& transfer) {
       return now - transfer.lastSign > patience;
     });
-    display.flush();
-    if (display.isLost())
+    xcb_flush(server.get());
+    if (xcb_connection_has_error(server.get()))
       return;
     if (isOwner || !transfers.empty())
       poll(&waiting, 1,
@@ -95,19 +101,20 @@ void ClipboardOwner::serve() {
   }
 }
 
+platform::XcbPointer<xcb_generic_event_t> ClipboardOwner::nextEvent() {
+  if (setAside.empty())
+    return platform::XcbPointer<xcb_generic_event_t>(xcb_poll_for_event(server.get()));
+  auto event = std::move(setAside.front());
+  setAside.pop_front();
+  return event;
+}
+
 void ClipboardOwner::handle(const xcb_generic_event_t& event) {
   switch (event.response_type & 0x7f) {
     case XCB_SELECTION_REQUEST:
       return answer(reinterpret_cast<const xcb_selection_request_event_t&>(event));
     case XCB_SELECTION_CLEAR:
-      isOwner = false;
-      return;
-    case XCB_SELECTION_NOTIFY:
-      // The manager's answer. One that has everything takes the clipboard itself once we let go of it; where
-      // there is none, the server answers in its place with a no.
-      isOwner =
-          isOwner && reinterpret_cast<const xcb_selection_notify_event_t&>(event).property == XCB_ATOM_NONE;
-      return;
+      return lose();
     case XCB_PROPERTY_NOTIFY:
       return sendPiece(reinterpret_cast<const xcb_property_notify_event_t&>(event));
     case XCB_DESTROY_NOTIFY:
@@ -135,12 +142,12 @@ void ClipboardOwner::answer(const xcb_selection_request_event_t& request) {
   notice.event.selection = request.selection;
   notice.event.target = request.target;
   notice.event.property = done ? property : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-  xcb_send_event(display.connection(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, notice.bytes);
+  xcb_send_event(server.get(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, notice.bytes);
 }
 
 bool ClipboardOwner::convert(xcb_window_t receiver, xcb_atom_t target, xcb_atom_t property) {
   const auto put = [&](xcb_atom_t type, std::uint8_t format, std::size_t count, const void* data) {
-    xcb_change_property(display.connection(), XCB_PROP_MODE_REPLACE, receiver, property, type, format,
+    xcb_change_property(server.get(), XCB_PROP_MODE_REPLACE, receiver, property, type, format,
                         static_cast<std::uint32_t>(count), data);
     return true;
   };
@@ -158,6 +165,8 @@ bool ClipboardOwner::convert(xcb_window_t receiver, xcb_atom_t target, xcb_atom_
   const auto offer = std::ranges::find(offers, target, &Offer::target);
   if (offer == offers.end())
     return false;
+  if (Clock::now() - taken < refillTime)
+    informed.insert(programOf(receiver));
   if (offer->bytes.size() <= pieceSize())
     return put(target, 8, offer->bytes.size(), offer->bytes.data());
   startTransfer(receiver, property, *offer);
@@ -165,9 +174,9 @@ bool ClipboardOwner::convert(xcb_window_t receiver, xcb_atom_t target, xcb_atom_
 }
 
 bool ClipboardOwner::convertMultiple(xcb_window_t receiver, xcb_atom_t property) {
-  const auto list = reply(
-      display, xcb_get_property_reply,
-      xcb_get_property(display.connection(), 0, receiver, property, atoms[AtomPair], 0, longestMultiple));
+  const auto list = platform::xcbReply(
+      server.get(), xcb_get_property_reply,
+      xcb_get_property(server.get(), 0, receiver, property, atoms[AtomPair], 0, longestMultiple));
   if (!list || list->type != atoms[AtomPair] || list->format != 32)
     return false;
   const auto* words = static_cast<const xcb_atom_t*>(xcb_get_property_value(list.get()));
@@ -176,17 +185,16 @@ bool ClipboardOwner::convertMultiple(xcb_window_t receiver, xcb_atom_t property)
     if (pairs[i + 1] == XCB_ATOM_NONE || !convert(receiver, pairs[i], pairs[i + 1]))
       pairs[i + 1] = XCB_ATOM_NONE;
   }
-  xcb_change_property(display.connection(), XCB_PROP_MODE_REPLACE, receiver, property, atoms[AtomPair], 32,
+  xcb_change_property(server.get(), XCB_PROP_MODE_REPLACE, receiver, property, atoms[AtomPair], 32,
                       static_cast<std::uint32_t>(pairs.size()), pairs.data());
   return true;
 }
 
 void ClipboardOwner::startTransfer(xcb_window_t receiver, xcb_atom_t property, const Offer& offer) {
   const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-  xcb_change_window_attributes(display.connection(), receiver, XCB_CW_EVENT_MASK, &events);
+  xcb_change_window_attributes(server.get(), receiver, XCB_CW_EVENT_MASK, &events);
   const auto size = static_cast<std::uint32_t>(offer.bytes.size());
-  xcb_change_property(display.connection(), XCB_PROP_MODE_REPLACE, receiver, property, atoms[Incr], 32, 1,
-                      &size);
+  xcb_change_property(server.get(), XCB_PROP_MODE_REPLACE, receiver, property, atoms[Incr], 32, 1, &size);
   std::erase_if(transfers, [&](const Transfer& transfer) {
     return transfer.receiver == receiver && transfer.property == property;
   });
@@ -201,8 +209,8 @@ void ClipboardOwner::sendPiece(const xcb_property_notify_event_t& event) {
     return;
   const auto& [target, bytes] = transfer->offer;
   const std::span piece = bytes.subspan(transfer->done, std::min(pieceSize(), bytes.size() - transfer->done));
-  xcb_change_property(display.connection(), XCB_PROP_MODE_REPLACE, transfer->receiver, transfer->property,
-                      target, 8, static_cast<std::uint32_t>(piece.size()), piece.data());
+  xcb_change_property(server.get(), XCB_PROP_MODE_REPLACE, transfer->receiver, transfer->property, target, 8,
+                      static_cast<std::uint32_t>(piece.size()), piece.data());
   transfer->done += piece.size();
   transfer->lastSign = Clock::now();
   // A piece of nothing says that this was all.
@@ -212,15 +220,51 @@ void ClipboardOwner::sendPiece(const xcb_property_notify_event_t& event) {
   const xcb_window_t receiver = transfer->receiver;
   transfers.erase(transfer);
   if (std::ranges::none_of(transfers, [&](const Transfer& each) { return each.receiver == receiver; }))
-    xcb_change_window_attributes(display.connection(), receiver, XCB_CW_EVENT_MASK, &noEvents);
+    xcb_change_window_attributes(server.get(), receiver, XCB_CW_EVENT_MASK, &noEvents);
 }
 
 void ClipboardOwner::forget(xcb_window_t receiver) {
   std::erase_if(transfers, [&](const Transfer& transfer) { return transfer.receiver == receiver; });
 }
 
-std::size_t ClipboardOwner::pieceSize() const {
-  return display.setup().maximum_request_length * std::size_t{4} - requestOverhead;
+void ClipboardOwner::lose() {
+  isOwner = false;
+  while (!isOwner && mayTakeAgain())
+    (void)own();
 }
 
-}  // namespace screencapture
+bool ClipboardOwner::mayTakeAgain() {
+  return Clock::now() - taken < refillTime && timesLost++ < mostRefills && isRefill();
+}
+
+bool ClipboardOwner::isRefill() const {
+  xcb_connection_t* const connection = server.get();
+  const auto ownerAsked = xcb_get_selection_owner(connection, atoms[Clipboard]);
+  const auto focusAsked = xcb_get_input_focus(connection);
+  const auto owner = platform::xcbReply(connection, xcb_get_selection_owner_reply, ownerAsked);
+  const auto focus = platform::xcbReply(connection, xcb_get_input_focus_reply, focusAsked);
+  if (!owner || !focus)
+    return false;
+  if (owner->owner == XCB_WINDOW_NONE)
+    return true;  // emptied by whoever owned it before us
+  const std::uint32_t program = programOf(owner->owner);
+  // A copy of the user's comes from the program that has the keyboard, which a manager hasn't, and a script's
+  // from a program that was started for it.
+  const bool isNewer = program == programOf(focus->focus) || !programs.contains(program);
+  // A manager that asked us for everything first keeps our contents rather than older ones.
+  const bool isOurs = informed.contains(program);
+  const auto mark = platform::xcbAsk(connection, xcb_get_property, xcb_get_property_reply, 0, owner->owner,
+                                     atoms[Keeper], XCB_ATOM_CARDINAL, 0, 1);
+  const bool isNextKeeper = mark && mark->value_len > 0;
+  return !isNewer && !isOurs && !isNextKeeper;
+}
+
+std::uint32_t ClipboardOwner::programOf(xcb_window_t any) const {
+  return any & ~xcb_get_setup(server.get())->resource_id_mask;
+}
+
+std::size_t ClipboardOwner::pieceSize() const {
+  return xcb_get_setup(server.get())->maximum_request_length * std::size_t{4} - requestOverhead;
+}
+
+}  // namespace clipboardkeeper

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace screencapture {
+namespace platform {
 
 /// One of the forms in which the clipboard's contents are offered: the X target that other programs ask for
 /// it by, and its bytes, which somebody else owns.
@@ -24,4 +24,4 @@ struct ClipboardForm {
 /// anything else or end too early, and where they hold no form at all.
 [[nodiscard]] std::optional<std::vector<ClipboardForm>> parseForms(std::span<const std::uint8_t> bytes);
 
-}  // namespace screencapture
+}  // namespace platform
