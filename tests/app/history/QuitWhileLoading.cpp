@@ -17,7 +17,7 @@ int main(int argc, char** argv) {
   static std::latch hangs(2);
   {
     const QCoreApplication application(argc, argv);
-    const auto hang = [](const QString&, int) -> std::optional<QImage> {
+    const auto hang = [](const QByteArray&, int) -> std::optional<QImage> {
       hangs.arrive_and_wait();
       std::latch(1).wait();
       return {};
