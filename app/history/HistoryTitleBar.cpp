@@ -69,18 +69,26 @@ HistoryTitleBar::HistoryTitleBar(HistoryViewModel& model, QWidget* parent)
 void HistoryTitleBar::refresh() {
   applyStyle(*title, {13, QFont::DemiBold, HistoryColors::onTitleBar});
   title->setText(localized(QStringLiteral("history.title")));
-  const auto pictures = viewModel.screenshots->size();
   applyStyle(*count, {11, QFont::Bold, AppColors::inkOnAmber});
+  close->setHelp(localized(QStringLiteral("history.close")));
+  showCount();
+  showLock();
+}
+
+void HistoryTitleBar::showCount() {
+  const auto pictures = viewModel.screenshots->size();
   count->setText(QString::number(pictures));
   count->setAccessibleName(pictures == 1 ? localized(QStringLiteral("history.count.one"))
                                          : localized(QStringLiteral("history.count")).arg(pictures));
   count->setVisible(pictures > 0);
+}
+
+void HistoryTitleBar::showLock() {
   const bool isLocked = viewModel.isLocked;
   lock->setLook({isLocked ? QStringLiteral("lock.fill") : QStringLiteral("lock.open"), 14,
                  isLocked ? HistoryColors::onTitleBar : dimmed});
   lock->setHelp(localized(isLocked ? QStringLiteral("history.lock.lockedHelp")
                                    : QStringLiteral("history.lock.unlockedHelp")));
-  close->setHelp(localized(QStringLiteral("history.close")));
 }
 
 }  // namespace sorrel

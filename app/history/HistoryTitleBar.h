@@ -15,8 +15,12 @@ class HistoryTitleBar : public QWidget {
  public:
   HistoryTitleBar(HistoryViewModel& viewModel, QWidget* parent);
 
-  /// Shows the model's present state and the present texts.
+  /// Shows the present texts and colors.
   void refresh();
+  /// Shows the model's present number of pictures.
+  void showCount();
+  /// Shows whether the model is locked.
+  void showLock();
 
  private:
   HistoryViewModel& viewModel;

@@ -56,33 +56,51 @@ HistoryView::HistoryView(std::shared_ptr<HistoryViewModel> viewModel, ThumbnailL
   column->addSpacing(dividerHeight);
   column->addWidget(footer);
 
-  modelToken = vm->observe([this] { setNeedsRefresh(); });
-  languageToken = LocalizationManager::shared().observe([this] { setNeedsRefresh(); });
-  appearanceToken = platform::observeAppearance([this] { setNeedsRefresh(); });
-  refresh();
+  subscriptions.push_back(vm->screenshots.observe([this] { refreshLater(Shown::List); }));
+  subscriptions.push_back(vm->isLocked.observe([this] { refreshLater(Shown::Lock); }));
+  subscriptions.push_back(vm->toast.observe([this] { refreshLater(Shown::Toast); }));
+  subscriptions.push_back(LocalizationManager::shared().observe([this] { refreshLater(Shown::Looks); }));
+  subscriptions.push_back(platform::observeAppearance([this] { refreshLater(Shown::Looks); }));
+  showList();
+  toast->show(vm->toast);
 }
 
 HistoryView::~HistoryView() = default;
 
-void HistoryView::setNeedsRefresh() {
+void HistoryView::refreshLater(Shown changing) {
+  stale |= changing;
   // Observers are told before the change; by the next turn it is in place.
   if (!pendingRefresh.isPending())
     pendingRefresh = platform::MainQueue::main().asyncAfter({}, [this] { refresh(); });
 }
 
 void HistoryView::refresh() {
-  titleBar->refresh();
-  footer->refresh();
-  emptyState->refresh();
+  const Stale changed = std::exchange(stale, {});
+  if (changed.testFlag(Shown::List))
+    showList();
+  if (changed.testFlag(Shown::Lock))
+    titleBar->showLock();
+  if (changed.testFlag(Shown::Toast))
+    toast->show(vm->toast);
+  if (changed.testFlag(Shown::Looks)) {
+    titleBar->refresh();
+    footer->refresh();
+    emptyState->refresh();
+    grid->retranslate();
+    toast->update();
+    update();
+  }
+}
+
+void HistoryView::showList() {
   grid->setScreenshots(vm->screenshots);
-  grid->retranslate();
+  titleBar->showCount();
+  footer->refresh();  // the list changes with the folder
   const bool isEmpty = vm->screenshots->empty();
   grid->setVisible(!isEmpty);
   if (!isEmpty && hasFocus())
     grid->setFocus();
   emptyState->setVisible(isEmpty);
-  toast->show(vm->toast);
-  update();
 }
 
 void HistoryView::focusInEvent(QFocusEvent* event) {

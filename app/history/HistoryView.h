@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <vector>
 
 namespace sorrel {
 
@@ -17,9 +18,9 @@ class ThumbnailGrid;
 class ThumbnailLoader;
 class ToastView;
 
-/// What the history panel holds. It shows the model's state, the interface language and the desktop's
-/// appearance, each as soon as it changes; several changes at once cost one redrawing. Its corners are left
-/// unpainted.
+/// What the history panel holds. It shows the model's fields, the interface language and the desktop's
+/// appearance, each as soon as it changes and without touching what shows the others; several changes at once
+/// cost one redrawing. Its corners are left unpainted.
 class HistoryView : public QWidget {
  public:
   HistoryView(std::shared_ptr<HistoryViewModel> viewModel, ThumbnailLoader& loader,
@@ -34,8 +35,12 @@ class HistoryView : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  void setNeedsRefresh();
+  enum class Shown { List = 1, Lock = 2, Toast = 4, Looks = 8 };  // the latter: texts and colors
+  Q_DECLARE_FLAGS(Stale, Shown)
+
+  void refreshLater(Shown changing);
   void refresh();
+  void showList();
 
   const std::shared_ptr<HistoryViewModel> vm;
   HistoryTitleBar* titleBar;
@@ -43,10 +48,9 @@ class HistoryView : public QWidget {
   HistoryEmptyState* emptyState;
   HistoryFooter* footer;
   ToastView* toast;
+  Stale stale;
   platform::WorkItem pendingRefresh;
-  platform::Subscription modelToken;
-  platform::Subscription languageToken;
-  platform::Subscription appearanceToken;
+  std::vector<platform::Subscription> subscriptions;
 };
 
 }  // namespace sorrel

@@ -42,4 +42,39 @@ std::pair<int, int> ThumbnailLayout::range(qreal top, qreal bottom) const {
   return {first, std::clamp((row(bottom) + 1) * columnCount, first, cellCount)};
 }
 
+int ThumbnailLayout::moved(int from, CursorMove move, qreal viewHeight) const {
+  const int page = std::max(1, static_cast<int>(viewHeight / rowPitch()));
+  const int above = from / columnCount, below = (cellCount - 1 - from) / columnCount;  // rows of the column
+  switch (move) {
+    case CursorMove::Left:
+      return std::max(from - 1, 0);
+    case CursorMove::Right:
+      return std::min(from + 1, cellCount - 1);
+    case CursorMove::Up:
+      return from - std::min(1, above) * columnCount;
+    case CursorMove::Down:
+      return from + std::min(1, below) * columnCount;
+    case CursorMove::PageUp:
+      return from - std::min(page, above) * columnCount;
+    case CursorMove::PageDown:
+      return from + std::min(page, below) * columnCount;
+    case CursorMove::First:
+      return 0;
+    case CursorMove::Last:
+      return cellCount - 1;
+  }
+  return from;
+}
+
+int ThumbnailLayout::scrollRange(int viewHeight) const {
+  return std::max(0, static_cast<int>(std::ceil(height())) - viewHeight);
+}
+
+int ThumbnailLayout::scrolledTo(int index, int scrolled, int viewHeight) const {
+  const QRectF shown = cell(index).adjusted(0, -padding, 0, padding);
+  const qreal lowest =
+      shown.bottom() - viewHeight;  // counts less: of a cell that doesn't fit, the top is shown
+  return static_cast<int>(std::round(std::min(std::max<qreal>(scrolled, lowest), shown.top())));
+}
+
 }  // namespace sorrel

@@ -6,6 +6,9 @@
 
 namespace sorrel {
 
+/// What a key does to the place of the keyboard among the cells.
+enum class CursorMove { Left, Right, Up, Down, PageUp, PageDown, First, Last };
+
 /// Where the cells of the thumbnail grid lie: as many equal columns as fit, in the list's order from left to
 /// right and down. Points of the grid's contents, origin at the top left, y down.
 class ThumbnailLayout {
@@ -32,6 +35,16 @@ class ThumbnailLayout {
   [[nodiscard]] int at(const QPointF& point) const;
   /// The first cell of the rows that meet the strip from `top` to `bottom`, and the one after their last.
   [[nodiscard]] std::pair<int, int> range(qreal top, qreal bottom) const;
+
+  /// Where the keyboard goes from cell `from` in a view that shows so much of the height. Left and right go
+  /// along the list. Up and down keep the column, so they stay where it has no more cells; by whole views
+  /// they go as far as it has. There must be a cell.
+  [[nodiscard]] int moved(int from, CursorMove move, qreal viewHeight) const;
+  /// How far a view of that height can be scrolled.
+  [[nodiscard]] int scrollRange(int viewHeight) const;
+  /// How far such a view must be scrolled to show all of a cell and the padding around it: the nearest to
+  /// `scrolled`.
+  [[nodiscard]] int scrolledTo(int cell, int scrolled, int viewHeight) const;
 
  private:
   int cellCount;

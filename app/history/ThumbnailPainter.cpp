@@ -1,6 +1,7 @@
 #include "app/history/ThumbnailPainter.h"
 
 #include "app/history/HistoryColors.h"
+#include "app/look/FocusRing.h"
 #include "app/look/LookColors.h"
 
 #include <QFontMetricsF>
@@ -15,6 +16,7 @@ namespace {
 constexpr qreal cornerRadius = 8;
 constexpr qreal pictureInset = 5;
 constexpr qreal progressDiameter = 18;
+constexpr qreal ringGap = 4;
 
 void outline(QPainter& painter, const QRectF& square, const QColor& color, qreal width) {
   painter.setPen(QPen(color, width));
@@ -66,24 +68,17 @@ void glow(QPainter& painter, const QRectF& square, qreal radius, qreal opacity) 
     outline(painter, square, translucent(AppColors::accent, opacity / rings), 2 * radius * ring / rings);
 }
 
-void paintProgress(QPainter& painter, const QPointF& center, qreal turn) {
+void paintProgress(QPainter& painter, const QPointF& center, std::optional<qreal> turn) {
   QRectF circle(0, 0, progressDiameter, progressDiameter);
   circle.moveCenter(center);
   QColor color = LookColors::secondaryLabel.resolved();
   color.setAlpha(color.alpha() / 3);
   painter.setPen(QPen(color, 2, Qt::SolidLine, Qt::RoundCap));
   painter.drawEllipse(circle);
+  if (!turn)
+    return;
   painter.setPen(QPen(LookColors::secondaryLabel.resolved(), 2, Qt::SolidLine, Qt::RoundCap));
-  painter.drawArc(circle, static_cast<int>(-turn * 360 * 16), 90 * 16);
-}
-
-void paintPicture(QPainter& painter, const QRectF& square, const QPixmap& picture) {
-  QRectF place(QPointF(), picture.deviceIndependentSize());
-  place.moveCenter(square.center());
-  // On whole device pixels: the picture has been scaled for them.
-  const qreal ratio = picture.devicePixelRatio();
-  const QPointF corner(std::round(place.left() * ratio) / ratio, std::round(place.top() * ratio) / ratio);
-  painter.drawPixmap(corner, picture);
+  painter.drawArc(circle, static_cast<int>(-*turn * 360 * 16), 90 * 16);
 }
 
 }  // namespace
@@ -94,6 +89,14 @@ QPixmap fittedPicture(const QImage& image, qreal side, qreal ratio) {
   QPixmap picture = QPixmap::fromImage(image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
   picture.setDevicePixelRatio(ratio);
   return picture;
+}
+
+QPointF picturePlace(const QRectF& square, const QPixmap& picture) {
+  QRectF place(QPointF(), picture.deviceIndependentSize());
+  place.moveCenter(square.center());
+  // On whole device pixels: the picture has been scaled for them.
+  const qreal ratio = picture.devicePixelRatio();
+  return QPointF(std::round(place.left() * ratio), std::round(place.top() * ratio)) / ratio;
 }
 
 void paintThumbnail(QPainter& painter, const QRectF& square, const QRectF& caption,
@@ -112,11 +115,14 @@ void paintThumbnail(QPainter& painter, const QRectF& square, const QRectF& capti
   if (look.picture.isNull())
     paintProgress(painter, square.center(), look.progressTurn);
   else
-    paintPicture(painter, square, look.picture);
+    painter.drawPixmap(picturePlace(square, look.picture), look.picture);
   if (look.selection > 0)
     outline(painter, square, translucent(AppColors::accent, 0.85 * look.selection), 2 * look.selection);
   if (look.flash > 0)
     outline(painter, square, AppColors::accent.resolved(), 3.5 * look.flash);
+  if (look.isFocused)
+    drawFocusRing(painter, square.adjusted(-ringGap, -ringGap, ringGap, ringGap),
+                  AppColors::accent.resolved(), cornerRadius + ringGap);
   painter.restore();
 
   painter.setPen(LookColors::secondaryLabel.resolved());

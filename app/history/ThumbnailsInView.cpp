@@ -35,7 +35,7 @@ ThumbnailsInView::State ThumbnailsInView::show(std::span<const Screenshot> inVie
       thumbnail = std::move(*known);
     else if (const auto ready = loader.cached(shot.url(), maxPixel))
       thumbnail.picture = fittedPicture(*ready, side, ratio);
-    if (!thumbnail.picture.isNull())
+    if (!thumbnail.isLoading())
       continue;
     state = State::Loading;
     if (!thumbnail.request)
@@ -52,9 +52,10 @@ void ThumbnailsInView::loadMissing() {
   for (auto shot = missing.rbegin(); shot != missing.rend(); ++shot)
     thumbnails[keyOf(*shot)].request = loader.thumbnail(
         shot->url(), maxPixel, [this, key = keyOf(*shot), path = shot->path](const QImage& image) {
-          if (image.isNull())
-            return;
-          thumbnails[key].picture = fittedPicture(image, side, ratio);
+          Thumbnail& thumbnail = thumbnails[key];
+          thumbnail.hasFailed = image.isNull();
+          if (!image.isNull())
+            thumbnail.picture = fittedPicture(image, side, ratio);
           onPicture(path);
         });
   missing.clear();
@@ -62,6 +63,10 @@ void ThumbnailsInView::loadMissing() {
 
 QPixmap ThumbnailsInView::picture(const Screenshot& screenshot) const {
   return thumbnails.value(keyOf(screenshot)).picture;
+}
+
+bool ThumbnailsInView::isLoading(const Screenshot& screenshot) const {
+  return thumbnails.value(keyOf(screenshot)).isLoading();
 }
 
 }  // namespace sorrel

@@ -19,7 +19,7 @@ class ThumbnailsInView {
  public:
   enum class State { Loading, Complete };
 
-  /// `onPicture` is told the path of each screenshot whose picture has come in.
+  /// `onPicture` is told the path of each screenshot whose picture has come in, or will never come.
   ThumbnailsInView(ThumbnailLoader& loader, std::function<void(const QByteArray& path)> onPicture);
   ThumbnailsInView(const ThumbnailsInView&) = delete;
   ThumbnailsInView& operator=(const ThumbnailsInView&) = delete;
@@ -30,11 +30,16 @@ class ThumbnailsInView {
   State show(std::span<const Screenshot> inView, qreal side, qreal ratio);
   /// Null while it isn't there, for good where the file can't be read.
   [[nodiscard]] QPixmap picture(const Screenshot& screenshot) const;
+  /// Whether its picture is still to come.
+  [[nodiscard]] bool isLoading(const Screenshot& screenshot) const;
 
  private:
   struct Thumbnail {
     QPixmap picture;
     ThumbnailLoader::Request request;
+    bool hasFailed = false;
+
+    [[nodiscard]] bool isLoading() const { return picture.isNull() && !hasFailed; }
   };
   void loadMissing();
 
