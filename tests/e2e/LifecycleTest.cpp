@@ -1,11 +1,8 @@
-// Starting, tidying up at the start, and ending.
+// Starting and ending.
 
 #include "tests/e2e/Sorrel.h"
 #include "tests/support/Files.h"
 
-#include <QDateTime>
-#include <QDir>
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
@@ -53,24 +50,6 @@ TEST(Lifecycle, TerminationSignalsEndItCleanly) {
     EXPECT_EQ(sorrel.program().waitForEnd(), 0) << strsignal(signal);
     EXPECT_FALSE(desktop.screen().isKeyGrabbed(KEY_S, XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT));
   }
-}
-
-TEST(Lifecycle, OldPicturesAreInTheTrashAfterTheStart) {
-  Desktop desktop;
-  const auto picture = [&](const QString& name, int days) {
-    testing_support::setModified(desktop.write(u"Documents/Sorrel bottle/"_s + name, "x"),
-                                 QDateTime::currentDateTime().addDays(-days));
-  };
-  picture(u"old.png"_s, 31);
-  picture(u"young.png"_s, 29);
-  picture(u"old.txt"_s, 31);
-  Sorrel sorrel(desktop);
-  until("the log tells of it", [&] {
-    return sorrel.program().errors() == "Sorrel retention: trashed 1 screenshot(s) older than 30 day(s).\n";
-  });
-  EXPECT_EQ(sorrel.bottle(), QStringList(u"young.png"_s));
-  EXPECT_EQ(QDir(desktop.home(u".local/share/Trash/files"_s)).entryList(QDir::Files),
-            QStringList(u"old.png"_s));
 }
 
 TEST(Lifecycle, AKillWhileSettingsAreWrittenLosesNothing) {

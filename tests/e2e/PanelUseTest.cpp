@@ -1,9 +1,8 @@
-// What the history panel does with the pictures: show, copy, drag, delete.
+// What the history panel does with the pictures: show, copy, drag.
 
 #include "tests/e2e/Panel.h"
 #include "tests/support/Files.h"
 
-#include <QDir>
 #include <QFile>
 #include <QPainter>
 #include <QUrl>
@@ -45,9 +44,6 @@ class PanelUse : public testing::Test {
     const QByteArray address = QUrl::fromLocalFile(path).toEncoded();
     EXPECT_EQ(pasted(u"text/uri-list"_s), address + "\r\n");
     EXPECT_EQ(pasted(u"x-special/gnome-copied-files"_s), "copy\n" + address);
-  }
-  [[nodiscard]] QStringList trash(const QString& folder) const {
-    return QDir(desktop.home(u".local/share/Trash/"_s + folder)).entryList(QDir::Files);
   }
 
   Desktop desktop;
@@ -148,28 +144,6 @@ TEST_F(PanelUse, CopiesLastBesideAClipboardManager) {
   expectPasted(path);
 }
 
-TEST_F(PanelUse, TheFirstCopyOpensTheCompanionsPageInstead) {
-  Sorrel::store(desktop, u"quillonPromptShown"_s, false);
-  const QString browser = desktop.write(u".local/bin/xdg-open"_s, "#!/bin/sh\necho \"$1\" >>~/opened\n");
-  QFile::setPermissions(browser, QFile::ReadOwner | QFile::ExeOwner);
-  const QString path = put(u"picture.png"_s, randomPicture({300, 200}, 4));
-  Sorrel sorrel(desktop);
-  Panel panel(desktop, sorrel);
-  openAndPoint(panel);
-  panel.click(panel.copyButton(0));
-  QFile opened(desktop.home(u"opened"_s));
-  until("the page is open", [&] { return opened.exists() && opened.size() > 0; });
-  ASSERT_TRUE(opened.open(QIODevice::ReadOnly));
-  const QString page = QStringLiteral(E2E_BUILD_DIR "/share/sorrel/quillon.html");
-  EXPECT_EQ(opened.readAll(), QUrl::fromLocalFile(page).toEncoded() + '\n');
-  EXPECT_TRUE(QFile::exists(page));
-  EXPECT_FALSE(desktop.screen().isSelectionOwned("CLIPBOARD"));
-  panel.click(panel.copyButton(0));
-  until("the second press copies", [&] { return !pasted(u"image/png"_s).isEmpty(); });
-  expectPasted(path);
-  EXPECT_EQ(opened.readAll(), QByteArray());
-}
-
 /// What is held when a drag's panel closes.
 enum class Closing { AfterDrop, ByHotKey, ByOtherWindow };
 class PanelDrag : public PanelUse, public testing::WithParamInterface<Closing> {};
@@ -225,41 +199,6 @@ TEST_P(PanelDrag, BringsTheFileToAnotherProgram) {
 
 INSTANTIATE_TEST_SUITE_P(Closing, PanelDrag,
                          testing::Values(Closing::AfterDrop, Closing::ByHotKey, Closing::ByOtherWindow));
-
-TEST_F(PanelUse, DeletedPicturesAreInTheTrash) {
-  put(u"one.png"_s, randomPicture({30, 20}, 4));
-  Sorrel sorrel(desktop);
-  Panel panel(desktop, sorrel);
-  openAndPoint(panel);
-  panel.click(panel.deleteButton(0));
-  until("the picture is in the Trash", [&] { return trash(u"files"_s) == QStringList(u"one.png"_s); });
-  EXPECT_EQ(trash(u"info"_s), QStringList(u"one.png.trashinfo"_s));
-  EXPECT_TRUE(sorrel.bottle().isEmpty());
-
-  put(u"two.png"_s, randomPicture({30, 20}, 5));
-  desktop.input().tapKey(KEY_ESC);
-  panel.waitUntilClosed();
-  openAndPoint(panel);
-  desktop.input().tapKey(KEY_RIGHT);
-  desktop.input().tapKey(KEY_DELETE);
-  until("the other one too", [&] { return trash(u"files"_s).size() == 2; });
-}
-
-TEST_F(PanelUse, WhatCannotBeTrashedStays) {
-  desktop.write(u".local/share/Trash"_s, "in the way");
-  const QString path = put(u"held.png"_s, quarters(200, 0));
-  Sorrel sorrel(desktop);
-  Panel panel(desktop, sorrel);
-  openAndPoint(panel);
-  const QRect square = panel.thumbnail(0);
-  panel.click(panel.deleteButton(0));
-  const QPoint edge(square.left(), square.center().y());
-  const QRgb before = desktop.screen().picture().pixel(edge);
-  panel.click(square.center());
-  until("the picture can be selected", [&] { return desktop.screen().picture().pixel(edge) != before; });
-  EXPECT_EQ(desktop.screen().settledPicture().pixel(square.topLeft() + QPoint(35, 35)), colors[0]);
-  EXPECT_TRUE(QFile::exists(path));
-}
 
 }  // namespace
 }  // namespace e2e

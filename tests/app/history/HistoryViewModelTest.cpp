@@ -40,6 +40,7 @@ TEST_F(HistoryViewModelTest, TheCompanionIsOfferedOnceAndOnlyWhereItIsMissing) {
   put(u"a.png"_s, 0);
   press();
   EXPECT_EQ(pages.opened, QList{ClipboardService::quillonPageURL()});
+  EXPECT_TRUE(QFile::exists(pages.opened.front().toLocalFile())) << "a page of our own, not a dead address";
   EXPECT_EQ(toast(), promotion);
   EXPECT_FALSE(hasCopied());
   press();
