@@ -103,6 +103,10 @@ void AppDelegate::registerObservers() {
   // The settings' file may be edited by hand, too.
   observers.push_back(
       platform::UserDefaults::standard().observe(SettingsKeys::storageDirectory, [this] { refresh(); }));
+  observers.push_back(LocalizationManager::shared().observe([this] {
+    item->setToolTip(SorrelIcon::toolTip(shownCount));
+    item->menuChanged();
+  }));
 }
 
 void AppDelegate::runRetentionSweep() {
@@ -122,7 +126,9 @@ void AppDelegate::refresh() {
 }
 
 void AppDelegate::showCount(qint64 count) {
+  shownCount = count;
   item->setImage(SorrelIcon::image(count, statusImageSize));
+  item->setToolTip(SorrelIcon::toolTip(count));
   updateFolderIcon(count == 0);
 }
 

@@ -78,6 +78,7 @@ class AppDelegate : public std::enable_shared_from_this<AppDelegate> {
   std::shared_ptr<HistoryPanelController> panelController;  // made at its first use
   platform::WorkItem retentionTimer;
   std::vector<platform::Subscription> observers;
+  qint64 shownCount = 0;  // of pictures, by the status item
   QString folderIconKey;  // what was last applied to the storage folder
 };
 

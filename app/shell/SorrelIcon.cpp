@@ -1,5 +1,7 @@
 #include "app/shell/SorrelIcon.h"
 
+#include "app/settings/LocalizationManager.h"
+
 namespace sorrel::SorrelIcon {
 
 platform::Image image(qint64 count, int size) {
@@ -14,6 +16,13 @@ platform::Image image(qint64 count, int size) {
   image.size = QSizeF(size, size);
   image.accessibilityDescription = QStringLiteral("Sorrel — %1 screenshots").arg(count);
   return image;
+}
+
+QString toolTip(qint64 count) {
+  if (count < 1)
+    return localized(QStringLiteral("menu.toolTip.empty"));
+  const auto* const key = count == 1 ? "menu.toolTip.one" : "menu.toolTip.many";
+  return localized(QString::fromLatin1(key)).arg(count);
 }
 
 }  // namespace sorrel::SorrelIcon

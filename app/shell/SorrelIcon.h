@@ -9,4 +9,7 @@ namespace sorrel::SorrelIcon {
 /// blank. `size` is the side length in points.
 [[nodiscard]] platform::Image image(qint64 count, int size);
 
+/// What the status item says to those who rest the pointer on it, in the interface language.
+[[nodiscard]] QString toolTip(qint64 count);
+
 }  // namespace sorrel::SorrelIcon

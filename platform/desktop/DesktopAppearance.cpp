@@ -4,6 +4,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QPalette>
 
@@ -84,9 +85,19 @@ DesktopAppearance::DesktopAppearance(const Color& accentColor) : accent(accentCo
     return;
   bus.connect(service, path, interface, QStringLiteral("SettingChanged"), {settingsGroup, settingsKey},
               QStringLiteral("ssv"), this, SLOT(settingChanged(QDBusMessage)));
+  const auto* const arrival =
+      new QDBusServiceWatcher(service, bus, QDBusServiceWatcher::WatchForRegistration, this);
+  connect(arrival, &QDBusServiceWatcher::serviceRegistered, this, &DesktopAppearance::ask);
+  ask();
+}
+
+void DesktopAppearance::ask() {
   QDBusMessage question = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"));
+  // Where nobody answers yet nobody is to be started: a bare session would get half a desktop with it.
+  question.setAutoStartService(false);
   question << settingsGroup << settingsKey;
-  const auto* const answer = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
+  const auto* const answer =
+      new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
   connect(answer, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
     finished->deleteLater();
     if (!finished->isError())

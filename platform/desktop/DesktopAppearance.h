@@ -16,8 +16,8 @@ namespace platform {
 /// The toolkit knows nothing of that choice. So where its own palette isn't of the chosen appearance, the
 /// application gets one that is, menus and tooltips included; currentAppearance() and observeAppearance() see
 /// that as any change of the palette. Where the user has no preference, or the desktop doesn't say, the
-/// toolkit's palette stands. Nothing waits for the desktop's answer: until it comes, the toolkit's palette
-/// stands too.
+/// toolkit's palette stands. Nothing waits for the desktop's answer, and nobody is started to give one: until
+/// it comes, the toolkit's palette stands too.
 class DesktopAppearance : public QObject {
   Q_OBJECT
 
@@ -26,6 +26,7 @@ class DesktopAppearance : public QObject {
   explicit DesktopAppearance(const Color& accent);
 
  private:
+  void ask();
   Q_SLOT void settingChanged(const QDBusMessage& message);
   void prefer(std::optional<Appearance> preference);
 

@@ -1,40 +1,32 @@
 #pragma once
 
-#include "platform/base/Event.h"
-#include "platform/base/Menu.h"
-#include "platform/desktop/Image.h"
 #include "platform/desktop/MenuPresenter.h"
-#include "platform/desktop/TrayWatch.h"
-
-#include <QRectF>
+#include "platform/desktop/tray/TrayIcon.h"
+#include "platform/desktop/tray/TrayWatch.h"
 
 #include <functional>
 #include <memory>
 #include <optional>
 
-class QMenu;
-class QSystemTrayIcon;
-
 namespace platform {
 
 /// The program's icon in the desktop's tray, of whichever kind that is.
 ///
-/// Where there is no tray, that is said once in the log, and the icon appears as soon as one comes up. Where
-/// the panel draws the menus itself (a StatusNotifier tray), right clicks don't reach the program: the panel
-/// shows what `menuProvider` answers.
+/// It appears once the desktop has told which tray it has, and follows when that changes. Where there is none
+/// that is said once in the log. Where the desktop's panel draws the menus itself (a StatusNotifier tray),
+/// right clicks don't reach the program: the panel shows what `menuProvider` answers.
 class StatusItem {
  public:
   using Action = std::function<void(const Event&)>;
   using MenuProvider = std::function<std::shared_ptr<const Menu>()>;
 
   StatusItem(const Image& image, Action action, MenuProvider menuProvider);
-  ~StatusItem();
-  StatusItem(const StatusItem&) = delete;
-  StatusItem& operator=(const StatusItem&) = delete;
 
-  /// The image's description becomes the tooltip and the accessible name.
   void setImage(const Image& image);
   [[nodiscard]] const Image& image() const { return shownImage; }
+  void setToolTip(const QString& text);
+  /// To be called where `menuProvider` would give another answer now.
+  void menuChanged();
 
   /// What a panel hangs below, in the toolkit's coordinates: the icon's frame, or the place of the last click
   /// on it where the tray doesn't tell; absent before the first.
@@ -46,21 +38,16 @@ class StatusItem {
   void cancelTracking();
 
  private:
-  class ClickFilter;
-  void appear(TrayKind kind);
-  void applyImage();
-  void clicked(EventType type);
+  void changeTo(const Tray& tray);
 
-  Action action;
-  MenuProvider menuProvider;
+  const TrayIcon::Handlers handlers;
   Image shownImage;
-  TrayWatch tray;
+  QString toolTip;
   MenuPresenter presenter;
-  QPoint lastClick;  // meant only once hasBeenClicked
-  bool hasBeenClicked = false;
-  std::unique_ptr<QMenu> exportedMenu;  // for a StatusNotifier tray
-  std::unique_ptr<QSystemTrayIcon> icon;
-  std::unique_ptr<ClickFilter> clickFilter;  // for an XEmbed tray
+  bool isAbsenceTold = false;
+  std::optional<QPoint> lastClick;  // on this icon
+  std::unique_ptr<TrayIcon> icon;
+  TrayWatch watch;
 };
 
 }  // namespace platform

@@ -28,16 +28,6 @@ std::vector<uint32_t> numbers(xcb_connection_t* connection, xcb_get_property_coo
   return values;
 }
 
-std::optional<QRect> frameOf(xcb_connection_t* connection, xcb_window_t window) {
-  const auto geometryCookie = xcb_get_geometry(connection, window);
-  const auto originCookie = xcb_translate_coordinates(connection, window, rootScreen(connection)->root, 0, 0);
-  const auto geometry = xcbReply(connection, xcb_get_geometry_reply, geometryCookie);
-  const auto origin = xcbReply(connection, xcb_translate_coordinates_reply, originCookie);
-  if (!geometry || !origin)
-    return std::nullopt;
-  return QRect(origin->dst_x, origin->dst_y, geometry->width, geometry->height);
-}
-
 }  // namespace
 
 std::vector<X11Bar> x11Bars() {
@@ -67,7 +57,7 @@ std::vector<X11Bar> x11Bars() {
     if (depths.size() < 4 ||
         std::all_of(depths.begin(), depths.begin() + 4, [](auto depth) { return !depth; }))
       continue;
-    if (const auto frame = frameOf(connection, each.window))
+    if (const auto frame = x11FrameOf(each.window))
       bars.push_back({*frame, QMargins(static_cast<int>(depths[0]), static_cast<int>(depths[2]),
                                        static_cast<int>(depths[1]), static_cast<int>(depths[3]))});
   }
@@ -80,7 +70,20 @@ std::optional<QRect> x11ActiveWindow() {
     return std::nullopt;
   const auto window = numbers(connection, askForNumbers(connection, rootScreen(connection)->root,
                                                         x11Atom(connection, "_NET_ACTIVE_WINDOW")));
-  return window.empty() || !window[0] ? std::nullopt : frameOf(connection, window[0]);
+  return window.empty() || !window[0] ? std::nullopt : x11FrameOf(window[0]);
+}
+
+std::optional<QRect> x11FrameOf(quint32 window) {
+  xcb_connection_t* const connection = x11Connection();
+  if (!connection)
+    return std::nullopt;
+  const auto geometryCookie = xcb_get_geometry(connection, window);
+  const auto originCookie = xcb_translate_coordinates(connection, window, rootScreen(connection)->root, 0, 0);
+  const auto geometry = xcbReply(connection, xcb_get_geometry_reply, geometryCookie);
+  const auto origin = xcbReply(connection, xcb_translate_coordinates_reply, originCookie);
+  if (!geometry || !origin)
+    return std::nullopt;
+  return QRect(origin->dst_x, origin->dst_y, geometry->width, geometry->height);
 }
 
 QSize x11RootSize() {

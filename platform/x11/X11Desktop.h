@@ -22,6 +22,9 @@ struct X11Bar {
 /// The window that the user works in, as the window manager tells, in device pixels of the root window.
 [[nodiscard]] std::optional<QRect> x11ActiveWindow();
 
+/// Where a window is, in device pixels of the root window; absent if it is gone.
+[[nodiscard]] std::optional<QRect> x11FrameOf(quint32 window);
+
 /// In device pixels.
 [[nodiscard]] QSize x11RootSize();
 

@@ -18,6 +18,15 @@
     <message id="menu.quit">
       <translation>Quit Sorrel</translation>
     </message>
+    <message id="menu.toolTip.empty">
+      <translation>Sorrel: the bottle is empty</translation>
+    </message>
+    <message id="menu.toolTip.one">
+      <translation>Sorrel: %1 screenshot in the bottle</translation>
+    </message>
+    <message id="menu.toolTip.many">
+      <translation>Sorrel: %1 screenshots in the bottle</translation>
+    </message>
     <message id="clipboard.copied.quillon">
       <translation>Copied to Quillon</translation>
     </message>

@@ -18,6 +18,15 @@
     <message id="menu.quit">
       <translation>Sorrel 종료</translation>
     </message>
+    <message id="menu.toolTip.empty">
+      <translation>Sorrel: 병이 비어 있습니다</translation>
+    </message>
+    <message id="menu.toolTip.one">
+      <translation>Sorrel: 병에 스크린샷 %1장</translation>
+    </message>
+    <message id="menu.toolTip.many">
+      <translation>Sorrel: 병에 스크린샷 %1장</translation>
+    </message>
     <message id="clipboard.copied.quillon">
       <translation>Quillon에 복사했습니다</translation>
     </message>

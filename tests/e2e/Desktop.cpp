@@ -128,9 +128,21 @@ void Desktop::startAssistiveTechnology() {
   QDBusConnection::disconnectFromBus(u"assistive"_s);
 }
 
+void Desktop::changeTray(Tray kind) {
+  host.reset();
+  tray.reset();
+  if (bar)
+    view->closeWindow(std::exchange(bar, 0));
+  startTray(kind);
+}
+
 void Desktop::startTray(Tray kind) {
-  if (kind == Tray::StatusNotifier)
+  if (kind == Tray::StatusNotifier) {
+    QImage grey(view->size().width(), statusNotifierBarHeight, QImage::Format_RGB32);
+    grey.fill(Qt::darkGray);
+    bar = view->openWindow(u"bar"_s, {}, grey, WindowKind::Bar);
     host = std::make_unique<StatusNotifierHost>(bus->address());
+  }
   if (kind != Tray::XEmbedAtTop && kind != Tray::XEmbedAtBottom)
     return;
   const QString edge = kind == Tray::XEmbedAtTop ? u"top"_s : u"bottom"_s;

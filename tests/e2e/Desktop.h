@@ -19,6 +19,8 @@ using namespace testing_support;
 enum class Tray { None, XEmbedAtTop, XEmbedAtBottom, StatusNotifier };
 enum class Language { English, Korean };
 enum class Compositor { None, Running };
+/// The bar of a desktop with Tray::StatusNotifier, at the screen's upper edge and as wide as that.
+constexpr int statusNotifierBarHeight = 26;
 /// Whether a window gets the keyboard by appearing, or only when the user or its program says so.
 enum class NewWindows { GetKeyboard, MustAsk };
 enum class AssistiveTechnology { None, Listening };
@@ -44,6 +46,9 @@ class Desktop {
   Desktop(const Desktop&) = delete;
   Desktop& operator=(const Desktop&) = delete;
 
+  /// Ends the tray that there is, and starts another.
+  void changeTray(Tray tray);
+
   /// Starts a program and leaves it running.
   [[nodiscard]] std::unique_ptr<Program> start(const QStringList& command) const;
   /// Runs a program to its end, which must be a good one, and returns what it has written.
@@ -60,7 +65,7 @@ class Desktop {
   }
   [[nodiscard]] Screen& screen() { return *view; }
   [[nodiscard]] XTestInput& input() { return *hand; }
-  /// The panel of a desktop with Tray::StatusNotifier.
+  /// The panel of a desktop with Tray::StatusNotifier, in a bar at the upper edge.
   [[nodiscard]] StatusNotifierHost& statusNotifier() { return *host; }
   /// What a program of the desktop finds in DBUS_SESSION_BUS_ADDRESS.
   [[nodiscard]] const QString& busAddress() const { return bus->address(); }
@@ -79,6 +84,7 @@ class Desktop {
   std::unique_ptr<XTestInput> hand;
   std::unique_ptr<PrivateBus> bus;
   std::unique_ptr<StatusNotifierHost> host;
+  quint32 bar = 0;  // above the host
   std::unique_ptr<Program> windowManager;
   std::unique_ptr<Program> compositor;
   std::unique_ptr<Program> tray;

@@ -89,6 +89,19 @@ QImage StatusNotifierHost::icon() const {
   return largest;
 }
 
+QString StatusNotifierHost::toolTip() const {
+  // An icon's name, an array of pictures, a title and a text below it.
+  const auto toolTip = property(u"ToolTip"_s).value<QDBusArgument>();
+  QString iconName;
+  QString title;
+  toolTip.beginStructure();
+  toolTip >> iconName;
+  toolTip.beginArray();
+  toolTip.endArray();
+  toolTip >> title;
+  return title;
+}
+
 void StatusNotifierHost::activate(QPoint point) const {
   call({}, u"org.kde.StatusNotifierItem"_s, u"Activate"_s, {point.x(), point.y()});
 }

@@ -29,6 +29,9 @@ class StatusNotifierHost : public QObject, protected QDBusContext {
 
   /// The largest picture that the item offers; null if it offers none.
   [[nodiscard]] QImage icon() const;
+  /// What the item says to those who rest the pointer on it.
+  [[nodiscard]] QString toolTip() const;
+  [[nodiscard]] bool hasItem() const { return !registered.isEmpty(); }
   /// Clicks on the item with the left button; a host says where.
   void activate(QPoint point) const;
   /// Tells the item that its menu is about to be shown, and reads its rows: labels without mnemonics, "-" for

@@ -209,6 +209,10 @@ quint32 Screen::openWindow(const QString& title, QPoint position, const QImage& 
   hints[0] = 1U | 1U << 9;
   hints[17] = XCB_GRAVITY_STATIC;
   setProperty(window, "WM_NORMAL_HINTS", "WM_SIZE_HINTS", hints);
+  if (kind == WindowKind::Bar) {
+    setProperty(window, "_NET_WM_WINDOW_TYPE", "ATOM", {atom("_NET_WM_WINDOW_TYPE_DOCK")});
+    setProperty(window, "_NET_WM_STRUT", "CARDINAL", {0, 0, static_cast<quint32>(picture.height()), 0});
+  }
   xcb_map_window(connection, window);
   xcb_flush(connection);
   until("the window '" + title.toStdString() + "' is in its place", [&] {

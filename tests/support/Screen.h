@@ -24,7 +24,9 @@ struct ScreenWindow {
   QRect area;
 };
 
-enum class WindowKind { Ordinary, Menu };  // a menu is not framed by a window manager
+/// A window manager frames neither a menu nor a bar. The latter reserves its height at the screen's upper
+/// edge.
+enum class WindowKind { Ordinary, Menu, Bar };
 
 /// One more program on an X screen, through which a test looks at the screen, puts pictures on it and gets in
 /// the way. All points and areas are pixels from the screen's top left corner, all modifiers X modifier

@@ -31,7 +31,8 @@ class AppearanceTest : public testing::Test {
   }
 
   const QPalette toolkits = QApplication::palette();
-  testing_support::SettingsPortal portal{qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS")};
+  std::optional<testing_support::SettingsPortal> portal{std::in_place,
+                                                        qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS")};
   /// What the observer saw at each call.
   QList<Appearance> seen;
   Subscription token = observeAppearance([this] { seen << currentAppearance(); });
@@ -40,41 +41,48 @@ class AppearanceTest : public testing::Test {
 TEST_F(AppearanceTest, FollowsTheDesktopAndLetsGoOfItAgain) {
   using enum Appearance;
   ASSERT_EQ(currentAppearance(), Light);
-  portal.answer = 1U;
+  portal->answer = 1U;
   const DesktopAppearance appearance(accent);
   EXPECT_TRUE(seen.isEmpty()) << "nothing waits for the answer";
   untilSeen({Dark});
   EXPECT_EQ(QApplication::palette().color(QPalette::Highlight), QColor(0xaabbcc));
 
-  portal.choose(2U);
+  portal->choose(2U);
   untilSeen({Dark, Light});
   EXPECT_EQ(QApplication::palette(), toolkits) << "it fits by itself";
-  portal.choose(1U);
+  portal->choose(1U);
   untilSeen({Dark, Light, Dark});
-  portal.choose(0U, u"contrast"_s);
-  portal.choose(u"dark"_s);  // what isn't one of the three numbers is no preference
+  portal->choose(0U, u"contrast"_s);
+  portal->choose(u"dark"_s);  // what isn't one of the three numbers is no preference
   untilSeen({Dark, Light, Dark, Light});
   EXPECT_EQ(QApplication::palette(), toolkits);
 
   // A toolkit that is dark itself, on a desktop that wants light.
   QApplication::setPalette(QPalette(Qt::black));
   untilSeen({Dark, Light, Dark, Light, Dark});
-  portal.choose(2U);
+  portal->choose(2U);
   untilSeen({Dark, Light, Dark, Light, Dark, Light});
-  EXPECT_EQ(portal.questions, 1);
+  EXPECT_EQ(portal->questions, 1);
 
   token.end();
-  portal.choose(1U);
+  portal->choose(1U);
   until("the last change", [] { return currentAppearance() == Dark; });
   EXPECT_EQ(seen.size(), 6);
 }
 
-TEST_F(AppearanceTest, WithoutAnAnswerTheToolkitDecides) {
+TEST_F(AppearanceTest, WithoutAnAnswerTheToolkitDecidesUntilSomebodyComesWhoKnows) {
   const DesktopAppearance appearance(accent);
-  until("the desktop is asked", [&] { return portal.questions == 1; });
-  portal.choose(7U);
-  portal.choose(1U);  // by which all that went before has arrived
+  until("the desktop is asked", [&] { return portal->questions == 1; });
+  portal->choose(7U);
+  portal->choose(1U);  // by which all that went before has arrived
   untilSeen({Appearance::Dark});
+  portal->choose(0U);
+  untilSeen({Appearance::Dark, Appearance::Light});
+
+  portal.reset();
+  portal.emplace(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
+  portal->answer = 1U;
+  untilSeen({Appearance::Dark, Appearance::Light, Appearance::Dark});
 }
 
 TEST_F(AppearanceTest, ItsColoursCanBeRead) {
@@ -94,7 +102,7 @@ TEST_F(AppearanceTest, ItsColoursCanBeRead) {
     QApplication::setPalette(QPalette(start));
     const DesktopAppearance appearance(Color::lightDark(0x3B6B2F, 0x6FAE4E));
     const Appearance before = currentAppearance();
-    portal.choose(choice);
+    portal->choose(choice);
     until("the palette has changed", [&] { return currentAppearance() != before; });
     const QPalette palette = QApplication::palette();
     using Role = QPalette::ColorRole;

@@ -44,20 +44,14 @@ class MenuPresenterTest : public testing::Test {
   MenuPresenter presenter;
 };
 
-TEST_F(MenuPresenterTest, ShowsTheRowsAndTellsAroundTheTimeItIsOpen) {
-  QMenu* const shown = open();
-  ASSERT_TRUE(shown);
+TEST_F(MenuPresenterTest, TellsAroundTheTimeItIsOpen) {
+  EXPECT_EQ(open()->actions()[0]->text(), u"Settings && more"_s) << "not a mnemonic";
   EXPECT_EQ(tracking, u"begin "_s);
-  ASSERT_EQ(shown->actions().size(), 3);
-  EXPECT_EQ(shown->actions()[0]->text(), u"Settings && more"_s);
-  EXPECT_TRUE(shown->actions()[1]->isSeparator());
+  open();
+  EXPECT_EQ(tracking, u"begin end begin "_s) << "a menu opened over another closes it";
   presenter.cancelTracking();
-  EXPECT_EQ(tracking, u"begin end "_s);
+  EXPECT_EQ(tracking, u"begin end begin end "_s);
   EXPECT_TRUE(chosen.isEmpty());
-  open();
-  open();
-  EXPECT_EQ(tracking, u"begin end begin end begin "_s) << "a menu opened over another closes it";
-  presenter.cancelTracking();
 }
 
 TEST_F(MenuPresenterTest, ARowIsChosenByTheArrowKeysOrItsKeyEquivalent) {

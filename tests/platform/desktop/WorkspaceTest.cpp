@@ -1,11 +1,8 @@
 #include "platform/base/Task.h"
-#include "platform/desktop/Image.h"
 #include "platform/desktop/Workspace.h"
 #include "tests/support/Files.h"
 #include "tests/support/ScratchHome.h"
 
-#include <QDesktopServices>
-#include <QDir>
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -48,24 +45,14 @@ TEST_F(WorkspaceTest, AFolderGetsItsIconOnceAndKeepsItsOtherEntries) {
   EXPECT_TRUE(Workspace::setIcon(u"FolderIconFull"_s, folder));
   EXPECT_EQ(gioCalls.size(), 1) << "nothing to do the second time";
   qputenv("PATH", path);
-}
 
-TEST_F(WorkspaceTest, AFolderWithoutEntriesGetsThem) {
-  const QByteArray entry = "[Desktop Entry]\nIcon=" + QFile::encodeName(icons) + "FolderIconEmpty.svg\n";
-  QDir().mkpath(folder);
   for (const QByteArray& before : {QByteArray(), QByteArray("[Other]\nA=b")}) {
-    QFile::remove(directoryFile);
-    if (!before.isEmpty())
-      home.write(u"bottle/.directory"_s, before);
-    EXPECT_TRUE(Workspace::setIcon(u"FolderIconEmpty"_s, folder));
-    EXPECT_EQ(contentsOf(directoryFile), (before.isEmpty() ? before : before + '\n') + entry);
+    home.write(u"bottle/.directory"_s, before);
+    EXPECT_TRUE(Workspace::setIcon(u"FolderIconFull"_s, folder));
+    EXPECT_EQ(contentsOf(directoryFile), (before.isEmpty() ? before : before + '\n') +
+                                             "[Desktop Entry]\nIcon=" + QFile::encodeName(icon) + '\n');
   }
-}
-
-TEST_F(WorkspaceTest, WhatCannotBeDoneChangesNothing) {
-  home.write(u"bottle/.directory"_s, "[Desktop Entry]\n");
   EXPECT_FALSE(Workspace::setIcon(u"NoSuchImage"_s, folder));
-  EXPECT_EQ(contentsOf(directoryFile), "[Desktop Entry]\n");
   EXPECT_FALSE(Workspace::setIcon(u"FolderIconFull"_s, home.path(u"missing"_s)));
 }
 
@@ -98,13 +85,6 @@ TEST_F(WorkspaceTest, AProgramIsInstalledWhereItsDesktopEntryIs) {
     EXPECT_EQ(Workspace::isInstalled(QString::fromLatin1(each.identifier)), each.isInstalled)
         << each.identifier;
   qputenv("XDG_DATA_DIRS", folders);  // empty counts as absent
-}
-
-TEST(ImageTest, ImagesAreFoundByNameOrNotAtAll) {
-  EXPECT_FALSE(Image::named(u"MenuBarIcon"_s)->icon.pixmap(22).isNull());
-  EXPECT_TRUE(Image::withSystemSymbolName(u"camera.viewfinder"_s));
-  EXPECT_FALSE(Image::named(u"NoSuchImage"_s));
-  EXPECT_FALSE(Image::withSystemSymbolName(u"MenuBarIcon"_s));
 }
 
 }  // namespace

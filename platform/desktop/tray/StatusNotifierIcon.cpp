@@ -1,0 +1,102 @@
+#include "platform/desktop/tray/StatusNotifierIcon.h"
+
+#include "platform/desktop/Screens.h"
+
+#include <QCursor>
+#include <QDBusMessage>
+#include <QGuiApplication>
+
+namespace platform {
+namespace {
+
+const QString itemPath = QStringLiteral("/StatusNotifierItem");
+
+QDBusConnection ownConnection() {
+  static int count = 0;
+  return QDBusConnection::connectToBus(QDBusConnection::SessionBus,
+                                       QStringLiteral("status item %1").arg(++count));
+}
+
+ModifierFlags modifiersNow() {
+  const Qt::KeyboardModifiers held = QGuiApplication::queryKeyboardModifiers();
+  ModifierFlags flags;
+  flags.setFlag(ModifierFlag::Shift, held.testFlag(Qt::ShiftModifier));
+  flags.setFlag(ModifierFlag::Control, held.testFlag(Qt::ControlModifier));
+  flags.setFlag(ModifierFlag::Option, held.testFlag(Qt::AltModifier));
+  flags.setFlag(ModifierFlag::Command, held.testFlag(Qt::MetaModifier));
+  return flags;
+}
+
+/// Where a click was. Trays disagree on what they tell: some nothing, some count in device pixels, some in
+/// their own. So if the pointer is about there it is the pointer's place; a key's place is what is told.
+QPoint placeOfClick(const QPoint& told) {
+  const QPoint pointer = QCursor::pos();
+  const QPoint scaled = fromDevicePixels(QRect(told, QSize(1, 1))).topLeft().toPoint();
+  constexpr int iconsReach = 64;
+  const auto isAtPointer = [&](const QPoint& place) {
+    return (place - pointer).manhattanLength() <= iconsReach;
+  };
+  const bool isTold = !told.isNull() && QGuiApplication::screenAt(scaled);
+  return !isTold || isAtPointer(told) || isAtPointer(scaled) ? pointer : scaled;
+}
+
+}  // namespace
+
+StatusNotifierIcon::StatusNotifierIcon(Handlers all)
+    : handlers(std::move(all)), menu(handlers.menu), bus(ownConnection()) {
+  StatusNotifier::registerTypes();
+  const auto everything = QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals |
+                          QDBusConnection::ExportAllProperties;
+  bus.registerObject(itemPath, this, everything);
+  bus.registerObject(menuPath().path(), &menu, everything);
+  QDBusMessage registration = QDBusMessage::createMethodCall(
+      StatusNotifier::watcherName, StatusNotifier::watcherPath, StatusNotifier::watcherName,
+      QStringLiteral("RegisterStatusNotifierItem"));
+  registration.setAutoStartService(false);
+  registration << bus.baseService();
+  bus.send(registration);
+}
+
+StatusNotifierIcon::~StatusNotifierIcon() {
+  QDBusConnection::disconnectFromBus(bus.name());
+}
+
+QString StatusNotifierIcon::id() const {
+  return QCoreApplication::applicationName().toLower();
+}
+
+QString StatusNotifierIcon::title() const {
+  return QGuiApplication::applicationDisplayName();
+}
+
+QDBusObjectPath StatusNotifierIcon::menuPath() const {
+  return QDBusObjectPath(itemPath + QStringLiteral("/Menu"));
+}
+
+StatusNotifier::ToolTip StatusNotifierIcon::toolTip() const {
+  return {{}, {}, toolTipText, {}};
+}
+
+void StatusNotifierIcon::setImage(const Image& image) {
+  pixmaps = StatusNotifier::pixmapsOf(image.icon);
+  Q_EMIT NewIcon();
+}
+
+void StatusNotifierIcon::setToolTip(const QString& text) {
+  if (std::exchange(toolTipText, text) != text)
+    Q_EMIT NewToolTip();
+}
+
+void StatusNotifierIcon::Activate(int x, int y) {
+  clicked(EventType::LeftMouseUp, {x, y});
+}
+
+void StatusNotifierIcon::ContextMenu(int x, int y) {
+  clicked(EventType::RightMouseUp, {x, y});
+}
+
+void StatusNotifierIcon::clicked(EventType type, const QPoint& told) {
+  handlers.clicked({type, 0, modifiersNow()}, placeOfClick(told));
+}
+
+}  // namespace platform
