@@ -8,8 +8,10 @@
 
 #include <QBuffer>
 #include <QGuiApplication>
+#include <QPainter>
 
 #include <cstdlib>
+#include <cstring>
 #include <jpeglib.h>
 #include <memory>
 #include <png.h>
@@ -82,17 +84,20 @@ void decodeBareJpeg(const QByteArray& file) {
   jpeg_destroy_decompress(&jpeg);
 }
 
-void addPngFigures(bench::Figures& figures, const std::string& what, const QImage& picture,
-                   double timesFaster, double size) {
-  const auto encode = [picture] { encoded(picture, ImageFileType::Png); };
-  figures.add(bench::Ratio{"PNG of " + what + ", time against QImage::save", encode,
-                           [picture] { savedByToolkit(picture); }, 1 / timesFaster});
+void addSizeFigure(bench::Figures& figures, const std::string& what, const QImage& picture, double size) {
   figures.add(bench::Amount{"PNG of " + what + ", size against QImage::save",
                             [picture] {
                               return static_cast<double>(encoded(picture, ImageFileType::Png).size()) /
                                      static_cast<double>(savedByToolkit(picture).size());
                             },
                             "x", size});
+}
+
+void addPngFigures(bench::Figures& figures, const std::string& what, const QImage& picture, double time) {
+  const auto encode = [picture] { encoded(picture, ImageFileType::Png); };
+  figures.add(bench::Ratio{"PNG of " + what + ", time against QImage::save", encode,
+                           [picture] { savedByToolkit(picture); }, time});
+  addSizeFigure(figures, what, picture, 1);
   const QByteArray png = encoded(picture, ImageFileType::Png);
   figures.add(bench::Ratio{"decoding that PNG, against the bare library", [png] { decode(png); },
                            [png] { decodeBarePng(png); }, 1.15});
@@ -109,6 +114,35 @@ void addPngFigures(bench::Figures& figures, const std::string& what, const QImag
                            [jpeg] { decodeBareJpeg(jpeg); }, 0.75});
 }
 
+/// On every 16th row, as tables and lists have them.
+QImage withFlatLines(QImage picture) {
+  for (int y = 0; y < picture.height(); y += 16)
+    std::memset(picture.scanLine(y), 0xc8, static_cast<std::size_t>(picture.bytesPerLine()));
+  return picture;
+}
+
+QImage filled(QSize size, const QGradient& gradient) {
+  QImage image(size, QImage::Format_RGBA8888_Premultiplied);
+  QPainter(&image).fillRect(image.rect(), gradient);
+  return image;
+}
+
+template <typename Gradient>
+Gradient coloured(Gradient gradient) {
+  gradient.setColorAt(0, QColor(40, 70, 200));
+  gradient.setColorAt(1, QColor(220, 190, 50));
+  return gradient;
+}
+
+QImage slope(QSize size, QPoint towards) {
+  return filled(
+      size, coloured(QLinearGradient({}, QPointF(size.width() * towards.x(), size.height() * towards.y()))));
+}
+
+QImage glow(QSize size) {
+  return filled(size, coloured(QRadialGradient(QRectF({}, size).center(), size.width() / 2.0)));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -117,8 +151,13 @@ int main(int argc, char** argv) {
   bench::Figures figures(argc, argv);
   for (const QSize size : {QSize(2880, 1800), QSize(5120, 2880)}) {
     const std::string pixels = std::to_string(size.width()) + "x" + std::to_string(size.height());
-    addPngFigures(figures, "text, " + pixels, bench::textAndWindows(size), 3.5, 1);
-    addPngFigures(figures, "a photo, " + pixels, bench::photo(size), 4, 1.1);
+    addPngFigures(figures, "text, " + pixels, bench::textAndWindows(size), 0.08);
+    addPngFigures(figures, "a photo, " + pixels, bench::photo(size), 0.025);
   }
+  const QSize size(2880, 1800);
+  addSizeFigure(figures, "a photo with flat lines", withFlatLines(bench::photo(size)), 1);
+  addSizeFigure(figures, "a slope to the right", slope(size, {1, 0}), 1.2);
+  addSizeFigure(figures, "a slope to the corner", slope(size, {1, 1}), 1.2);
+  addSizeFigure(figures, "a glow", glow(size), 1.2);
   return figures.run();
 }

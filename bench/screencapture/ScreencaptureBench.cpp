@@ -176,7 +176,7 @@ int main(int argc, char** argv) try {
       },
       [&] { return timeToPicture(observer, {SORREL_BARE_CAPTURE}, Veil::None); }, 2.0, rounds});
   figures.add(bench::Amount{"selection: button's release to complete file",
-                            [&] { return timeToFile(observer, input, folder); }, "ms", 80, rounds});
+                            [&] { return timeToFile(observer, input, folder); }, "ms", 40, rounds});
   const int status = figures.run();
   std::filesystem::remove_all(folder);
   return status;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/imaging/png/Effort.h"
+#include "platform/imaging/png/PngFilters.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -33,14 +34,8 @@ struct PictureView {
   ChannelLayout layout;
 };
 
-/// What a row's bytes are predicted from, in the numbering of PNG's filter types.
-enum class PngFilter : std::uint8_t { None, Sub, Up, Average, Paeth };
-
-/// By default what suits a screenshot that somebody waits for: higher levels save some hundredths of the size
-/// of text and windows, and take twice the time for a photograph.
 struct PngOptions {
-  int level = 1;                         // libdeflate's, 0 (stored) to 12 (smallest)
-  std::optional<PngFilter> filter = {};  // without one, whichever suits the rows
+  std::optional<PngFilter> filter = {};  // without one, whichever suits each row
   Cores cores = Cores::All;
 };
 
@@ -52,13 +47,19 @@ struct PngFile {
   [[nodiscard]] std::span<const std::uint8_t> span() const { return {bytes.get(), size}; }
 };
 
-/// Makes a PNG file of rows as they come, so that a picture need not lie in memory as a whole: RGB where the
-/// layout has no alpha, RGBA otherwise, 8 bits a channel. Equal pictures, levels and filters give equal
-/// bytes, however the rows are dealt out and however many cores there are.
+/// Makes a PNG file of a picture that lies in memory as a whole: RGB where the layout has no alpha, RGBA
+/// otherwise, 8 bits a channel. Compressed for a screenshot that somebody waits for. Equal pictures and
+/// filters give equal bytes, however many cores there are.
+///
+/// Empty if the picture is empty or higher than PNG allows, if a row takes more than 1 GiB, if a channel lies
+/// outside of its pixel, if the view has no pixels or a stride too short for a row, if there is no such
+/// filter, or if there is not enough memory.
+[[nodiscard]] std::optional<PngFile> encodePng(const PictureView& picture, const PngOptions& options = {});
+
+/// The same of rows as they come, in portions.
 class PngEncoder {
  public:
-  /// Empty if the picture is empty or wider or higher than PNG allows, if a channel lies outside of its
-  /// pixel, if an option is out of range, or if there is not enough memory.
+  /// Empty for the reasons above.
   [[nodiscard]] static std::optional<PngEncoder> begin(int width, int height, const ChannelLayout& layout,
                                                        const PngOptions& options = {});
   PngEncoder(PngEncoder&&) noexcept;
@@ -68,8 +69,7 @@ class PngEncoder {
   /// The next `count` rows, each `stride` bytes after the one above it. Rows beyond the height are ignored.
   void addRows(const std::uint8_t* pixels, std::size_t stride, int count);
 
-  /// Empty if rows are missing, if there is not enough memory, or if the compressed pixels outgrow one chunk
-  /// (2 GiB).
+  /// Empty if rows are missing or if there is not enough memory.
   [[nodiscard]] std::optional<PngFile> finish();
 
  private:
@@ -77,9 +77,5 @@ class PngEncoder {
   explicit PngEncoder(std::unique_ptr<State> begun);
   std::unique_ptr<State> state;
 };
-
-/// A picture that lies in memory as a whole. Empty for the reasons above, or if the view has no pixels or a
-/// stride too short for a row.
-[[nodiscard]] std::optional<PngFile> encodePng(const PictureView& picture, const PngOptions& options = {});
 
 }  // namespace platform

@@ -1,0 +1,118 @@
+#include "platform/imaging/png/PngFilters.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace platform {
+namespace {
+
+using Byte = std::uint8_t;
+
+/// Bytes side by side, as the compilers offer them for any processor's vectors.
+constexpr std::size_t lanes = filterSlack;
+using Lanes [[gnu::vector_size(lanes)]] = Byte;
+
+Lanes load(const Byte* from) {
+  Lanes to;
+  std::memcpy(&to, from, lanes);
+  return to;
+}
+
+Lanes least(Lanes one, Lanes other) {
+  return one < other ? one : other;
+}
+
+Lanes distance(Lanes one, Lanes other) {
+  return one > other ? one - other : other - one;
+}
+
+Lanes average(Lanes left, Lanes up) {
+  return (left & up) + ((left ^ up) >> 1);
+}
+
+/// Whichever of the three is nearest to left + up - upLeft, in bytes throughout: where left and up lie on the
+/// same side of the third, that one is the farthest, and its distance need not be known.
+Lanes paeth(Lanes left, Lanes up, Lanes upLeft) {
+  const Lanes toLeft = distance(up, upLeft), toUp = distance(left, upLeft);
+  const auto onBothSides = (left > upLeft) ^ (up > upLeft);
+  const Lanes toUpLeft = onBothSides ? distance(toLeft, toUp) : Lanes{} + Byte{255};
+  const Lanes nearer = toUp <= toUpLeft ? up : upLeft;
+  const auto leftIsNearest = (toLeft <= toUp) & (toLeft <= toUpLeft);
+  return leftIsNearest ? left : nearer;
+}
+
+constexpr Byte dearest = 8;  // what a byte costs that nothing predicts, in bits
+
+Lanes cost(Lanes difference) {
+  return least(least(difference, -difference), Lanes{} + dearest);
+}
+
+/// Of each filter, in its place.
+using Costs = std::array<Lanes, 5>;
+
+void addCosts(Costs& costs, const Byte* row, const Byte* above, std::size_t pixelSize) {
+  const Lanes here = load(row), left = load(row - pixelSize);
+  const Lanes up = load(above), upLeft = load(above - pixelSize);
+  const auto known = (here == left) | (here == up);
+  costs[0] += known ? Lanes{} : Lanes{} + dearest;
+  costs[1] += cost(here - left);
+  costs[2] += cost(here - up);
+  costs[3] += cost(here - average(left, up));
+  costs[4] += cost(here - paeth(left, up, upLeft));
+}
+
+std::uint64_t sumOf(Lanes bytes) {
+  std::uint64_t sum = 0;
+  for (std::size_t i = 0; i < lanes; ++i)
+    sum += bytes[i];
+  return sum;
+}
+
+template <typename Predict>
+void subtract(const PngRow& row, Byte* out, Predict predict) {
+  for (std::size_t i = 0; i < row.size; i += lanes) {
+    const Lanes difference = load(row.bytes + i) - predict(i);
+    std::memcpy(out + i, &difference, lanes);
+  }
+}
+
+}  // namespace
+
+PngFilter cheapestFilter(const PngRow& row, PngFilter filterAbove) {
+  std::array<std::uint64_t, 5> sums{};
+  // Of a row that isn't short, a quarter tells as much.
+  constexpr std::size_t blocks = 4, shortRow = 1024;
+  const std::size_t step = (row.size > shortRow ? 4 : 1) * blocks * lanes;
+  for (std::size_t begin = 0; begin < row.size; begin += step) {
+    Costs costs{};  // of so few blocks that sums of bytes stay bytes
+    const std::size_t end = std::min(begin + blocks * lanes, row.size);
+    for (std::size_t i = begin; i + lanes <= end; i += lanes)
+      addCosts(costs, row.bytes + i, row.above + i, row.pixelSize);
+    for (std::size_t filter = 0; filter < sums.size(); ++filter)
+      sums[filter] += sumOf(costs[filter]);
+  }
+  const auto best = std::min_element(sums.begin() + 1, sums.end());
+  const bool none = filterAbove == PngFilter::None ? sums.front() <= *best : sums.front() < *best;
+  return none ? PngFilter::None : static_cast<PngFilter>(best - sums.begin());
+}
+
+void applyFilter(PngFilter filter, const PngRow& row, Byte* out) {
+  const Byte *left = row.bytes - row.pixelSize, *up = row.above, *upLeft = up - row.pixelSize;
+  switch (filter) {
+    case PngFilter::None:
+      std::memcpy(out, row.bytes, row.size);
+      return;
+    case PngFilter::Sub:
+      return subtract(row, out, [=](std::size_t i) { return load(left + i); });
+    case PngFilter::Up:
+      return subtract(row, out, [=](std::size_t i) { return load(up + i); });
+    case PngFilter::Average:
+      return subtract(row, out, [=](std::size_t i) { return average(load(left + i), load(up + i)); });
+    case PngFilter::Paeth:
+      return subtract(row, out,
+                      [=](std::size_t i) { return paeth(load(left + i), load(up + i), load(upLeft + i)); });
+  }
+}
+
+}  // namespace platform
