@@ -1,29 +1,34 @@
 #pragma once
 
 #include "KeyboardShortcuts/Shortcut.h"
+#include "platform/input/HotKeyService.h"
 
 #include <QList>
 
 #include <functional>
 
 /// The one place that speaks to the desktop's hot-key service. It owns a record for each registered shortcut
-/// and hears presses and releases of all of them, also while a menu of this program has the keyboard. It
-/// knows nothing of names. Main thread only.
+/// and hears presses and releases of all of them, also while a menu of this program has the keyboard. Of
+/// names it only passes on what they are for. Main thread only.
 namespace KeyboardShortcuts::CarbonKeyboardShortcuts {
 
 using Callback = std::function<void(const Shortcut&)>;
 
+/// What a shortcut is for, as platform::HotKey has it.
+struct Purpose {
+  QString name;
+  QString text;
+};
+
 /// A refusal is only logged.
-void registerShortcut(const Shortcut& shortcut, Callback onKeyDown, Callback onKeyUp);
+void registerShortcut(const Shortcut& shortcut, const Purpose& purpose, Callback onKeyDown, Callback onKeyUp);
 /// Drops every record of the shortcut.
 void unregisterShortcut(const Shortcut& shortcut);
-/// To be called after a change of isEnabled() or isMenuOpen(): takes or gives back the hot keys accordingly.
-void updateEventHandler();
+/// Which keys are to be heard from now on. Hot keys are with the service while grabbed keys are heard, and
+/// handed back otherwise; their records stay. Grabbed keys, until it is called.
+void updateEventHandler(platform::HotKeyService::Keys wanted);
 
 /// The shortcuts that the desktop keeps for itself, read anew at each call; none if they can't be read.
 [[nodiscard]] QList<Shortcut> system();
-
-/// Gives everything back and forgets all records, as at the program's start.
-void resetStatics();
 
 }  // namespace KeyboardShortcuts::CarbonKeyboardShortcuts

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "KeyboardShortcuts/Shortcut.h"
-#include "platform/input/HotKeyService.h"
 
 namespace platform {
 struct Menu;
@@ -23,8 +22,12 @@ namespace Constants {
 /// Whether the desktop keeps the shortcut for itself. F12 alone always counts as free.
 [[nodiscard]] bool isTakenBySystem(const Shortcut& shortcut);
 
+struct SystemVersion {
+  int major = 0;
+  int minor = 0;
+};
 struct Surroundings {
-  platform::SystemVersion version;
+  SystemVersion version;
   bool isSandboxed = false;
 };
 /// Whether the system never reports the shortcut: some versions hold back option and option with shift from

@@ -1,6 +1,7 @@
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 
 #include "KeyboardShortcuts/CarbonKeyboardShortcuts.h"
+#include "platform/base/Environment.h"
 #include "platform/base/MainQueue.h"
 #include "platform/base/Menu.h"
 #include "platform/base/NotificationCenter.h"
@@ -16,7 +17,7 @@ namespace {
 
 using platform::NotificationCenter;
 using platform::UserDefaults;
-using LegacyHandlers = std::map<Name, std::vector<Action>>;
+using LegacyHandlers = std::map<Name, platform::Listeners<>>;
 using StreamHandlers = std::map<Name, std::map<QUuid, Action>>;
 
 constexpr QLatin1String storePrefix("KeyboardShortcuts_");
@@ -36,8 +37,7 @@ struct Statics {
 };
 
 Statics& statics() {
-  static Statics all;
-  return all;
+  return *platform::Environment::shared<Statics>([] { return std::make_shared<Statics>(); });
 }
 
 QString storeKey(const Name& name) {
@@ -53,8 +53,7 @@ void postChange(const Name& name) {
 void runActions(const Shortcut& shortcut, LegacyHandlers legacy, StreamHandlers streams) {
   for (const auto& [name, actions] : legacy)
     if (getShortcut(name) == shortcut)
-      for (const Action& action : actions)
-        action();
+      actions.tell();
   for (const auto& [name, actions] : streams)
     if (getShortcut(name) == shortcut)
       for (const auto& [id, action] : actions)
@@ -71,16 +70,17 @@ void handleOnKeyUp(const Shortcut& shortcut) {
     runActions(shortcut, statics().legacyKeyUpHandlers, statics().streamKeyUpHandlers);
 }
 
-void registerShortcut(const Shortcut& shortcut) {
+void registerShortcut(const Shortcut& shortcut, const Name& name) {
   if (statics().registeredShortcuts.contains(shortcut))
     return;
-  CarbonKeyboardShortcuts::registerShortcut(shortcut, handleOnKeyDown, handleOnKeyUp);
+  CarbonKeyboardShortcuts::registerShortcut(shortcut, {name.rawValue(), name.purpose()}, handleOnKeyDown,
+                                            handleOnKeyUp);
   statics().registeredShortcuts.insert(shortcut);
 }
 
 void registerShortcut(const Name& name) {
   if (const auto shortcut = getShortcut(name))
-    registerShortcut(*shortcut);
+    registerShortcut(*shortcut, name);
 }
 
 void unregisterShortcut(const Shortcut& shortcut) {
@@ -106,9 +106,15 @@ QSet<Shortcut> shortcutsForStreamHandlers() {
   return shortcutsFor(statics().streamKeyDownHandlers, statics().streamKeyUpHandlers);
 }
 
+void updateEventHandler() {
+  using Keys = platform::HotKeyService::Keys;
+  const Keys underMenu = statics().isMenuOpen ? Keys::Raw : Keys::Grabbed;
+  CarbonKeyboardShortcuts::updateEventHandler(statics().isEnabled ? underMenu : Keys::None);
+}
+
 void setIsMenuOpen(bool value) {
   if (std::exchange(statics().isMenuOpen, value) != value)
-    CarbonKeyboardShortcuts::updateEventHandler();
+    updateEventHandler();
 }
 
 std::vector<Name> allNames() {
@@ -155,7 +161,7 @@ bool isEnabled() {
 
 void setIsEnabled(bool value) {
   if (std::exchange(statics().isEnabled, value) != value)
-    CarbonKeyboardShortcuts::updateEventHandler();
+    updateEventHandler();
 }
 
 bool isPaused() {
@@ -200,14 +206,14 @@ void resetAll() {
   reset(allNames());
 }
 
-void onKeyDown(const Name& name, Action action) {
-  statics().legacyKeyDownHandlers[name].push_back(std::move(action));
+platform::Subscription onKeyDown(const Name& name, Action action) {
   registerShortcut(name);
+  return statics().legacyKeyDownHandlers[name].add(std::move(action));
 }
 
-void onKeyUp(const Name& name, Action action) {
-  statics().legacyKeyUpHandlers[name].push_back(std::move(action));
+platform::Subscription onKeyUp(const Name& name, Action action) {
   registerShortcut(name);
+  return statics().legacyKeyUpHandlers[name].add(std::move(action));
 }
 
 void removeHandler(const Name& name) {
@@ -253,7 +259,7 @@ std::unique_ptr<EventStream> events(EventType type, const Name& name) {
 void userDefaultsSet(const Name& name, const Shortcut& shortcut) {
   if (const auto old = getShortcut(name))
     unregisterShortcut(*old);
-  registerShortcut(shortcut);
+  registerShortcut(shortcut, name);
   UserDefaults::standard().set(storeKey(name), shortcut.encoded());
   postChange(name);
 }
@@ -272,11 +278,6 @@ void initialize() {
   };
   statics().openMenuObserver = observe(platform::menuDidBeginTrackingNotification, true);
   statics().closeMenuObserver = observe(platform::menuDidEndTrackingNotification, false);
-}
-
-void resetStatics() {
-  CarbonKeyboardShortcuts::resetStatics();
-  statics() = {};
 }
 
 }  // namespace KeyboardShortcuts

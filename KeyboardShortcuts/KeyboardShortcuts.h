@@ -2,6 +2,7 @@
 
 #include "KeyboardShortcuts/EventStream.h"
 #include "KeyboardShortcuts/Name.h"
+#include "platform/base/Subscription.h"
 
 #include <functional>
 #include <memory>
@@ -40,9 +41,9 @@ void reset(const std::vector<Name>& names);
 /// Forgets all stored shortcuts; the defaults come back as their names are declared at the next start.
 void resetAll();
 
-/// Actions add up, and one added twice runs twice.
-void onKeyDown(const Name& name, Action action);
-void onKeyUp(const Name& name, Action action);
+/// Actions add up, and one added twice runs twice. Each runs as long as its subscription lives.
+[[nodiscard]] platform::Subscription onKeyDown(const Name& name, Action action);
+[[nodiscard]] platform::Subscription onKeyUp(const Name& name, Action action);
 /// These forget actions, not streams.
 void removeHandler(const Name& name);
 void removeAllHandlers();
@@ -62,8 +63,5 @@ void userDefaultsSet(const Name& name, const Shortcut& shortcut);
 [[nodiscard]] bool userDefaultsContains(const Name& name);
 /// Starts to watch this program's menus. Done by the first name declared.
 void initialize();
-
-/// Gives all hot keys back and forgets everything but the settings, as at the program's start.
-void resetStatics();
 
 }  // namespace KeyboardShortcuts

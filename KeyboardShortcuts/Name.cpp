@@ -4,8 +4,8 @@
 
 namespace KeyboardShortcuts {
 
-Name::Name(const QString& rawValue, const std::optional<Shortcut>& defaultShortcut)
-    : text(rawValue), fallback(defaultShortcut) {
+Name::Name(const QString& rawValue, const std::optional<Shortcut>& defaultShortcut, const QString& purpose)
+    : text(rawValue), fallback(defaultShortcut), description(purpose) {
   if (fallback && !userDefaultsContains(*this))
     userDefaultsSet(*this, *fallback);
   initialize();

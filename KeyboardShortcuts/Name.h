@@ -18,10 +18,13 @@ class Name {
  public:
   /// No name at all; declares nothing.
   Name() = default;
-  explicit Name(const QString& rawValue, const std::optional<Shortcut>& defaultShortcut = std::nullopt);
+  /// `purpose` says what the shortcut does, in the user's language, for desktops that ask him about it.
+  explicit Name(const QString& rawValue, const std::optional<Shortcut>& defaultShortcut = std::nullopt,
+                const QString& purpose = {});
 
   [[nodiscard]] const QString& rawValue() const { return text; }
   [[nodiscard]] const std::optional<Shortcut>& defaultShortcut() const { return fallback; }
+  [[nodiscard]] const QString& purpose() const { return description; }
   /// As getShortcut() and setShortcut() of the service.
   [[nodiscard]] std::optional<Shortcut> shortcut() const;
   void setShortcut(const std::optional<Shortcut>& shortcut) const;
@@ -32,6 +35,7 @@ class Name {
  private:
   QString text;
   std::optional<Shortcut> fallback;
+  QString description;
 };
 
 }  // namespace KeyboardShortcuts

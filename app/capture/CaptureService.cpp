@@ -1,6 +1,7 @@
 #include "app/capture/CaptureService.h"
 
 #include "app/capture/AppPaths.h"
+#include "platform/base/Environment.h"
 #include "platform/base/FilePath.h"
 #include "platform/base/Locations.h"
 #include "platform/base/Log.h"
@@ -15,8 +16,8 @@ namespace sorrel {
 using platform::MainQueue;
 
 CaptureService& CaptureService::shared() {
-  static CaptureService service;
-  return service;
+  return *platform::Environment::shared<CaptureService>(
+      [] { return std::shared_ptr<CaptureService>(new CaptureService); });
 }
 
 void CaptureService::interactiveCaptureToFile(Completion completion) {
@@ -54,8 +55,8 @@ void CaptureService::runScreencapture(const QStringList& arguments, const std::o
     finish(hasFile ? fileURL : std::nullopt);
   };
   const QString tool = platform::Locations::systemTool(QStringLiteral("/usr/sbin/screencapture"));
-  if (const auto error = platform::launch({tool, arguments}, onTermination)) {
-    platform::log(QStringLiteral("Sorrel screencapture launch failed: ") + *error);
+  if (const auto launched = platform::launch({tool, arguments}, onTermination); !launched) {
+    platform::log(QStringLiteral("Sorrel screencapture launch failed: ") + launched.error().reason);
     finish(std::nullopt);
   }
 }

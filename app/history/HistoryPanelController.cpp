@@ -20,11 +20,6 @@ void HistoryPanelController::DeleteLater::operator()(FocusablePanel* panel) cons
   panel->deleteLater();
 }
 
-std::shared_ptr<HistoryPanelController> HistoryPanelController::create(
-    std::shared_ptr<HistoryViewModel> model, ThumbnailLoader& loader) {
-  return std::shared_ptr<HistoryPanelController>(new HistoryPanelController(std::move(model), loader));
-}
-
 HistoryPanelController::HistoryPanelController(std::shared_ptr<HistoryViewModel> model,
                                                ThumbnailLoader& thumbnails)
     : viewModel(std::move(model)), loader(thumbnails) {

@@ -20,8 +20,7 @@ class ThumbnailLoader;
 /// lasts is the view model. A panel that loses the keyboard closes, unless the model is locked then.
 class HistoryPanelController {
  public:
-  static std::shared_ptr<HistoryPanelController> create(std::shared_ptr<HistoryViewModel> viewModel,
-                                                        ThumbnailLoader& loader);
+  HistoryPanelController(std::shared_ptr<HistoryViewModel> viewModel, ThumbnailLoader& loader);
   ~HistoryPanelController();
   HistoryPanelController(const HistoryPanelController&) = delete;
   HistoryPanelController& operator=(const HistoryPanelController&) = delete;
@@ -36,7 +35,6 @@ class HistoryPanelController {
   [[nodiscard]] platform::FocusablePanel* window() const { return panel.get(); }
 
  private:
-  HistoryPanelController(std::shared_ptr<HistoryViewModel> viewModel, ThumbnailLoader& loader);
   void resignedKey();
 
   /// A panel often closes from within its own events.

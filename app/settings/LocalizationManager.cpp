@@ -1,6 +1,7 @@
 #include "app/settings/LocalizationManager.h"
 
 #include "app/settings/SettingsKeys.h"
+#include "platform/base/Environment.h"
 
 #include <algorithm>
 
@@ -24,11 +25,6 @@ std::shared_ptr<const Bundle> resolveBundle(AppLanguage language) {
   const QString path = main->pathForResource(code, QStringLiteral("lproj"));
   const auto folder = path.isEmpty() ? nullptr : Bundle::withPath(path);
   return folder ? folder : main;
-}
-
-std::unique_ptr<LocalizationManager>& sharedSlot() {
-  static std::unique_ptr<LocalizationManager> slot;
-  return slot;
 }
 
 }  // namespace
@@ -58,14 +54,8 @@ QString labelKey(AppLanguage language) {
 }
 
 LocalizationManager& LocalizationManager::shared() {
-  auto& slot = sharedSlot();
-  if (!slot)
-    slot.reset(new LocalizationManager);
-  return *slot;
-}
-
-void LocalizationManager::resetShared() {
-  sharedSlot().reset();
+  return *platform::Environment::shared<LocalizationManager>(
+      [] { return std::shared_ptr<LocalizationManager>(new LocalizationManager); });
 }
 
 LocalizationManager::LocalizationManager()

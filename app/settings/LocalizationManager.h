@@ -28,9 +28,6 @@ inline constexpr std::array allAppLanguages = {AppLanguage::system, AppLanguage:
 class LocalizationManager {
  public:
   static LocalizationManager& shared();
-  /// Forgets the shared manager, so that the next use makes a new one: for a test that has changed the
-  /// settings or the resources behind it. Its observers are gone too.
-  static void resetShared();
 
   LocalizationManager(const LocalizationManager&) = delete;
   LocalizationManager& operator=(const LocalizationManager&) = delete;

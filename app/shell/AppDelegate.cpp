@@ -38,6 +38,7 @@ AppDelegate::AppDelegate(Windows allWindows, std::unique_ptr<platform::Updater> 
 AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching() {
+  setUpShortcuts();  // before anything that may have to wait for the disk or for other programs
   [[maybe_unused]] const QUrl created = AppPaths::bottleDirectory();
   if (updater)
     updater->setAutomaticallyChecksForUpdates(true);
@@ -49,7 +50,6 @@ void AppDelegate::applicationDidFinishLaunching() {
         buildContextMenu();
         return menu;
       });
-  setUpShortcuts();
   registerObservers();
   runRetentionSweep();
   scheduleRetentionSweep();
@@ -62,14 +62,12 @@ void AppDelegate::applicationShouldHandleReopen() {
 
 void AppDelegate::setUpShortcuts() {
   const auto bind = [this](const KeyboardShortcuts::Name& name, void (*action)(AppDelegate&)) {
-    KeyboardShortcuts::onKeyDown(name, [weak = weak_from_this(), action] {
-      const auto self = weak.lock();
-      if (!self)
-        return;
+    subscriptions.push_back(KeyboardShortcuts::onKeyDown(name, [this, action] {
       // An open menu holds the pointer and the keyboard, which the capture tool needs.
-      self->item->cancelTracking();
-      action(*self);
-    });
+      if (item)
+        item->cancelTracking();
+      action(*this);
+    }));
   };
   bind(ShortcutNames::captureNormal(),
        [](AppDelegate& self) { self.presentCaptureMenu(CaptureMode::normal); });
@@ -83,7 +81,7 @@ void AppDelegate::setUpShortcuts() {
 void AppDelegate::registerObservers() {
   using platform::Notification;
   const auto observe = [this](const char* name, void (*action)(AppDelegate&, const Notification&)) {
-    observers.push_back(NotificationCenter::defaultCenter().addObserver(
+    subscriptions.push_back(NotificationCenter::defaultCenter().addObserver(
         QString::fromLatin1(name), NotificationCenter::Queue::Main,
         [this, action](const Notification& notification) { action(*this, notification); }));
   };
@@ -101,9 +99,9 @@ void AppDelegate::registerObservers() {
           [](AppDelegate& self, const auto&) { self.historyPanel().close(); });
   observe(Notifications::checkForUpdates, [](AppDelegate& self, const auto&) { self.checkForUpdates(); });
   // The settings' file may be edited by hand, too.
-  observers.push_back(
+  subscriptions.push_back(
       platform::UserDefaults::standard().observe(SettingsKeys::storageDirectory, [this] { refresh(); }));
-  observers.push_back(LocalizationManager::shared().observe([this] {
+  subscriptions.push_back(LocalizationManager::shared().observe([this] {
     item->setToolTip(SorrelIcon::toolTip(shownCount));
     item->menuChanged();
   }));
@@ -186,7 +184,7 @@ void AppDelegate::buildContextMenu() {
 
 HistoryPanelController& AppDelegate::historyPanel() {
   if (!panelController)
-    panelController = HistoryPanelController::create(viewModel, ThumbnailLoader::shared());
+    panelController = std::make_unique<HistoryPanelController>(viewModel, ThumbnailLoader::shared());
   return *panelController;
 }
 
@@ -220,24 +218,21 @@ void AppDelegate::quit() {
 }
 
 void AppDelegate::presentCaptureMenu(CaptureMode mode) {
-  CaptureService::shared().interactiveCaptureToFile([weak = weak_from_this(), mode](std::optional<QUrl> url) {
-    const auto self = weak.lock();
-    if (!self || !url)
+  const auto completion = [this, mode](const std::optional<QUrl>& url) {
+    if (!url)
       return;  // cancelled, or failed: nothing to tell either way
     NotificationCenter::defaultCenter().post(QString::fromLatin1(Notifications::screenshotsChanged));
     if (mode == CaptureMode::feature)
-      callIfPresent(self->windows.openEditor, *url);
+      callIfPresent(windows.openEditor, *url);
     else
-      self->showPanel();
-  });
+      showPanel();
+  };
+  CaptureService::shared().interactiveCaptureToFile(lifetime.guarded(completion));
 }
 
 void AppDelegate::showSettingsWindow() {
   // One turn later: the menu or panel that asked is gone by then.
-  MainQueue::main().async([weak = weak_from_this()] {
-    if (const auto self = weak.lock())
-      callIfPresent(self->windows.openSettings);
-  });
+  openingSettings = MainQueue::main().asyncAfter({}, [this] { callIfPresent(windows.openSettings); });
 }
 
 }  // namespace sorrel

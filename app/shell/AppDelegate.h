@@ -21,7 +21,7 @@ namespace sorrel {
 /// the updater, and is the only place where hot keys and the program's notifications become actions. Others
 /// tell it things through the notifications of app/capture/Notifications.h, all posted on the main thread; it
 /// calls them directly. Main thread only.
-class AppDelegate : public std::enable_shared_from_this<AppDelegate> {
+class AppDelegate {
  public:
   /// The windows that the coordinator opens besides the history panel. One that is empty doesn't exist: what
   /// leads to it does nothing, and its row in the menu can't be chosen.
@@ -75,11 +75,13 @@ class AppDelegate : public std::enable_shared_from_this<AppDelegate> {
   std::unique_ptr<platform::StatusItem> item;
   std::shared_ptr<platform::Menu> menu;
   const std::shared_ptr<HistoryViewModel> viewModel = HistoryViewModel::create();
-  std::shared_ptr<HistoryPanelController> panelController;  // made at its first use
+  std::unique_ptr<HistoryPanelController> panelController;  // made at its first use
+  qint64 shownCount = 0;                                    // of pictures, by the status item
+  QString folderIconKey;                                    // what was last applied to the storage folder
+  platform::Lifetime lifetime;
   platform::WorkItem retentionTimer;
-  std::vector<platform::Subscription> observers;
-  qint64 shownCount = 0;  // of pictures, by the status item
-  QString folderIconKey;  // what was last applied to the storage folder
+  platform::WorkItem openingSettings;
+  std::vector<platform::Subscription> subscriptions;  // to hot keys and notifications
 };
 
 }  // namespace sorrel

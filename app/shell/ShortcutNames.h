@@ -2,7 +2,7 @@
 
 #include "KeyboardShortcuts/Name.h"
 
-/// The program's four global shortcuts. The first use of a name declares it, which puts its default into the
+/// The program's four global shortcuts. Their first use declares them, which puts their defaults into the
 /// settings on the first run.
 namespace sorrel::ShortcutNames {
 

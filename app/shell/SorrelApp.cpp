@@ -18,10 +18,7 @@ SorrelApp::SorrelApp(int& argc, char** argv) : application(argc, argv) {
   QApplication::setQuitOnLastWindowClosed(false);
 }
 
-SorrelApp::~SorrelApp() {
-  platform::HotKeyService::setCurrent(nullptr);
-  platform::KeyboardLayout::setCurrent(nullptr);
-}
+SorrelApp::~SorrelApp() = default;
 
 int SorrelApp::run() {
   if (!instance.isFirst())
@@ -29,10 +26,10 @@ int SorrelApp::run() {
   platform::InPlaceFile::finishInterrupted();
   platform::UserDefaults::standard().watch();
   platform::handleTerminationSignals(&QApplication::quit);
-  platform::HotKeyService::setCurrent(platform::HotKeyService::forDesktop());
-  platform::KeyboardLayout::setCurrent(platform::KeyboardLayout::forDesktop());
+  platform::Environment::provide(platform::HotKeyService::forDesktop());
+  platform::Environment::provide(platform::KeyboardLayout::forDesktop());
 
-  appDelegate = std::make_shared<AppDelegate>(AppDelegate::Windows{}, nullptr, &QApplication::quit);
+  appDelegate = std::make_unique<AppDelegate>(AppDelegate::Windows{}, nullptr, &QApplication::quit);
   instance.setRungHandler([this] { appDelegate->applicationShouldHandleReopen(); });
   appDelegate->applicationDidFinishLaunching();
   appearance.emplace(AppColors::accent);

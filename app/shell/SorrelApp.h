@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/base/Environment.h"
 #include "platform/base/SingleInstance.h"
 #include "platform/desktop/DesktopAppearance.h"
 
@@ -25,9 +26,10 @@ class SorrelApp {
 
  private:
   QApplication application;
+  platform::Environment environment;  // goes before the connection to the display does
   platform::SingleInstance instance;
   std::optional<platform::DesktopAppearance> appearance;
-  std::shared_ptr<AppDelegate> appDelegate;
+  std::unique_ptr<AppDelegate> appDelegate;
 };
 
 }  // namespace sorrel

@@ -66,7 +66,8 @@ void runEvents(std::chrono::milliseconds duration) {
 class Panel : private QObject {
  public:
   explicit Panel(sorrel::ThumbnailLoader& loader)
-      : controller(sorrel::HistoryPanelController::create(sorrel::HistoryViewModel::create(), loader)) {
+      : controller(
+            std::make_unique<sorrel::HistoryPanelController>(sorrel::HistoryViewModel::create(), loader)) {
     qApp->installEventFilter(this);
   }
   ~Panel() override { close(); }
@@ -92,7 +93,7 @@ class Panel : private QObject {
     return false;
   }
 
-  const std::shared_ptr<sorrel::HistoryPanelController> controller;
+  const std::unique_ptr<sorrel::HistoryPanelController> controller;
   bool isPainted = false;
 };
 

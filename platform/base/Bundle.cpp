@@ -1,28 +1,16 @@
 #include "platform/base/Bundle.h"
 
+#include "platform/base/Environment.h"
+
 #include <QFileInfo>
 #include <QLocale>
 #include <QTranslator>
 
 namespace platform {
-namespace {
-
-std::shared_ptr<const Bundle>& mainSlot() {
-  static std::shared_ptr<const Bundle> slot;
-  return slot;
-}
-
-}  // namespace
-
 std::shared_ptr<const Bundle> Bundle::main() {
-  auto& slot = mainSlot();
-  if (!slot)
-    slot = std::make_shared<const Bundle>(QStringLiteral(":/sorrel"), QLocale::system().uiLanguages());
-  return slot;
-}
-
-void Bundle::setMain(std::shared_ptr<const Bundle> bundle) {
-  mainSlot() = std::move(bundle);
+  return Environment::shared<const Bundle>([] {
+    return std::make_shared<const Bundle>(QStringLiteral(":/sorrel"), QLocale::system().uiLanguages());
+  });
 }
 
 std::shared_ptr<const Bundle> Bundle::withPath(const QString& path) {

@@ -17,9 +17,6 @@ class Bundle {
  public:
   /// The program's own resources.
   static std::shared_ptr<const Bundle> main();
-  /// Lets `bundle` stand for the program's own from now on, as a test needs it; nullptr brings back the real
-  /// one.
-  static void setMain(std::shared_ptr<const Bundle> bundle);
   /// The bundle at `path`, for the languages of the main bundle; nullptr if there is no such folder.
   static std::shared_ptr<const Bundle> withPath(const QString& path);
 

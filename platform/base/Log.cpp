@@ -1,13 +1,11 @@
 #include "platform/base/Log.h"
 
-#include <QStringList>
+#include "platform/base/Environment.h"
 
 #include <cstdio>
 
 namespace platform {
 namespace {
-
-LogCapture* activeCapture = nullptr;
 
 void write(std::FILE* stream, const QString& line) {
   const QByteArray bytes = line.toUtf8() + '\n';
@@ -15,28 +13,21 @@ void write(std::FILE* stream, const QString& line) {
   std::fflush(stream);
 }
 
+std::shared_ptr<const LogRoads> roads() {
+  return Environment::shared<const LogRoads>([] {
+    return std::make_shared<const LogRoads>(LogRoads{[](const QString& line) { write(stderr, line); },
+                                                     [](const QString& line) { write(stdout, line); }});
+  });
+}
+
 }  // namespace
 
 void log(const QString& line) {
-  if (activeCapture)
-    activeCapture->logged << line;
-  else
-    write(stderr, line);
+  roads()->log(line);
 }
 
 void printLine(const QString& line) {
-  if (activeCapture)
-    activeCapture->printed << line;
-  else
-    write(stdout, line);
-}
-
-LogCapture::LogCapture() : previous(activeCapture) {
-  activeCapture = this;
-}
-
-LogCapture::~LogCapture() {
-  activeCapture = previous;
+  roads()->print(line);
 }
 
 }  // namespace platform

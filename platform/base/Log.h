@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QStringList>
+#include <QString>
 
 #include <functional>
 
@@ -12,19 +12,10 @@ void log(const QString& line);
 /// Writes one line to standard output and flushes it.
 void printLine(const QString& line);
 
-/// Takes over both roads above while it lives, so that a test can read what was said.
-class LogCapture {
- public:
-  LogCapture();
-  ~LogCapture();
-  LogCapture(const LogCapture&) = delete;
-  LogCapture& operator=(const LogCapture&) = delete;
-
-  QStringList logged;
-  QStringList printed;
-
- private:
-  LogCapture* previous;
+/// Where the two go: an environment's own roads, or else the streams. May be called from any thread.
+struct LogRoads {
+  std::function<void(const QString&)> log;
+  std::function<void(const QString&)> print;
 };
 
 }  // namespace platform

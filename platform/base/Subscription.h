@@ -70,4 +70,24 @@ class Listeners {
   std::vector<std::weak_ptr<Listener>> listeners;
 };
 
+/// For blocks that others keep and call when they like, such as completions. A field of whoever gives them
+/// away: what it has guarded does nothing once it is gone. Main thread only.
+class Lifetime {
+ public:
+  Lifetime() = default;
+  Lifetime(const Lifetime&) = delete;
+  Lifetime& operator=(const Lifetime&) = delete;
+
+  template <typename Block>
+  [[nodiscard]] auto guarded(Block block) const {
+    return [mark = std::weak_ptr(living), block = std::move(block)](auto&&... arguments) {
+      if (!mark.expired())
+        block(std::forward<decltype(arguments)>(arguments)...);
+    };
+  }
+
+ private:
+  const std::shared_ptr<const bool> living = std::make_shared<const bool>(true);
+};
+
 }  // namespace platform

@@ -1,23 +1,16 @@
 #include "platform/base/Task.h"
 
+#include "platform/base/Environment.h"
+
 #include <QProcess>
 
+#include <memory>
 #include <utility>
 
 namespace platform {
 namespace {
 
-TaskLauncher& launcherOverride() {
-  static TaskLauncher launcher;
-  return launcher;
-}
-
-}  // namespace
-
-std::optional<QString> launch(const Task& task, std::function<void()> onTermination) {
-  if (launcherOverride())
-    return launcherOverride()(task, std::move(onTermination));
-
+Result<> launchChild(const Task& task, std::function<void()> onTermination) {
   // Without a parent: a QProcess that is destroyed takes its child with it.
   auto process = std::make_unique<QProcess>();
   process->setInputChannelMode(QProcess::ForwardedInputChannel);
@@ -29,22 +22,22 @@ std::optional<QString> launch(const Task& task, std::function<void()> onTerminat
   }
   process->start(task.executable, task.arguments);
   if (!process->waitForStarted(-1))
-    return process->errorString();
+    return Error{process->errorString()};
   QProcess* const running = process.release();
   QObject::connect(running, &QProcess::finished, running,
                    [running, onTermination = std::move(onTermination)] {
                      running->deleteLater();
                      onTermination();
                    });
-  return std::nullopt;
+  return {};
 }
 
-TaskLauncherOverride::TaskLauncherOverride(TaskLauncher launcher)
-    : previous(std::exchange(launcherOverride(), std::move(launcher))) {
-}
+}  // namespace
 
-TaskLauncherOverride::~TaskLauncherOverride() {
-  launcherOverride() = std::move(previous);
+Result<> launch(const Task& task, std::function<void()> onTermination) {
+  const auto launcher =
+      Environment::shared<TaskLauncher>([] { return std::make_shared<TaskLauncher>(launchChild); });
+  return (*launcher)(task, std::move(onTermination));
 }
 
 }  // namespace platform

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "platform/base/Result.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <functional>
-#include <optional>
 
 namespace platform {
 
@@ -18,26 +19,11 @@ struct Task {
   Output output = Output::Inherited;
 };
 
-/// Starts the program.
-///
-/// Returns an error's description if it can't be started; `onTermination` is then never called. Otherwise
-/// that is called once, on the main thread, after the child has ended in whatever way. The child outlives
-/// this program if this program ends first.
-[[nodiscard]] std::optional<QString> launch(const Task& task, std::function<void()> onTermination);
+/// Starts the program, and calls `onTermination` once, on the main thread, after the child has ended in
+/// whatever way; never, if it can't be started. The child outlives this program if this program ends first.
+Result<> launch(const Task& task, std::function<void()> onTermination);
 
-using TaskLauncher =
-    std::function<std::optional<QString>(const Task& task, std::function<void()> onTermination)>;
-
-/// Has `launcher` asked in place of the system while it lives.
-class TaskLauncherOverride {
- public:
-  explicit TaskLauncherOverride(TaskLauncher launcher);
-  ~TaskLauncherOverride();
-  TaskLauncherOverride(const TaskLauncherOverride&) = delete;
-  TaskLauncherOverride& operator=(const TaskLauncherOverride&) = delete;
-
- private:
-  TaskLauncher previous;
-};
+/// What does it: the environment's own launcher, or else the system.
+using TaskLauncher = std::function<Result<>(const Task& task, std::function<void()> onTermination)>;
 
 }  // namespace platform

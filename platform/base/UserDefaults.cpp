@@ -1,5 +1,6 @@
 #include "platform/base/UserDefaults.h"
 
+#include "platform/base/Environment.h"
 #include "platform/base/Locations.h"
 #include "platform/base/Log.h"
 
@@ -21,11 +22,6 @@ using namespace std::chrono_literals;
 constexpr auto editorsTime = 2s;
 
 using Integers = std::numeric_limits<qint64>;
-
-std::unique_ptr<UserDefaults>& standardSlot() {
-  static std::unique_ptr<UserDefaults> slot;
-  return slot;
-}
 
 void put(QJsonObject& values, const QString& key, const QJsonValue& value) {
   if (value.isUndefined())
@@ -73,14 +69,9 @@ bool beginsLikeTrue(QStringView text) {
 }  // namespace
 
 UserDefaults& UserDefaults::standard() {
-  auto& slot = standardSlot();
-  if (!slot)
-    slot = std::make_unique<UserDefaults>(Locations::configuration() + QStringLiteral("/defaults.json"));
-  return *slot;
-}
-
-void UserDefaults::resetStandard() {
-  standardSlot().reset();
+  return *Environment::shared<UserDefaults>([] {
+    return std::make_shared<UserDefaults>(Locations::configuration() + QStringLiteral("/defaults.json"));
+  });
 }
 
 UserDefaults::UserDefaults(const QString& path) : filePath(path) {

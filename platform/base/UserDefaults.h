@@ -49,9 +49,6 @@ class UserDefaults {
  public:
   /// The settings of this user's Sorrel, under the configuration folder; the file is read at the first use.
   static UserDefaults& standard();
-  /// Forgets the standard settings, so that the next use reads them anew: for a test that has moved the home
-  /// folder.
-  static void resetStandard();
 
   explicit UserDefaults(const QString& filePath);
   ~UserDefaults();

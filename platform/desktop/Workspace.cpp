@@ -139,7 +139,7 @@ bool setIcon(const QString& imageName, const QString& folder) {
     const QStringList arguments{QStringLiteral("set"), folder, QStringLiteral("metadata::custom-icon"),
                                 QUrl::fromLocalFile(icon).toString(QUrl::FullyEncoded)};
     // Not every file system keeps such metadata; the entry above stands either way.
-    [[maybe_unused]] const auto error = launch({gio, arguments, Task::Output::Discarded}, [] {});
+    [[maybe_unused]] const auto launched = launch({gio, arguments, Task::Output::Discarded}, [] {});
   }
   return true;
 }

@@ -1,5 +1,6 @@
 #include "platform/input/HotKeyService.h"
 
+#include "platform/base/Environment.h"
 #include "platform/base/Log.h"
 #include "platform/input/X11HotKeyService.h"
 #include "platform/x11/X11Connection.h"
@@ -9,27 +10,21 @@ namespace {
 
 class NoHotKeyService : public HotKeyService {
  public:
-  Registration registerHotKey(quint32, quint32, HotKeyId) override { return {}; }
+  Result<HotKeyReference> registerHotKey(const HotKey&) override { return noService(); }
   void unregisterHotKey(HotKeyReference) override {}
-  Installation installEventHandler(EventHandler) override { return {}; }
-  void addEventTypes(EventHandlerReference, std::span<const EventTypeSpec>) override {}
-  void removeEventTypes(EventHandlerReference, std::span<const EventTypeSpec>) override {}
-  SystemVersion systemVersion() const override { return {}; }
-};
+  Result<> installEventHandler(EventHandler) override { return noService(); }
+  void listen(Keys) override {}
 
-std::shared_ptr<HotKeyService>& currentSlot() {
-  static std::shared_ptr<HotKeyService> slot = std::make_shared<NoHotKeyService>();
-  return slot;
-}
+ private:
+  static Error noService() {
+    return {QStringLiteral("this desktop offers no way to watch keys"), HotKeyStatuses::invalidHotKey};
+  }
+};
 
 }  // namespace
 
 HotKeyService& HotKeyService::current() {
-  return *currentSlot();
-}
-
-void HotKeyService::setCurrent(std::shared_ptr<HotKeyService> service) {
-  currentSlot() = service ? std::move(service) : std::make_shared<NoHotKeyService>();
+  return *Environment::shared<HotKeyService>([] { return std::make_shared<NoHotKeyService>(); });
 }
 
 std::shared_ptr<HotKeyService> HotKeyService::forDesktop() {

@@ -1,24 +1,12 @@
 #include "platform/input/KeyboardLayout.h"
 
+#include "platform/base/Environment.h"
 #include "platform/input/X11KeyboardLayout.h"
 #include "platform/x11/X11Connection.h"
 
 namespace platform {
-namespace {
-
-std::shared_ptr<const KeyboardLayout>& currentSlot() {
-  static std::shared_ptr<const KeyboardLayout> slot;
-  return slot;
-}
-
-}  // namespace
-
 const KeyboardLayout* KeyboardLayout::current() {
-  return currentSlot().get();
-}
-
-void KeyboardLayout::setCurrent(std::shared_ptr<const KeyboardLayout> layout) {
-  currentSlot() = std::move(layout);
+  return Environment::shared<const KeyboardLayout>([] { return nullptr; }).get();
 }
 
 std::shared_ptr<const KeyboardLayout> KeyboardLayout::forDesktop() {

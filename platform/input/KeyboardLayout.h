@@ -23,9 +23,8 @@ class KeyboardLayout {
   /// his layouts that does. nullopt if there is no layout to ask.
   [[nodiscard]] virtual std::optional<Translation> translate(quint16 keyCode) const = 0;
 
-  /// The layout in use; nullptr until one is set.
+  /// The layout in use; nullptr where the environment has none.
   static const KeyboardLayout* current();
-  static void setCurrent(std::shared_ptr<const KeyboardLayout> layout);
   /// The layout of the display that the application is connected to; nullptr if it has none that could be
   /// asked. Needs a QGuiApplication, which must outlive the layout.
   static std::shared_ptr<const KeyboardLayout> forDesktop();

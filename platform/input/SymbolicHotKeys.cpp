@@ -1,21 +1,12 @@
 #include "platform/input/SymbolicHotKeys.h"
 
+#include "platform/base/Environment.h"
+
 namespace platform {
-namespace {
 
-SymbolicHotKeysReader& currentReader() {
-  static SymbolicHotKeysReader reader;
-  return reader;
-}
-
-}  // namespace
-
-std::optional<QVariant> copySymbolicHotKeys() {
-  return currentReader() ? currentReader()() : QVariant(QVariantList());
-}
-
-void setSymbolicHotKeysReader(SymbolicHotKeysReader reader) {
-  currentReader() = std::move(reader);
+std::vector<SymbolicHotKey> copySymbolicHotKeys() {
+  const auto reader = Environment::shared<SymbolicHotKeysReader>([] { return nullptr; });
+  return reader ? (*reader)() : std::vector<SymbolicHotKey>();
 }
 
 }  // namespace platform

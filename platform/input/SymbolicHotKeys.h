@@ -1,20 +1,23 @@
 #pragma once
 
-#include <QVariant>
+#include <QtGlobal>
 
 #include <functional>
-#include <optional>
+#include <vector>
 
 namespace platform {
 
-/// Reads the hot keys that the desktop keeps for itself, anew at each call: a list of dictionaries with the
-/// entries "kHISymbolicHotKeyEnabled" (boolean), "kHISymbolicHotKeyCode" (a virtual key code) and
-/// "kHISymbolicHotKeyModifiers" (HotKeyModifiers). nullopt if they can't be read.
-using SymbolicHotKeysReader = std::function<std::optional<QVariant>()>;
+/// A hot key that the desktop keeps for itself: a virtual key code and HotKeyModifiers.
+struct SymbolicHotKey {
+  bool isEnabled = false;
+  qint64 keyCode = 0;
+  qint64 modifiers = 0;
+};
 
-/// What the reader in use answers; an empty list until one is set.
-[[nodiscard]] std::optional<QVariant> copySymbolicHotKeys();
-/// An empty function takes the reader away.
-void setSymbolicHotKeysReader(SymbolicHotKeysReader reader);
+/// Reads them, anew at each call; none if they can't be read.
+using SymbolicHotKeysReader = std::function<std::vector<SymbolicHotKey>()>;
+
+/// What the environment's reader answers; none where it has no reader.
+[[nodiscard]] std::vector<SymbolicHotKey> copySymbolicHotKeys();
 
 }  // namespace platform

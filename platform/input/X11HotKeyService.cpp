@@ -13,7 +13,6 @@
 namespace platform {
 namespace {
 
-constexpr EventHandlerReference theHandler{1};
 constexpr xcb_timestamp_t shortestRepeatMilliseconds = 5;
 
 /// The major opcode of XInput if it has raw events that no grab holds back, which came with 2.1; else -1.
@@ -41,53 +40,44 @@ X11HotKeyService::X11HotKeyService(xcb_connection_t* x11) : connection(x11) {
 }
 
 X11HotKeyService::~X11HotKeyService() {
-  for (const auto& [reference, hotKey] : hotKeys)
-    ungrab(hotKey);
+  for (const auto& [reference, key] : grabbedKeys)
+    ungrab(key);
   if (!held.empty())
     setRawReleases(RawReleases::Ignored);
   xcb_flush(connection);
 }
 
-HotKeyService::Registration X11HotKeyService::registerHotKey(quint32 keyCode, quint32 wanted, HotKeyId id) {
-  const std::optional<int> position = evdevCode(keyCode);
+Result<HotKeyReference> X11HotKeyService::registerHotKey(const HotKey& hotKey) {
+  const std::optional<int> position = evdevCode(hotKey.keyCode);
   const int keycode = position.value_or(x11MaximumKeycode) + x11KeycodeOffset;
-  if (xinputOpcode < 0 || keycode > x11MaximumKeycode || !modifiers.mask(HotKeyModifiers::fromInt(wanted)))
-    return {HotKeyStatuses::invalidHotKey, {}};
-  const HotKey added{{keyCode, wanted}, static_cast<xcb_keycode_t>(keycode), id};
-  if (hotKey(added.chord) || grab(added) == Grab::Refused)
-    return {HotKeyStatuses::hotKeyExists, {}};
+  if (xinputOpcode < 0 || keycode > x11MaximumKeycode ||
+      !modifiers.mask(HotKeyModifiers::fromInt(hotKey.modifiers)))
+    return Error{QStringLiteral("there is no such key"), HotKeyStatuses::invalidHotKey};
+  const GrabbedKey added{{hotKey.keyCode, hotKey.modifiers}, static_cast<xcb_keycode_t>(keycode), hotKey.id};
+  if (grabbedKey(added.chord) || grab(added) == Grab::Refused)
+    return Error{QStringLiteral("the key is taken"), HotKeyStatuses::hotKeyExists};
   const HotKeyReference reference{++lastReference};
-  hotKeys.emplace(reference, added);
-  return {HotKeyStatuses::noError, reference};
+  grabbedKeys.emplace(reference, added);
+  return reference;
 }
 
 void X11HotKeyService::unregisterHotKey(HotKeyReference reference) {
-  const auto found = hotKeys.find(reference);
-  if (found == hotKeys.end())
+  const auto found = grabbedKeys.find(reference);
+  if (found == grabbedKeys.end())
     return;
   ungrab(found->second);
   xcb_flush(connection);
-  hotKeys.erase(found);
+  grabbedKeys.erase(found);
 }
 
-HotKeyService::Installation X11HotKeyService::installEventHandler(EventHandler handler) {
+Result<> X11HotKeyService::installEventHandler(EventHandler handler) {
   eventHandler = std::move(handler);
-  wantedKinds.clear();
-  return {HotKeyStatuses::noError, theHandler};
+  listening = Keys::None;
+  return {};
 }
 
-void X11HotKeyService::addEventTypes(EventHandlerReference, std::span<const EventTypeSpec> types) {
-  for (const EventTypeSpec& type : types)
-    wantedKinds.insert(type.kind);
-}
-
-void X11HotKeyService::removeEventTypes(EventHandlerReference, std::span<const EventTypeSpec> types) {
-  for (const EventTypeSpec& type : types)
-    wantedKinds.erase(type.kind);
-}
-
-SystemVersion X11HotKeyService::systemVersion() const {
-  return {13, 0};  // keys under an open menu are heard as raw key events, in the native event filter
+void X11HotKeyService::listen(Keys keys) {
+  listening = keys;
 }
 
 bool X11HotKeyService::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {
@@ -120,7 +110,7 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray& eventType, void* mess
 
 bool X11HotKeyService::keyPressed(const xcb_key_press_event_t& event, uint32_t lastRequest) {
   const bool isGrabbed = isRoot(event.event);
-  const bool wantsRawKeys = wants(HotKeyEventKind::RawKeyDown);
+  const bool wantsRawKeys = listening == Keys::Raw;
   if (!isGrabbed && !wantsRawKeys)
     return false;
   if (isRepeat(event, lastRequest)) {
@@ -149,12 +139,8 @@ bool X11HotKeyService::hotKeyPressed(const xcb_key_press_event_t& event, const C
   setRawReleases(RawReleases::Heard);
   xcb_ungrab_keyboard(connection, event.time);
   const bool isHeld = isStillDown();
-  if (const HotKey* const pressed = hotKey(chord); pressed && wants(HotKeyEventKind::HotKeyPressed)) {
-    HotKeyEvent press;
-    press.kind = HotKeyEventKind::HotKeyPressed;
-    press.hotKeyId = pressed->id;
-    send(press);
-  }
+  if (const GrabbedKey* const pressed = grabbedKey(chord))
+    send(KeyAction::Press, pressed->id);
   if (!isHeld)
     endHold(event.detail);
   return true;
@@ -162,11 +148,7 @@ bool X11HotKeyService::hotKeyPressed(const xcb_key_press_event_t& event, const C
 
 bool X11HotKeyService::rawKeyPressed(const xcb_key_press_event_t& event, const Chord& chord) {
   held.insert_or_assign(event.detail, chord);  // before the handler runs, in case it waits for events itself
-  HotKeyEvent press;
-  press.kind = HotKeyEventKind::RawKeyDown;
-  press.keyCode = chord.keyCode;
-  press.modifiers = chord.modifiers;
-  if (send(press) != HotKeyStatuses::noError) {
+  if (send(KeyAction::Press, chord) == KeyOutcome::Passed) {
     held.erase(event.detail);
     return false;
   }
@@ -180,7 +162,7 @@ bool X11HotKeyService::rawKeyPressed(const xcb_key_press_event_t& event, const C
 bool X11HotKeyService::keyReleased(const xcb_key_release_event_t& event) {
   if (event.detail == lastTap.keycode)
     lastTap.released = event.time;
-  return isRoot(event.event) || (wants(HotKeyEventKind::RawKeyUp) && modifiers.isModifierKey(event.detail));
+  return isRoot(event.event) || (listening == Keys::Raw && modifiers.isModifierKey(event.detail));
 }
 
 std::optional<X11HotKeyService::Chord> X11HotKeyService::chordOf(const xcb_key_press_event_t& event) const {
@@ -191,10 +173,10 @@ std::optional<X11HotKeyService::Chord> X11HotKeyService::chordOf(const xcb_key_p
   return Chord{static_cast<quint32>(*code), static_cast<quint32>(down->toInt())};
 }
 
-const X11HotKeyService::HotKey* X11HotKeyService::hotKey(const Chord& chord) const {
+const X11HotKeyService::GrabbedKey* X11HotKeyService::grabbedKey(const Chord& chord) const {
   const auto found =
-      std::ranges::find_if(hotKeys, [&](const auto& entry) { return entry.second.chord == chord; });
-  return found == hotKeys.end() ? nullptr : &found->second;
+      std::ranges::find_if(grabbedKeys, [&](const auto& entry) { return entry.second.chord == chord; });
+  return found == grabbedKeys.end() ? nullptr : &found->second;
 }
 
 bool X11HotKeyService::isRoot(xcb_window_t window) const {
@@ -213,11 +195,16 @@ bool X11HotKeyService::isRepeat(const xcb_key_press_event_t& event, uint32_t las
          lastTap.released - lastTap.pressed >= shortestRepeatMilliseconds;
 }
 
-HotKeyStatus X11HotKeyService::send(const HotKeyEvent& event) const {
-  if (!eventHandler || !wants(event.kind))
-    return HotKeyStatuses::eventNotHandled;
-  const EventHandler running = eventHandler;  // outlives its own replacement
-  return running(&event);
+void X11HotKeyService::send(KeyAction action, HotKeyId id) const {
+  const auto running = eventHandler.onHotKey;  // outlives its own replacement
+  if (running && listening == Keys::Grabbed)
+    running({action, id});
+}
+
+KeyOutcome X11HotKeyService::send(KeyAction action, const Chord& rawKey) const {
+  const auto running = eventHandler.onRawKey;
+  return running && listening == Keys::Raw ? running({action, rawKey.keyCode, rawKey.modifiers})
+                                           : KeyOutcome::Passed;
 }
 
 void X11HotKeyService::endHold(xcb_keycode_t keycode) {
@@ -232,17 +219,10 @@ void X11HotKeyService::endHold(xcb_keycode_t keycode) {
   }
   // A menu may have opened or closed since the press: the handler hears the release in the way it listens
   // now.
-  HotKeyEvent release;
-  if (wants(HotKeyEventKind::RawKeyUp)) {
-    release.kind = HotKeyEventKind::RawKeyUp;
-    release.keyCode = chord.keyCode;
-    release.modifiers = chord.modifiers;
-    send(release);
-  } else if (const HotKey* const released = hotKey(chord)) {
-    release.kind = HotKeyEventKind::HotKeyReleased;
-    release.hotKeyId = released->id;
-    send(release);
-  }
+  if (listening == Keys::Raw)
+    send(KeyAction::Release, chord);
+  else if (const GrabbedKey* const released = grabbedKey(chord))
+    send(KeyAction::Release, released->id);
 }
 
 bool X11HotKeyService::isStillDown() {
@@ -263,32 +243,32 @@ void X11HotKeyService::setRawReleases(RawReleases wanted) const {
     xcb_input_xi_select_events(connection, root, 1, &mask.head);
 }
 
-X11HotKeyService::Grab X11HotKeyService::grab(const HotKey& hotKey) const {
+X11HotKeyService::Grab X11HotKeyService::grab(const GrabbedKey& key) const {
   // All requests go out before the first answer is waited for, so that together they cost one round trip.
   std::vector<xcb_void_cookie_t> requests;
-  const auto mask = modifiers.mask(HotKeyModifiers::fromInt(hotKey.chord.modifiers));
+  const auto mask = modifiers.mask(HotKeyModifiers::fromInt(key.chord.modifiers));
   for (const xcb_window_t root : roots)
     for (const uint16_t locks : modifiers.lockCombinations())
       requests.push_back(xcb_grab_key_checked(connection, 0, root, static_cast<uint16_t>(*mask | locks),
-                                              hotKey.keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+                                              key.keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
   Grab outcome = Grab::Taken;
   for (const xcb_void_cookie_t request : requests)
     if (const XcbPointer<xcb_generic_error_t> error{xcb_request_check(connection, request)})
       outcome = Grab::Refused;
   if (outcome == Grab::Refused) {
-    ungrab(hotKey);
+    ungrab(key);
     xcb_flush(connection);
   }
   return outcome;
 }
 
-void X11HotKeyService::ungrab(const HotKey& hotKey) const {
-  const auto mask = modifiers.mask(HotKeyModifiers::fromInt(hotKey.chord.modifiers));
+void X11HotKeyService::ungrab(const GrabbedKey& key) const {
+  const auto mask = modifiers.mask(HotKeyModifiers::fromInt(key.chord.modifiers));
   if (!mask)
     return;
   for (const xcb_window_t root : roots)
     for (const uint16_t locks : modifiers.lockCombinations())
-      xcb_ungrab_key(connection, hotKey.keycode, root, static_cast<uint16_t>(*mask | locks));
+      xcb_ungrab_key(connection, key.keycode, root, static_cast<uint16_t>(*mask | locks));
 }
 
 /// A new keymap comes as a burst of events.
@@ -303,14 +283,14 @@ void X11HotKeyService::restoreGrabs() {
   if (moved == modifiers)
     return;
   xcb_grab_server(connection);  // no key press may fall in between
-  for (const auto& [reference, hotKey] : hotKeys)
-    ungrab(hotKey);
+  for (const auto& [reference, key] : grabbedKeys)
+    ungrab(key);
   modifiers = moved;
-  for (const auto& [reference, hotKey] : hotKeys)
-    if (!modifiers.mask(HotKeyModifiers::fromInt(hotKey.chord.modifiers)) || grab(hotKey) == Grab::Refused)
+  for (const auto& [reference, key] : grabbedKeys)
+    if (!modifiers.mask(HotKeyModifiers::fromInt(key.chord.modifiers)) || grab(key) == Grab::Refused)
       log(QStringLiteral("Sorrel hot keys: key code %1 with modifiers %2 is lost to a change of the keyboard")
-              .arg(hotKey.chord.keyCode)
-              .arg(hotKey.chord.modifiers));
+              .arg(key.chord.keyCode)
+              .arg(key.chord.modifiers));
   xcb_ungrab_server(connection);
   xcb_flush(connection);
 }

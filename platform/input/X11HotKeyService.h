@@ -7,7 +7,6 @@
 #include <QAbstractNativeEventFilter>
 
 #include <map>
-#include <set>
 
 namespace platform {
 
@@ -18,7 +17,7 @@ namespace platform {
 /// asked for only while a hot key is held, so that otherwise no key wakes the program. The server repeats a
 /// held key by further presses, which count for nothing until its release.
 ///
-/// While raw key types are wanted, a menu of this program is open. It sees no modifier key by itself (it
+/// While raw keys are listened to, a menu of this program is open. It sees no modifier key by itself (it
 /// would close at one) and no press that the handler has dealt with.
 class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilter {
  public:
@@ -28,12 +27,10 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
   X11HotKeyService(const X11HotKeyService&) = delete;
   X11HotKeyService& operator=(const X11HotKeyService&) = delete;
 
-  Registration registerHotKey(quint32 keyCode, quint32 modifiers, HotKeyId id) override;
+  Result<HotKeyReference> registerHotKey(const HotKey& hotKey) override;
   void unregisterHotKey(HotKeyReference reference) override;
-  Installation installEventHandler(EventHandler handler) override;
-  void addEventTypes(EventHandlerReference handler, std::span<const EventTypeSpec> types) override;
-  void removeEventTypes(EventHandlerReference handler, std::span<const EventTypeSpec> types) override;
-  SystemVersion systemVersion() const override;
+  Result<> installEventHandler(EventHandler handler) override;
+  void listen(Keys keys) override;
 
  private:
   /// A key and its modifiers as the hot-key service knows them.
@@ -49,7 +46,7 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
     xcb_timestamp_t released = 0;
     uint32_t askedBy = 0;  // number of the request that asked, after the press, whether the key is down
   };
-  struct HotKey {
+  struct GrabbedKey {
     Chord chord;
     xcb_keycode_t keycode = 0;
     HotKeyId id;
@@ -63,11 +60,11 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
   bool rawKeyPressed(const xcb_key_press_event_t& event, const Chord& chord);
 
   [[nodiscard]] std::optional<Chord> chordOf(const xcb_key_press_event_t& event) const;
-  [[nodiscard]] const HotKey* hotKey(const Chord& chord) const;
+  [[nodiscard]] const GrabbedKey* grabbedKey(const Chord& chord) const;
   [[nodiscard]] bool isRoot(xcb_window_t window) const;
   [[nodiscard]] bool isRepeat(const xcb_key_press_event_t& event, uint32_t lastRequest) const;
-  [[nodiscard]] bool wants(HotKeyEventKind kind) const { return wantedKinds.contains(kind); }
-  HotKeyStatus send(const HotKeyEvent& event) const;
+  void send(KeyAction action, HotKeyId id) const;
+  KeyOutcome send(KeyAction action, const Chord& rawKey) const;
 
   void endHold(xcb_keycode_t keycode);
   /// Asks the server about the key of the last tap.
@@ -76,8 +73,8 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
   void setRawReleases(RawReleases wanted) const;
 
   enum class Grab { Taken, Refused };
-  [[nodiscard]] Grab grab(const HotKey& hotKey) const;
-  void ungrab(const HotKey& hotKey) const;
+  [[nodiscard]] Grab grab(const GrabbedKey& key) const;
+  void ungrab(const GrabbedKey& key) const;
   void keyboardChanged();
   void restoreGrabs();
 
@@ -86,10 +83,10 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
   int xkbFirstEvent = -1;  // -1 where the server lacks the extension
   int xinputOpcode = -1;
   X11Modifiers modifiers;
-  std::map<HotKeyReference, HotKey> hotKeys;
+  std::map<HotKeyReference, GrabbedKey> grabbedKeys;
   quint64 lastReference = 0;
   EventHandler eventHandler;
-  std::set<HotKeyEventKind> wantedKinds;
+  Keys listening = Keys::None;
   std::map<xcb_keycode_t, Chord> held;  // pressed, reported and not released yet
   Tap lastTap;                          // of the key that was reported last
   WorkItem restoring;

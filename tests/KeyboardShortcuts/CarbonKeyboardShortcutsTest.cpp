@@ -4,66 +4,46 @@
 namespace KeyboardShortcuts {
 namespace {
 
-using platform::Event;
-using platform::EventType;
-using platform::HotKeyEvent;
-using platform::HotKeyEventKind;
-namespace Statuses = platform::HotKeyStatuses;
+using Keys = platform::HotKeyService::Keys;
 
-/// Runs for both ways in which a system lets keys be heard under a menu.
-class CarbonTest : public ShortcutsTest, public ::testing::WithParamInterface<int> {
+class CarbonTest : public ShortcutsTest {
  protected:
-  CarbonTest() {
-    service->version = {GetParam(), 0};
-    initialize();
-  }
-
   void registerLogged(const Shortcut& shortcut) {
     CarbonKeyboardShortcuts::registerShortcut(
-        shortcut, [this](const Shortcut& pressed) { heard << pressed.carbonKeyCode(); },
+        shortcut, {u"slot"_s, u"What it does"_s},
+        [this](const Shortcut& pressed) { heard << pressed.carbonKeyCode(); },
         [this](const Shortcut& released) { heard << -released.carbonKeyCode() - 1; });
   }
-  [[nodiscard]] bool hearsRawKeys() const {
-    return GetParam() >= 14
-               ? service->runLoop.observers.size() == 1
-               : service->types == std::set{HotKeyEventKind::RawKeyDown, HotKeyEventKind::RawKeyUp};
-  }
-  /// Sends a key to the menu that is open; true if the menu got it.
-  bool typeIntoMenu(EventType type, const Shortcut& shortcut) {
-    if (GetParam() >= 14) {
-      service->runLoop.queue = {
-          Event{type, static_cast<int>(shortcut.carbonKeyCode()), shortcut.modifiers()}};
-      service->runLoop.pass();
-      return !service->runLoop.queue.empty();
-    }
-    HotKeyEvent event;
-    event.kind = type == EventType::KeyDown ? HotKeyEventKind::RawKeyDown : HotKeyEventKind::RawKeyUp;
-    event.keyCode = static_cast<quint32>(shortcut.carbonKeyCode());
-    event.modifiers = static_cast<quint32>(shortcut.carbonModifiers()) | 0x400;  // caps lock is on
-    return service->send(event) != Statuses::noError;
+  /// Sends a key to the menu that is open, while caps lock is on.
+  KeyOutcome typeIntoMenu(KeyAction action, const Shortcut& shortcut) {
+    return service->sendRaw(action, static_cast<quint32>(shortcut.carbonKeyCode()),
+                            static_cast<quint32>(shortcut.carbonModifiers()) | 0x400);
   }
 
   QList<qint64> heard;
 };
 
-INSTANTIATE_TEST_SUITE_P(Versions, CarbonTest, ::testing::Values(13, 14));
-
-TEST_P(CarbonTest, OneHandlerServesAllHotKeys) {
-  CarbonKeyboardShortcuts::updateEventHandler();
-  EXPECT_TRUE(service->types.empty());
+TEST_F(CarbonTest, OneHandlerServesAllHotKeysAndLeavesForeignOnes) {
+  CarbonKeyboardShortcuts::updateEventHandler(Keys::Grabbed);
+  EXPECT_EQ(service->listening, Keys::None);
   registerLogged(shortcutS);
   registerLogged(shortcutD);
   EXPECT_EQ(service->installations, 1);
+  EXPECT_EQ(service->live.begin()->second.name, u"slot"_s);
+  EXPECT_EQ(service->live.begin()->second.text, u"What it does"_s);
   press(shortcutS);
   press(shortcutD);
   release(shortcutD);
   EXPECT_EQ(heard, (QList<qint64>{1, 2, -3}));
+  for (const auto& foreign : {platform::HotKeyId{0x12345678, 1}, platform::HotKeyId{0x53534B53, 99}})
+    EXPECT_EQ(service->handler.onHotKey({KeyAction::Press, foreign}), KeyOutcome::Passed);
+  EXPECT_EQ(heard.size(), 3);
   CarbonKeyboardShortcuts::unregisterShortcut(Shortcut(9, 0));
   CarbonKeyboardShortcuts::unregisterShortcut(shortcutS);
   EXPECT_EQ(service->live.size(), 1U);
 }
 
-TEST_P(CarbonTest, RefusalIsLoggedAndBurnsItsId) {
+TEST_F(CarbonTest, RefusalIsLoggedAndBurnsItsId) {
   service->refusedKeyCodes = {1};
   registerLogged(shortcutS);
   registerLogged({-1, 0});
@@ -76,84 +56,60 @@ TEST_P(CarbonTest, RefusalIsLoggedAndBurnsItsId) {
   EXPECT_EQ(service->live.begin()->second.id, (platform::HotKeyId{0x53534B53, 4}));
 }
 
-TEST_P(CarbonTest, WhatFailedIsTriedAgain) {
-  service->installationStatus = -1;
+TEST_F(CarbonTest, WhatFailedIsTriedAgain) {
+  service->installs = false;
   registerLogged(shortcutS);
-  EXPECT_TRUE(service->types.empty());
-  service->installationStatus = Statuses::noError;
+  EXPECT_EQ(service->listening, Keys::None);
+  service->installs = true;
   registerLogged(shortcutD);
-  EXPECT_EQ(press(shortcutS), 0);
+  EXPECT_EQ(press(shortcutS), KeyOutcome::Taken);
   setIsEnabled(false);
   service->refusedKeyCodes = {1};
   setIsEnabled(true);
   EXPECT_EQ(log.printed.size(), 1);
-  EXPECT_EQ(press(shortcutD), 0);
+  EXPECT_EQ(press(shortcutD), KeyOutcome::Taken);
   service->refusedKeyCodes.clear();
   setIsEnabled(false);
   setIsEnabled(true);
-  EXPECT_EQ(press(shortcutS), 0);
+  EXPECT_EQ(press(shortcutS), KeyOutcome::Taken);
 }
 
-TEST_P(CarbonTest, OpenMenuIsHeardThroughRawKeys) {
+TEST_F(CarbonTest, OpenMenuIsHeardThroughRawKeys) {
+  initialize();
   registerLogged(shortcutS);
   const auto id = service->live.begin()->second.id;
   setMenuOpen(true);
   EXPECT_TRUE(service->live.empty());
-  EXPECT_FALSE(typeIntoMenu(EventType::KeyDown, shortcutS));
-  EXPECT_FALSE(typeIntoMenu(EventType::KeyUp, shortcutS));
-  EXPECT_TRUE(typeIntoMenu(EventType::KeyDown, shortcutD));
-  EXPECT_TRUE(typeIntoMenu(EventType::KeyDown, {Key::s, ModifierFlag::Option}));
+  EXPECT_EQ(typeIntoMenu(KeyAction::Press, shortcutS), KeyOutcome::Taken);
+  EXPECT_EQ(typeIntoMenu(KeyAction::Release, shortcutS), KeyOutcome::Taken);
+  EXPECT_EQ(typeIntoMenu(KeyAction::Press, shortcutD), KeyOutcome::Passed);
+  EXPECT_EQ(typeIntoMenu(KeyAction::Press, {Key::s, ModifierFlag::Option}), KeyOutcome::Passed);
   EXPECT_EQ(heard, (QList<qint64>{1, -2}));
   setMenuOpen(false);
-  EXPECT_FALSE(hearsRawKeys());
+  EXPECT_EQ(service->listening, Keys::Grabbed);
   ASSERT_EQ(service->live.size(), 1U);
   EXPECT_EQ(service->live.begin()->second.id, id);
-  EXPECT_EQ(press(shortcutS), 0);
+  EXPECT_EQ(press(shortcutS), KeyOutcome::Taken);
 }
 
-TEST_P(CarbonTest, DisabledHearsNothingWhateverMenusDo) {
+TEST_F(CarbonTest, DisabledHearsNothingWhateverMenusDo) {
+  initialize();
   registerLogged(shortcutS);
   setMenuOpen(true);
   setIsEnabled(false);
-  EXPECT_TRUE(service->live.empty() && service->types.empty());
+  EXPECT_TRUE(service->live.empty());
   setMenuOpen(false);
   setMenuOpen(true);
-  EXPECT_FALSE(hearsRawKeys());
+  EXPECT_EQ(service->listening, Keys::None);
   setIsEnabled(true);
-  EXPECT_TRUE(hearsRawKeys());
+  EXPECT_EQ(service->listening, Keys::Raw);
 }
 
-TEST_P(CarbonTest, ForeignAndDamagedEventsGoOn) {
+TEST_F(CarbonTest, TheProgramsEndGivesTheKeysBack) {
   registerLogged(shortcutS);
-  HotKeyEvent event;
-  EXPECT_EQ(service->handler(nullptr), Statuses::eventNotHandled);
-  EXPECT_EQ(service->handler(&event), Statuses::parameterNotFound);
-  for (const auto& foreign : {platform::HotKeyId{0x12345678, 1}, platform::HotKeyId{0x53534B53, 99}}) {
-    event.hotKeyId = foreign;
-    EXPECT_EQ(service->handler(&event), Statuses::eventNotHandled);
-  }
-  event.kind = HotKeyEventKind::RawKeyDown;
-  event.keyCode = 1;
-  event.modifiers.status = -50;
-  EXPECT_EQ(service->handler(&event), -50);
-  event.kind = static_cast<HotKeyEventKind>(2);
-  EXPECT_EQ(service->handler(&event), Statuses::eventNotHandled);
-  EXPECT_TRUE(heard.isEmpty());
-}
-
-TEST_F(ShortcutsTest, OtherEventsOfTheQueuePassInOrder) {
-  service->version = {14, 0};
-  initialize();
-  CarbonKeyboardShortcuts::registerShortcut(
-      shortcutS, [](const Shortcut&) {}, [](const Shortcut&) {});
-  setMenuOpen(true);
-  const Event mouse{EventType::LeftMouseDown, 0, {}};
-  const Event other{EventType::KeyDown, 0, {}};
-  const Event beyondAnyMask{static_cast<EventType>(80), 1, shortcutS.modifiers()};
-  const Event taken{EventType::KeyDown, 1, shortcutS.modifiers()};
-  service->runLoop.queue = {mouse, taken, other, beyondAnyMask, mouse};
-  service->runLoop.pass();
-  EXPECT_EQ(service->runLoop.queue, (std::deque<Event>{mouse, other, beyondAnyMask, mouse}));
+  home.restart();
+  EXPECT_TRUE(service->live.empty());
+  EXPECT_EQ(service->listening, Keys::None);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "KeyboardShortcuts/CarbonKeyboardShortcuts.h"
 #include "KeyboardShortcuts/Conflicts.h"
+#include "platform/base/Environment.h"
 #include "platform/base/Menu.h"
 #include "platform/input/KeyboardLayout.h"
 #include "platform/input/SymbolicHotKeys.h"
@@ -45,11 +46,11 @@ TEST(MenuConflict, ComparesTextAndModifiers) {
       {{Key::s, shiftCommand}, item("s", shiftCommand), true},
       {{Key::keypad5, command}, item("", command), false},
   };
-  platform::KeyboardLayout::setCurrent(std::make_shared<const LayoutOfS>());
+  platform::Environment::provide<const platform::KeyboardLayout>(std::make_shared<const LayoutOfS>());
   for (const auto& row : rows)
     EXPECT_EQ(menuItemWithMatchingShortcut(row.shortcut, Menu{{row.item}}) != nullptr, row.isTaken)
         << &row - rows;
-  platform::KeyboardLayout::setCurrent(nullptr);
+  platform::Environment::provide<const platform::KeyboardLayout>(nullptr);
   EXPECT_FALSE(menuItemWithMatchingShortcut({Key::s, command}, Menu{{item("", command)}}));
 }
 
@@ -63,31 +64,17 @@ TEST(MenuConflict, FirstHitOfTheTreeWins) {
   EXPECT_EQ(menuItemWithMatchingShortcut(f1, ownFirst), &ownFirst.items[0]);
 }
 
-QVariantMap entry(const QVariant& isEnabled, const QVariant& code, const QVariant& modifiers) {
-  QVariantMap map;
-  for (const auto& [key, value] :
-       {std::pair("kHISymbolicHotKeyEnabled", isEnabled), std::pair("kHISymbolicHotKeyCode", code),
-        std::pair("kHISymbolicHotKeyModifiers", modifiers)})
-    if (value.isValid())
-      map.insert(QString::fromLatin1(key), value);
-  return map;
-}
-
 TEST(SystemConflict, ReadsEnabledEntriesAnew) {
   EXPECT_TRUE(CarbonKeyboardShortcuts::system().isEmpty());
-  std::optional<QVariant> answer;
-  platform::setSymbolicHotKeysReader([&] { return answer; });
+  std::vector<platform::SymbolicHotKey> answer;
+  platform::Environment::provide(std::make_shared<platform::SymbolicHotKeysReader>([&] { return answer; }));
   EXPECT_TRUE(CarbonKeyboardShortcuts::system().isEmpty());
-  answer = QVariantList{
-      entry(true, 1, 2560 | 0x400), entry(false, 2, 256),     entry({}, 2, 256),   entry(1, 2, 256),
-      entry(true, {}, 256),         entry(true, u"2"_s, 256), entry(true, 2, 0.5), entry(true, 111, 0)};
+  answer = {{true, 1, 2560 | 0x400}, {false, 2, 256}, {true, 111, 0}};
   EXPECT_EQ(CarbonKeyboardShortcuts::system(), (QList<Shortcut>{Shortcut(1, 2560), Shortcut(111, 0)}));
   EXPECT_TRUE(isTakenBySystem(Shortcut(1, 2560)));
   EXPECT_FALSE(isTakenBySystem(Shortcut(1, 2048)));
   EXPECT_FALSE(isTakenBySystem(Shortcut(Key::f12, {})));
-  answer = QVariantList{entry(true, 1, 2560), 3};
-  EXPECT_TRUE(CarbonKeyboardShortcuts::system().isEmpty());
-  platform::setSymbolicHotKeysReader({});
+  platform::Environment::provide<platform::SymbolicHotKeysReader>(nullptr);
 }
 
 TEST(Disallowed, OptionOnTwoVersionsOnly) {

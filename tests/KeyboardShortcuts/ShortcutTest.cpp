@@ -1,6 +1,7 @@
 #include "KeyboardShortcuts/Shortcut.h"
 #include "KeyboardShortcuts/SpecialKey.h"
 #include "platform/base/Bundle.h"
+#include "platform/base/Environment.h"
 #include "platform/input/KeyboardLayout.h"
 
 #include <gtest/gtest.h>
@@ -55,11 +56,11 @@ class Layout : public platform::KeyboardLayout {
 
 /// How a shortcut is shown, and its key equivalent in a menu, where every key prints `text`.
 QString named(const Shortcut& shortcut, const std::optional<QString>& text, int status = 0) {
-  platform::KeyboardLayout::setCurrent(std::make_shared<const Layout>(
+  platform::Environment::provide<const platform::KeyboardLayout>(std::make_shared<const Layout>(
       text ? std::optional(Layout::Translation{status, *text}) : std::nullopt));
   const QString result =
       shortcut.presentableDescription() + u" | "_s + shortcut.nsMenuItemKeyEquivalent().value_or(u"none"_s);
-  platform::KeyboardLayout::setCurrent(nullptr);
+  platform::Environment::provide<const platform::KeyboardLayout>(nullptr);
   return result;
 }
 
@@ -86,9 +87,10 @@ TEST(ShortcutNaming, SpecialKeysDontAskTheLayout) {
   EXPECT_EQ(named({Key::f1, {}}, u"x"_s), u"F1 | \uF704"_s);
   EXPECT_EQ(named({Key::f20, {}}, u"x"_s), u"F20 | \uF717"_s);
   EXPECT_EQ(named({Key::keypad5, {}}, u"x"_s), u"5\u20E3 | none"_s);
-  platform::Bundle::setMain(std::make_shared<const platform::Bundle>(u":/sorrel"_s, QStringList{u"ko-KR"_s}));
+  platform::Environment::provide(
+      std::make_shared<const platform::Bundle>(u":/sorrel"_s, QStringList{u"ko-KR"_s}));
   EXPECT_EQ(named({Key::space, ModifierFlag::Control}, u"x"_s), u"⌃스페이스 |  "_s);
-  platform::Bundle::setMain(nullptr);
+  platform::Environment::provide<const platform::Bundle>(nullptr);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-#include "platform/base/Log.h"
 #include "platform/base/UserDefaults.h"
+#include "tests/support/LogCapture.h"
 
 #include <QDir>
 #include <QFile>
@@ -25,7 +25,7 @@ QByteArray contents(const QString& path) {
 /// whole, and what was read is there again after the next write.
 void readAndWrite(const QByteArray& bytes) {
   static const QTemporaryDir folder;
-  const platform::LogCapture quiet;
+  const testing_support::LogCapture quiet;
   const QString path = folder.filePath(QStringLiteral("defaults.json"));
   const QString aside = path + QStringLiteral(".broken1");
   QFile file(path);

@@ -22,15 +22,22 @@ ScratchHome::ScratchHome() {
   QDir().mkpath(path(QStringLiteral(".runtime")));
   QFile::setPermissions(path(QStringLiteral(".runtime")),
                         QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  environment.emplace();
 }
 
 ScratchHome::~ScratchHome() {
+  environment.reset();
   for (auto entry = saved.rbegin(); entry != saved.rend(); ++entry) {
     if (entry->second)
       qputenv(entry->first.constData(), *entry->second);
     else
       qunsetenv(entry->first.constData());
   }
+}
+
+void ScratchHome::restart() {
+  environment.reset();
+  environment.emplace();
 }
 
 QString ScratchHome::path(const QString& relative) const {

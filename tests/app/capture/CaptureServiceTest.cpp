@@ -1,10 +1,10 @@
 #include "app/capture/AppPaths.h"
 #include "app/capture/CaptureService.h"
 #include "platform/base/Locations.h"
-#include "platform/base/Log.h"
 #include "platform/base/MainQueue.h"
 #include "platform/base/Task.h"
 #include "platform/base/UserDefaults.h"
+#include "tests/support/LogCapture.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QDir>
@@ -16,14 +16,12 @@
 using namespace Qt::StringLiterals;
 using namespace sorrel;
 using namespace platform;
+using testing_support::LogCapture;
 
 namespace {
 
 class CaptureServiceTest : public testing::Test {
  protected:
-  CaptureServiceTest() { UserDefaults::resetStandard(); }
-  ~CaptureServiceTest() override { UserDefaults::resetStandard(); }
-
   /// What interactiveCaptureToFile() answered, in order.
   QList<std::optional<QUrl>> answers;
   void capture() {
@@ -35,10 +33,11 @@ class CaptureServiceTest : public testing::Test {
   QString launchError;
   /// How the capture tool was started, and a way to end it.
   QList<std::pair<Task, std::function<void()>>> runs;
-  TaskLauncherOverride launcher{[this](const Task& task, auto onTermination) {
-    runs.append({task, onTermination});
-    return launchError.isEmpty() ? std::nullopt : std::optional(launchError);
-  }};
+  const std::shared_ptr<TaskLauncher> replaced = Environment::provide(
+      std::make_shared<TaskLauncher>([this](const Task& task, auto onTermination) -> Result<> {
+        runs.append({task, onTermination});
+        return launchError.isEmpty() ? Result<>() : Error{launchError};
+      }));
   const QString plainName = u"Sorrel 2026-03-14 at 09.26.53.png"_s;
 };
 

@@ -61,8 +61,8 @@ TEST(ClipboardServiceTest, ACopyHoldsThePictureWhereThereIsOneAndAlwaysTheAddres
 TEST(ClipboardServiceTest, TheConfirmationFollowsTheCompanionFromCopyToCopy) {
   const ScratchHome home;
   const QString plain = u"clipboard.copied.plain"_s;
-  platform::Bundle::setMain(std::make_shared<platform::Bundle>(home.path(), QStringList{u"en"_s}));
-  LocalizationManager::resetShared();  // without tables, a key shows itself
+  // Without tables, a key shows itself.
+  platform::Environment::provide(std::make_shared<const platform::Bundle>(home.path(), QStringList{u"en"_s}));
   QDBusConnection companion = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"companion"_s);
   const QString identifier = QString::fromLatin1(Quillon::identifier);
 
@@ -77,9 +77,6 @@ TEST(ClipboardServiceTest, TheConfirmationFollowsTheCompanionFromCopyToCopy) {
   EXPECT_EQ(ClipboardService::copyConfirmation(), u"clipboard.copied.quillon"_s);
   ASSERT_TRUE(companion.unregisterService(identifier));
   EXPECT_EQ(ClipboardService::copyConfirmation(), plain);
-
-  platform::Bundle::setMain(nullptr);
-  LocalizationManager::resetShared();
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 #include "app/capture/AppPaths.h"
 #include "app/capture/RetentionService.h"
 #include "app/capture/ScreenshotStore.h"
-#include "platform/base/Log.h"
 #include "platform/base/MainQueue.h"
 #include "platform/base/UserDefaults.h"
 #include "tests/support/Files.h"
+#include "tests/support/LogCapture.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QDir>
@@ -17,6 +17,7 @@
 using namespace Qt::StringLiterals;
 using namespace sorrel;
 using namespace platform;
+using testing_support::LogCapture;
 
 namespace {
 
@@ -24,9 +25,6 @@ const QString daysKey = u"autoDeleteDays"_s;
 
 class ScreenshotStoreTest : public testing::Test {
  protected:
-  ScreenshotStoreTest() { UserDefaults::resetStandard(); }
-  ~ScreenshotStoreTest() override { UserDefaults::resetStandard(); }
-
   void putAged(const QString& name, double days) const {
     testing_support::setModified(home.write(u"Documents/Sorrel bottle/"_s + name),
                                  MainQueue::main().now().addMSecs(-qRound64(days * 86'400'000)));

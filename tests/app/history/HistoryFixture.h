@@ -22,15 +22,7 @@ using namespace std::chrono_literals;
 /// A home with a bottle, a clock in the test's hand, English texts.
 class HistoryFixture : public testing::Test {
  protected:
-  HistoryFixture() {
-    platform::UserDefaults::resetStandard();
-    sorrel::LocalizationManager::resetShared();
-    sorrel::LocalizationManager::shared().setLanguage(sorrel::AppLanguage::en);
-  }
-  ~HistoryFixture() override {
-    sorrel::LocalizationManager::resetShared();
-    platform::UserDefaults::resetStandard();
-  }
+  HistoryFixture() { sorrel::LocalizationManager::shared().setLanguage(sorrel::AppLanguage::en); }
 
   /// Puts a picture of one colour into the bottle, so many minutes old.
   void put(const QString& name, int minutesOld, const QColor& color = Qt::red) {

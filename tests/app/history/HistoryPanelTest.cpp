@@ -22,7 +22,7 @@ class HistoryPanelTest : public HistoryFixture {
  protected:
   HistoryPanelTest() {
     model = HistoryViewModel::create();
-    controller = HistoryPanelController::create(model, loader);
+    controller = std::make_unique<HistoryPanelController>(model, loader);
   }
   void loseKey() {
     QEvent lost(QEvent::WindowDeactivate);
@@ -34,7 +34,7 @@ class HistoryPanelTest : public HistoryFixture {
   }
 
   ThumbnailLoader loader;
-  std::shared_ptr<HistoryPanelController> controller;
+  std::unique_ptr<HistoryPanelController> controller;
 };
 
 TEST_F(HistoryPanelTest, TheLockDecidesWhenTheKeyboardIsLost) {

@@ -78,7 +78,7 @@ TEST_F(HistoryViewModelTest, TheLockLastsAcrossLaunches) {
   EXPECT_FALSE(model->isLocked);
   for (const bool isLocked : {true, false}) {
     model->isLocked = isLocked;
-    platform::UserDefaults::resetStandard();
+    home.restart();
     EXPECT_EQ(HistoryViewModel::create()->isLocked, isLocked);
   }
 }

@@ -21,20 +21,14 @@ const QString languageKey = u"appLanguage"_s;
 class LocalizationManagerTest : public testing::Test {
  protected:
   LocalizationManagerTest() { startWith(u":/sorrel"_s, {u"en-GB"_s}); }
-  ~LocalizationManagerTest() override {
-    Bundle::setMain(nullptr);
-    UserDefaults::resetStandard();
-    LocalizationManager::resetShared();
-  }
 
   /// As at a start of the program with these resources and this desktop's languages.
-  static void startWith(const QString& resources, const QStringList& languages) {
-    Bundle::setMain(std::make_shared<const Bundle>(resources, languages));
-    UserDefaults::resetStandard();
-    LocalizationManager::resetShared();
+  void startWith(const QString& resources, const QStringList& languages) {
+    home.restart();
+    platform::Environment::provide(std::make_shared<const Bundle>(resources, languages));
   }
 
-  const testing_support::ScratchHome home;
+  testing_support::ScratchHome home;
 };
 
 TEST_F(LocalizationManagerTest, followsTheSystemUntilTheUserChooses) {
@@ -68,7 +62,7 @@ TEST_F(LocalizationManagerTest, anUnknownStoredLanguageIsTheSystemsAndStaysStore
   UserDefaults::standard().set(languageKey, 7);
   EXPECT_EQ(LocalizationManager::shared().language(), AppLanguage::system);
   UserDefaults::standard().set(languageKey, u"de"_s);
-  LocalizationManager::resetShared();
+  startWith(u":/sorrel"_s, {u"en-GB"_s});
   EXPECT_EQ(LocalizationManager::shared().language(), AppLanguage::system);
   EXPECT_EQ(UserDefaults::standard().string(languageKey), u"de"_s);
   LocalizationManager::shared().setLanguage(AppLanguage::system);

@@ -1,6 +1,6 @@
 #include "app/settings/WatermarkPresets.h"
-#include "platform/base/Log.h"
 #include "tests/support/Files.h"
+#include "tests/support/LogCapture.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QDateTime>
@@ -77,7 +77,7 @@ TEST_F(WatermarkPresetsTest, addingCopiesUnderAFreeName) {
 }
 
 TEST_F(WatermarkPresetsTest, aFailedCopyIsLogged) {
-  platform::LogCapture log;
+  testing_support::LogCapture log;
   EXPECT_FALSE(WatermarkPresets::add(QUrl::fromLocalFile(home.path(QStringLiteral("missing.png")))));
   EXPECT_FALSE(WatermarkPresets::add(QUrl::fromLocalFile(home.path())));
   QDir(home.path(QStringLiteral(".local/share/Sorrel"))).removeRecursively();
@@ -93,7 +93,7 @@ TEST_F(WatermarkPresetsTest, aFailedCopyIsLogged) {
 
 TEST_F(WatermarkPresetsTest, removingDeletesAtOnceAndFailsSilently) {
   put(QStringLiteral("logo.png"), 0);
-  const platform::LogCapture log;
+  const testing_support::LogCapture log;
   WatermarkPresets::remove(WatermarkPresets::all().front());
   EXPECT_FALSE(QFile::exists(folder() + QStringLiteral("/logo.png")));
   WatermarkPresets::remove(QUrl::fromLocalFile(folder() + QStringLiteral("/logo.png")));

@@ -4,11 +4,11 @@
 #include "app/settings/LocalizationManager.h"
 #include "app/shell/AppDelegate.h"
 #include "app/shell/ShortcutNames.h"
-#include "platform/base/Log.h"
 #include "platform/base/Task.h"
 #include "platform/base/UserDefaults.h"
 #include "tests/support/Files.h"
 #include "tests/support/HotKeyServiceDouble.h"
+#include "tests/support/LogCapture.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QFile>
@@ -19,6 +19,7 @@
 using namespace Qt::StringLiterals;
 using namespace sorrel;
 using namespace platform;
+using testing_support::LogCapture;
 using namespace std::chrono_literals;
 using KeyboardShortcuts::Key;
 
@@ -41,34 +42,22 @@ class UpdaterDouble : public Updater {
 class AppDelegateTest : public testing::Test {
  protected:
   AppDelegateTest() {
-    UserDefaults::resetStandard();
-    LocalizationManager::resetShared();
-    KeyboardShortcuts::resetStatics();
-    HotKeyService::setCurrent(service);
+    Environment::provide<HotKeyService>(service);
+    Environment::provide(
+        std::make_shared<TaskLauncher>([this](const Task& task, auto onTermination) -> Result<> {
+          if (task.executable.endsWith(u"/screencapture"_s))
+            tools.append({task, onTermination});
+          return {};
+        }));
     windows.openEditor = [this](const QUrl& url) { calls << u"edit "_s + url.fileName(); };
     windows.openSettings = [this] { calls << u"settings"_s; };
   }
 
-  ~AppDelegateTest() override {
-    delegate.reset();
-    KeyboardShortcuts::resetStatics();
-    HotKeyService::setCurrent(nullptr);
-    LocalizationManager::resetShared();
-    UserDefaults::resetStandard();
-  }
-
   void launch() {
-    delegate = std::make_shared<AppDelegate>(windows, std::make_unique<UpdaterDouble>(calls),
+    delegate = std::make_unique<AppDelegate>(windows, std::make_unique<UpdaterDouble>(calls),
                                              [this] { calls << u"terminate"_s; });
     historyToken = delegate->history().observe([this] { calls << u"list"_s; });
     delegate->applicationDidFinishLaunching();
-    storeDefaults();
-  }
-  static void storeDefaults() {
-    // The names are declared once in a process, and so their defaults stored; a later test's home lacks them.
-    for (const auto* name : {&ShortcutNames::captureNormal(), &ShortcutNames::captureFeature(),
-                             &ShortcutNames::captureClipboard(), &ShortcutNames::openHistory()})
-      name->setShortcut(name->defaultShortcut());
   }
   /// What has happened since the last question: calls in their order, then whether the panel came or went.
   QString taken() {
@@ -90,23 +79,18 @@ class AppDelegateTest : public testing::Test {
   }
 
   static constexpr quint32 altShift = 0x800 | 0x200;
+  std::shared_ptr<testing_support::HotKeyServiceDouble> service =
+      std::make_shared<testing_support::HotKeyServiceDouble>();
   testing_support::ScratchHome home;
   const QString bottle = home.path(u"Documents/Sorrel bottle"_s);
   ManualClock clock{QDateTime(QDate(2026, 3, 14), QTime(12, 0), Qt::UTC)};
-  std::shared_ptr<testing_support::HotKeyServiceDouble> service =
-      std::make_shared<testing_support::HotKeyServiceDouble>();
   LogCapture log;
   QStringList calls;
   bool wasOpen = false;
   platform::Subscription historyToken;
   QList<std::pair<Task, std::function<void()>>> tools;
-  TaskLauncherOverride launcher{[this](const Task& task, auto onTermination) -> std::optional<QString> {
-    if (task.executable.endsWith(u"/screencapture"_s))
-      tools.append({task, onTermination});
-    return std::nullopt;
-  }};
   AppDelegate::Windows windows;
-  std::shared_ptr<AppDelegate> delegate;
+  std::unique_ptr<AppDelegate> delegate;
 };
 
 TEST_F(AppDelegateTest, LaunchMakesTheFolderAndShowsWhatIsInIt) {
@@ -170,6 +154,10 @@ TEST_F(AppDelegateTest, EachHotKeyHasItsAction) {
   ShortcutNames::openHistory().setShortcut(std::nullopt);
   press(Key::f);
   EXPECT_EQ(taken(), QString());
+  press(Key::d);
+  delegate.reset();
+  taken();
+  EXPECT_EQ(captured(Key::d, true), QString()) << "what ends after the coordinator did";
 }
 
 TEST_F(AppDelegateTest, EachNotificationHasItsAction) {
@@ -249,9 +237,8 @@ TEST_F(AppDelegateTest, TheMenuSpeaksTheChosenLanguageAndDoesWhatItSays) {
 
 TEST_F(AppDelegateTest, WhatDoesNotExistYetCannotBeChosen) {
   windows = {};
-  delegate = std::make_shared<AppDelegate>(windows, nullptr, [] {});
+  delegate = std::make_unique<AppDelegate>(windows, nullptr, [] {});
   delegate->applicationDidFinishLaunching();
-  storeDefaults();
   QString enabled;
   for (const MenuItem& item : delegate->contextMenu().items)
     enabled += item.isSeparator ? u'|' : item.isEnabled ? u'+' : u'-';

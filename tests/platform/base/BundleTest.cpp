@@ -35,10 +35,9 @@ TEST(BundleTest, whatIsMissingOrBrokenGivesTheFallBack) {
   EXPECT_EQ(Bundle::withPath(home.path(u"fr.lproj"_s)), nullptr);
   EXPECT_EQ(Bundle::withPath(home.path(u"ko.lproj/Localizable.qm"_s)), nullptr) << "not a folder";
 
-  Bundle::setMain(std::make_shared<const Bundle>(home.path(), QStringList{u"ko"_s}));
+  platform::Environment::provide(std::make_shared<const Bundle>(home.path(), QStringList{u"ko"_s}));
   for (const QString& folder : {home.path(), home.path(u"ko.lproj"_s), home.path(u"en.lproj"_s)})
     EXPECT_EQ(Bundle::withPath(folder)->localizedString(u"menu.quit"_s, u"fall-back"_s), u"fall-back"_s);
-  Bundle::setMain(nullptr);
 }
 
 }  // namespace

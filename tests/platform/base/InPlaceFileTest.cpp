@@ -1,8 +1,8 @@
 #include "platform/base/FilePath.h"
 #include "platform/base/InPlaceFile.h"
-#include "platform/base/Log.h"
 #include "platform/base/SavingCopy.h"
 #include "tests/support/Files.h"
+#include "tests/support/LogCapture.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QDir>
@@ -22,6 +22,7 @@
 
 using namespace platform;
 using testing_support::contentsOf;
+using testing_support::LogCapture;
 using testing_support::ScratchHome;
 
 namespace {

@@ -1,7 +1,7 @@
-#include "platform/base/Log.h"
 #include "platform/base/MainQueue.h"
 #include "platform/base/UserDefaults.h"
 #include "tests/support/Files.h"
+#include "tests/support/LogCapture.h"
 #include "tests/support/ScratchHome.h"
 #include "tests/support/Waiting.h"
 
@@ -14,9 +14,9 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-using platform::LogCapture;
 using platform::UserDefaults;
 using testing_support::contentsOf;
+using testing_support::LogCapture;
 using testing_support::until;
 using testing_support::writeFile;
 

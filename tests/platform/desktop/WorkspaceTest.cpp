@@ -1,3 +1,4 @@
+#include "platform/base/Environment.h"
 #include "platform/base/Task.h"
 #include "platform/desktop/Workspace.h"
 #include "tests/support/Files.h"
@@ -20,10 +21,11 @@ class WorkspaceTest : public testing::Test {
   const QString directoryFile = folder + u"/.directory"_s;
   const QString icons = home.path(u".local/share/Sorrel/folder-icons/"_s);
   QList<QStringList> gioCalls;
-  TaskLauncherOverride launcher{[this](const Task& task, auto) -> std::optional<QString> {
-    gioCalls << task.arguments;
-    return std::nullopt;
-  }};
+  const std::shared_ptr<TaskLauncher> replaced =
+      Environment::provide(std::make_shared<TaskLauncher>([this](const Task& task, auto) -> Result<> {
+        gioCalls << task.arguments;
+        return {};
+      }));
 };
 
 TEST_F(WorkspaceTest, AFolderGetsItsIconOnceAndKeepsItsOtherEntries) {

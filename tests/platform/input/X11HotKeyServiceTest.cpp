@@ -6,7 +6,6 @@
 #include <QMenu>
 #include <QThread>
 
-#include <array>
 #include <linux/input-event-codes.h>
 
 namespace platform {
@@ -16,34 +15,32 @@ using namespace Qt::StringLiterals;
 using testing_support::EventLog;
 using testing_support::setLayout;
 using testing_support::until;
+using Keys = HotKeyService::Keys;
 
 constexpr quint32 optionShift = 0x800 | 0x200;
 constexpr int x11OptionShift = XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT;
-constexpr std::array hotKeyTypes{EventTypeSpec{keyboardEventClass, HotKeyEventKind::HotKeyPressed},
-                                 EventTypeSpec{keyboardEventClass, HotKeyEventKind::HotKeyReleased}};
-constexpr std::array rawKeyTypes{EventTypeSpec{keyboardEventClass, HotKeyEventKind::RawKeyDown},
-                                 EventTypeSpec{keyboardEventClass, HotKeyEventKind::RawKeyUp}};
 
 class X11HotKeyServiceTest : public ::testing::Test {
  protected:
   X11HotKeyServiceTest() {
-    handler =
-        *service.installEventHandler([this](const HotKeyEvent* event) { return heard(*event); }).reference;
-    service.addEventTypes(handler, hotKeyTypes);
+    const auto onHotKey = [this](const HotKeyEvent& event) {
+      return heard(event.action, QString::number(event.id.id));
+    };
+    const auto onRawKey = [this](const RawKeyEvent& event) {
+      const bool isOurs = event.keyCode == KeyCode::s && event.modifiers == optionShift;
+      return isOurs ? heard(event.action, u"raw"_s) : KeyOutcome::Passed;
+    };
+    EXPECT_TRUE(service.installEventHandler({onHotKey, onRawKey}));
+    service.listen(Keys::Grabbed);
   }
   ~X11HotKeyServiceTest() override { setLayout(u"us"_s); }
 
-  HotKeyStatus heard(const HotKeyEvent& event) {
-    const bool isPress =
-        event.kind == HotKeyEventKind::HotKeyPressed || event.kind == HotKeyEventKind::RawKeyDown;
-    const bool isRaw = event.kind == HotKeyEventKind::RawKeyDown || event.kind == HotKeyEventKind::RawKeyUp;
-    if (isRaw && (event.keyCode.value != KeyCode::s || event.modifiers.value != optionShift))
-      return HotKeyStatuses::eventNotHandled;
-    events += isPress ? u'+' : u'-';
-    events += isRaw ? u"raw"_s : QString::number(event.hotKeyId.value.id);
-    if (isPress && onPress)
+  KeyOutcome heard(KeyAction action, const QString& who) {
+    events += action == KeyAction::Press ? u'+' : u'-';
+    events += who;
+    if (action == KeyAction::Press && onPress)
       onPress();
-    return HotKeyStatuses::noError;
+    return KeyOutcome::Taken;
   }
   /// Modifiers down around `keys`.
   void chord(const std::function<void()>& keys) {
@@ -58,12 +55,11 @@ class X11HotKeyServiceTest : public ::testing::Test {
     log.settle();
   }
   QString taken() { return std::exchange(events, {}); }
-  HotKeyService::Registration add(quint32 keyCode, quint32 id = 1, quint32 modifiers = optionShift) {
-    return service.registerHotKey(keyCode, modifiers, {0x53534B53, id});
+  Result<HotKeyReference> add(quint32 keyCode, quint32 id = 1, quint32 modifiers = optionShift) {
+    return service.registerHotKey({keyCode, modifiers, {0x53534B53, id}, {}, {}});
   }
 
   X11HotKeyService service{x11Connection()};
-  EventHandlerReference handler{};
   EventLog log;
   testing_support::XTestInput hand{testing_support::privateDisplay()};
   testing_support::Screen other{testing_support::privateDisplay()};
@@ -73,8 +69,8 @@ class X11HotKeyServiceTest : public ::testing::Test {
 };
 
 TEST_F(X11HotKeyServiceTest, LocksDontMatterOtherModifiersDo) {
-  add(KeyCode::s);
-  add(KeyCode::d, 2);
+  EXPECT_TRUE(add(KeyCode::s));
+  EXPECT_TRUE(add(KeyCode::d, 2));
   for (const int lock : {KEY_CAPSLOCK, KEY_NUMLOCK, KEY_CAPSLOCK, KEY_NUMLOCK}) {
     tapChord(KEY_S);
     EXPECT_EQ(taken(), once);
@@ -92,9 +88,9 @@ TEST_F(X11HotKeyServiceTest, LocksDontMatterOtherModifiersDo) {
 }
 
 TEST_F(X11HotKeyServiceTest, EveryModifierHasItsKey) {
-  add(KeyCode::f5, 1, 0x100);
-  add(KeyCode::f5, 2, 0x1000);
-  add(KeyCode::f5, 3, 0);
+  EXPECT_TRUE(add(KeyCode::f5, 1, 0x100));
+  EXPECT_TRUE(add(KeyCode::f5, 2, 0x1000));
+  EXPECT_TRUE(add(KeyCode::f5, 3, 0));
   for (const int modifier : {KEY_LEFTMETA, KEY_LEFTCTRL}) {
     hand.pressKey(modifier);
     hand.tapKey(KEY_F5);
@@ -110,22 +106,22 @@ TEST_F(X11HotKeyServiceTest, ImpossibleAndTakenHotKeysAreRefusedWhole) {
        {std::pair(int{KeyCode::s}, 0x20000U | 0x800U), std::pair(int{KeyCode::function}, optionShift),
         std::pair(500, optionShift), std::pair(-1, optionShift)}) {
     const auto result = add(static_cast<quint32>(code), 1, modifiers);
-    EXPECT_EQ(result.status, HotKeyStatuses::invalidHotKey);
-    EXPECT_FALSE(result.reference);
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error().number, HotKeyStatuses::invalidHotKey);
   }
   testing_support::Screen third(testing_support::privateDisplay());
   ASSERT_TRUE(third.grabKey(KEY_S, x11OptionShift | XCB_MOD_MASK_LOCK));
-  EXPECT_EQ(add(KeyCode::s).status, HotKeyStatuses::hotKeyExists);
+  EXPECT_EQ(add(KeyCode::s).error().number, HotKeyStatuses::hotKeyExists);
   for (const int locks : {0, int{XCB_MOD_MASK_2}})
     EXPECT_FALSE(other.isKeyGrabbed(KEY_S, x11OptionShift | locks)) << "no variant stays behind";
-  EXPECT_EQ(add(KeyCode::d).status, HotKeyStatuses::noError);
-  EXPECT_EQ(add(KeyCode::d).status, HotKeyStatuses::hotKeyExists);
+  EXPECT_TRUE(add(KeyCode::d));
+  EXPECT_EQ(add(KeyCode::d).error().number, HotKeyStatuses::hotKeyExists);
   tapChord(KEY_D);
   EXPECT_EQ(taken(), once);
 }
 
 TEST_F(X11HotKeyServiceTest, HeldKeyIsOnePressAndOneRelease) {
-  add(KeyCode::s);
+  EXPECT_TRUE(add(KeyCode::s));
   chord([&] {
     hand.pressKey(KEY_S);
     until("the server repeats the key", [&] { return log.presses(KEY_S) >= 5; });
@@ -141,7 +137,7 @@ TEST_F(X11HotKeyServiceTest, HeldKeyIsOnePressAndOneRelease) {
 }
 
 TEST_F(X11HotKeyServiceTest, HandlerFindsTheKeyboardFree) {
-  add(KeyCode::s);
+  EXPECT_TRUE(add(KeyCode::s));
   bool isFreeAtPress = false;
   onPress = [&] { isFreeAtPress = other.grabKeyboard(); };
   chord([&] {
@@ -161,8 +157,8 @@ TEST_F(X11HotKeyServiceTest, HandlerFindsTheKeyboardFree) {
 }
 
 TEST_F(X11HotKeyServiceTest, BusyProgramMissesNothing) {
-  add(KeyCode::s);
-  add(KeyCode::d, 2);
+  EXPECT_TRUE(add(KeyCode::s));
+  EXPECT_TRUE(add(KeyCode::d, 2));
   chord([&] {
     hand.tapKey(KEY_S);
     hand.tapKey(KEY_D);
@@ -196,7 +192,7 @@ TEST_F(X11HotKeyServiceTest, OnlyItsKeysWakeTheProgramAndNoneOnceGivenUp) {
     hand.tapKey(KEY_A);
   log.settle();
   EXPECT_EQ(log.total, 0);
-  service.unregisterHotKey(*registration.reference);
+  service.unregisterHotKey(*registration);
   tapChord(KEY_S);
   EXPECT_EQ(taken(), QString());
   for (const int locks : {0, 2, 16, 18})
@@ -204,7 +200,7 @@ TEST_F(X11HotKeyServiceTest, OnlyItsKeysWakeTheProgramAndNoneOnceGivenUp) {
 }
 
 TEST_F(X11HotKeyServiceTest, AnotherLayoutInUseDoesntMatter) {
-  add(KeyCode::y);
+  EXPECT_TRUE(add(KeyCode::y));
   setLayout(u"us,ru"_s);
   other.lockGroup(1);
   log.settle();
@@ -213,7 +209,7 @@ TEST_F(X11HotKeyServiceTest, AnotherLayoutInUseDoesntMatter) {
 }
 
 TEST_F(X11HotKeyServiceTest, MovedNumLockIsFollowed) {
-  add(KeyCode::s);
+  EXPECT_TRUE(add(KeyCode::s));
   constexpr size_t mod2 = 4, mod3 = 5;
   other.exchangeModifiers(mod2, mod3);
   until("there is a grab with the new lock bit",
@@ -232,8 +228,7 @@ class X11MenuTest : public X11HotKeyServiceTest {
     menu.addAction(u"Two"_s);
     menu.popup({0, 0});
     until("the menu has the keyboard", [&] { return other.isKeyboardGrabbed(); });
-    service.removeEventTypes(handler, hotKeyTypes);
-    service.addEventTypes(handler, rawKeyTypes);
+    service.listen(Keys::Raw);
   }
 
   QMenu menu;
@@ -259,9 +254,8 @@ TEST_F(X11MenuTest, ChordFiresAndTheMenuStays) {
 TEST_F(X11MenuTest, KeyHeldAcrossTheMenusEndCountsOnce) {
   onPress = [&] {
     menu.close();
-    service.removeEventTypes(handler, rawKeyTypes);
-    service.addEventTypes(handler, hotKeyTypes);
-    add(KeyCode::s);
+    service.listen(Keys::Grabbed);
+    EXPECT_TRUE(add(KeyCode::s));
   };
   chord([&] {
     hand.pressKey(KEY_S);
@@ -274,9 +268,9 @@ TEST_F(X11MenuTest, KeyHeldAcrossTheMenusEndCountsOnce) {
 }
 
 TEST(HotKeyService, RefusesWhereThereIsNone) {
-  EXPECT_NE(HotKeyService::current().registerHotKey(KeyCode::s, 0, {}).status, HotKeyStatuses::noError);
-  const auto service = HotKeyService::forDesktop();
-  EXPECT_EQ(service->registerHotKey(KeyCode::s, optionShift, {}).status, HotKeyStatuses::noError);
+  const HotKey hotKey{KeyCode::s, optionShift, {}, {}, {}};
+  EXPECT_FALSE(HotKeyService::current().registerHotKey(hotKey));
+  EXPECT_TRUE(HotKeyService::forDesktop()->registerHotKey(hotKey));
 }
 
 }  // namespace

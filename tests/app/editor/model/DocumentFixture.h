@@ -18,9 +18,6 @@ class DocumentFixture : public testing::Test {
  protected:
   using EditorModel = sorrel::EditorModel;
 
-  DocumentFixture() { platform::UserDefaults::resetStandard(); }
-  ~DocumentFixture() override { platform::UserDefaults::resetStandard(); }
-
   /// A document that was opened from a PNG file of these pixels.
   [[nodiscard]] std::unique_ptr<EditorModel> open(const QImage& picture,
                                                   const QString& name = QStringLiteral("picture.png")) const {

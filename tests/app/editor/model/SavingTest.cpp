@@ -1,6 +1,6 @@
-#include "platform/base/Log.h"
 #include "tests/app/editor/model/DocumentFixture.h"
 #include "tests/support/Files.h"
+#include "tests/support/LogCapture.h"
 
 #include <QDir>
 
@@ -82,7 +82,7 @@ TEST_F(SavingTest, aFullDiskLeavesTheFileWholeAndIsLogged) {
   const QByteArray before = contentsOf(path);
   model->setLogo(noise({400, 400}));  // what is to be saved is larger than what is there
   model->textWM.change([](auto& text) { text.text = QStringLiteral("text"); });
-  platform::LogCapture log;
+  testing_support::LogCapture log;
   {
     const FileSizeLimit limit(rlim_t(before.size()));
     EXPECT_FALSE(model->save());
@@ -100,7 +100,7 @@ TEST_F(SavingTest, whatHasTakenTheFilesNameIsLeftAlone) {
   const QString path = model->fileURL.toLocalFile();
   QFile::remove(path);
   QDir().mkdir(path);
-  platform::LogCapture log;
+  testing_support::LogCapture log;
   EXPECT_TRUE(model->save());
   EXPECT_EQ(log.logged.size(), 1);
   EXPECT_TRUE(QFileInfo(path).isDir());
