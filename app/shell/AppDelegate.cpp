@@ -101,6 +101,10 @@ void AppDelegate::registerObservers() {
   // The settings' file may be edited by hand, too.
   subscriptions.push_back(
       platform::UserDefaults::standard().observe(SettingsKeys::storageDirectory, [this] { refresh(); }));
+  subscriptions.push_back(platform::UserDefaults::standard().observe([](const QString&) {
+    using namespace ShortcutNames;
+    KeyboardShortcuts::enable({captureNormal(), captureFeature(), captureClipboard(), openHistory()});
+  }));
   subscriptions.push_back(LocalizationManager::shared().observe([this] {
     item->setToolTip(SorrelIcon::toolTip(shownCount));
     item->menuChanged();

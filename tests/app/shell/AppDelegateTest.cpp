@@ -151,8 +151,15 @@ TEST_F(AppDelegateTest, EachHotKeyHasItsAction) {
   EXPECT_EQ(taken(), u"list|opened"_s);
   delegate->applicationShouldHandleReopen();
   EXPECT_EQ(taken(), QString());
-  ShortcutNames::openHistory().setShortcut(std::nullopt);
+  UserDefaults::standard().set(
+      u"KeyboardShortcuts_openHistory"_s,
+      KeyboardShortcuts::Shortcut(Key::g, ModifierFlag::Option | ModifierFlag::Shift).encoded());
   press(Key::f);
+  EXPECT_EQ(taken(), QString());
+  press(Key::g);
+  EXPECT_EQ(taken(), u"closed"_s) << "the settings' file was edited by hand";
+  ShortcutNames::openHistory().setShortcut(std::nullopt);
+  press(Key::g);
   EXPECT_EQ(taken(), QString());
   press(Key::d);
   delegate.reset();
