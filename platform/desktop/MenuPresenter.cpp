@@ -3,8 +3,12 @@
 #include "platform/base/NotificationCenter.h"
 
 #include <QAction>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace platform {
 namespace {
@@ -52,21 +56,20 @@ class KeyEquivalents : public QObject {
   }
 };
 
-}  // namespace
-
-MenuPresenter::~MenuPresenter() {
-  delete open;
+/// The toolkit cuts a menu short whose place is below the part of the screen that the bars leave free.
+QPoint aboveBars(const QPoint& place) {
+  const QScreen* const screen = QGuiApplication::screenAt(place);
+  return screen ? QPoint(place.x(), std::min(place.y(), screen->availableGeometry().bottom())) : place;
 }
 
-void MenuPresenter::fill(QMenu& target, const std::shared_ptr<const Menu>& menu) {
-  target.clear();
-  for (const MenuItem& item : menu->items) {
+void fill(QMenu& target, const Menu& menu) {
+  for (const MenuItem& item : menu.items) {
     if (item.isSeparator) {
       target.addSeparator();
       continue;
     }
     if (item.submenu) {
-      fill(*target.addMenu(item.title), item.submenu);
+      fill(*target.addMenu(item.title), *item.submenu);
       continue;
     }
     // A title is text to be shown, not a place for the toolkit's mnemonic mark.
@@ -82,17 +85,23 @@ void MenuPresenter::fill(QMenu& target, const std::shared_ptr<const Menu>& menu)
   }
 }
 
+}  // namespace
+
+MenuPresenter::~MenuPresenter() {
+  delete open;
+}
+
 void MenuPresenter::popUp(const std::shared_ptr<const Menu>& menu, const QPoint& position) {
   cancelTracking();
   open = new QMenu;
-  fill(*open, menu);
+  fill(*open, *menu);
   new KeyEquivalents(open);
   QObject::connect(open, &QMenu::aboutToHide, open, [menu = open.data()] {
     post(menuDidEndTrackingNotification);
     menu->deleteLater();  // not at once: the chosen row's action has yet to run
   });
   post(menuDidBeginTrackingNotification);
-  open->popup(position);
+  open->popup(aboveBars(position));
 }
 
 void MenuPresenter::cancelTracking() {

@@ -29,9 +29,6 @@ class MenuPresenter {
   /// Closes the menu if one is open; nothing in it is chosen.
   void cancelTracking();
 
-  /// Fills a menu of the toolkit's with the rows of `menu`, in place of what was in it.
-  static void fill(QMenu& target, const std::shared_ptr<const Menu>& menu);
-
  private:
   QPointer<QMenu> open;
 };
