@@ -84,13 +84,7 @@ double savePlainly(const EditorModel& model, const QImage& logo, const QString& 
   const double scale = width / model.displaySize->width();
   const double oneGaussian = bench::plainGaussianSeconds(base, width * 0.014);
   const QImage blurred = platform::gaussianBlur(base, width * 0.014);
-  const auto place = [&](const QPointF& point) {
-    return QPointF(scale * point.x(), base.height() - scale * point.y());
-  };
-  const auto line = [&](QList<QPointF> points) {
-    std::transform(points.begin(), points.end(), points.begin(), place);
-    return points;
-  };
+  const auto place = [&](const QPointF& point) { return scale * point; };
   int gaussians = 0;
   const double rest = secondsOf([&] {
     platform::DrawingSurface surface(base);
@@ -99,16 +93,16 @@ double savePlainly(const EditorModel& model, const QImage& logo, const QString& 
       gaussians += isGaussian ? 1 : 0;
       const QImage whole = isGaussian ? blurred : bench::plainlyPixellated(base, width * 0.023);
       if (const auto* stroke = std::get_if<sorrel::BlurRegion::Stroke>(&region.kind)) {
-        surface.replace(platform::RoundLine{line(stroke->points), scale * stroke->width}, whole, {0, 0});
+        surface.replace(platform::RoundLine{stroke->points, stroke->width, scale}, whole, {0, 0});
       } else {
         const auto& area = std::get<QRectF>(region.kind);
-        surface.replace({place(area.bottomLeft()), scale * area.size()}, whole, {0, 0});
+        surface.replace(QRectF(place(area.topLeft()), scale * area.size()), whole, {0, 0});
       }
     }
     for (const auto& stroke : model.strokes.get())
-      surface.draw(platform::RoundLine{line(stroke.points), scale * stroke.width}, Qt::red);
+      surface.draw({{platform::RoundLine{stroke.points, stroke.width, scale}, Qt::red}});
     surface.draw(logo, {place(model.logoWM.get()->center), scale * model.logoDisplaySize()});
-    surface.draw(platform::TextBlock(model.textWM->text, model.textWM->style(scale)),
+    surface.draw(platform::TextBlock(model.textWM->text, model.textWM->style(scale, QString())),
                  place(model.textWM->center));
     if (!surface.finish().save(path))
       std::abort();

@@ -1,13 +1,21 @@
 #include "app/editor/model/EditorModel.h"
 
+#include "app/editor/model/Painting.h"
 #include "app/settings/SettingsKeys.h"
 #include "platform/base/FilePath.h"
 #include "platform/imaging/codecs/ImageDecoder.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace sorrel {
+namespace {
+
+/// Null for no pixels.
+QImage reduced(const QImage& picture, const QSize& size) {
+  if (size.width() >= 0.999 * picture.width())
+    return picture;
+  return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+}  // namespace
 
 std::unique_ptr<EditorModel> EditorModel::open(const QUrl& fileURL) {
   // Asked for before reading: a file that comes in between must not pass for the one that was read.
@@ -25,7 +33,7 @@ EditorModel::EditorModel(const QUrl& url, qint64 byteCount, const platform::File
     : fileURL(url), originalByteCount(byteCount), openedFile(file) {
   baseImage = decoded;
   imagePixelSize = decoded.size();
-  displaySize = fitted(decoded.size());
+  displaySize = Document::fitted(decoded.size());
   textWM = TextWatermark::initial(displaySize);
   const auto& defaults = platform::UserDefaults::standard();
   if (defaults.value(SettingsKeys::rememberWatermarkText))
@@ -37,55 +45,56 @@ platform::Subscription EditorModel::observe(std::function<void()> observer) {
   return observers.add(std::move(observer));
 }
 
-QSizeF EditorModel::fitted(const QSize& pixels) {
-  const double fit = std::min({1000.0 / pixels.width(), 640.0 / pixels.height(), 1.0});
-  return {std::round(pixels.width() * fit), std::round(pixels.height() * fit)};
+platform::Subscription EditorModel::observe(std::function<void(Field)> observer) {
+  return observers.add(std::move(observer));
 }
 
-double EditorModel::outputScale() const {
-  return imagePixelSize->width() / displaySize->width();
+platform::Subscription EditorModel::observeRepainting(std::function<void(Field, const QRectF&)> observer) {
+  return repainting.add(std::move(observer));
 }
 
-QPointF EditorModel::inOutput(const QPointF& point, double scale) const {
-  return {scale * point.x(), imagePixelSize->height() - scale * point.y()};
+void EditorModel::tellRepainting(Field field, const QRectF& rectangle) const {
+  if (!rectangle.isEmpty())
+    repainting.tell(field, rectangle);
 }
 
-QList<QPointF> EditorModel::inOutput(const QList<QPointF>& points, double scale) const {
-  QList<QPointF> output;
-  output.reserve(points.size());
-  for (const QPointF& point : points)
-    output.append(inOutput(point, scale));
-  return output;
+Document EditorModel::document() const {
+  return {baseImage, imagePixelSize, displaySize, strokes, blurRegions, textWM, logoWM, undoStack};
 }
 
-void EditorModel::undoLast() {
-  if (undoStack->isEmpty())
-    return;
-  const EditAction last = undoStack->last();
-  undoStack.change([](auto& entries) { entries.removeLast(); });
-  switch (last) {
-    case EditAction::pen:
-      if (!strokes->isEmpty())
-        strokes.change([](auto& committed) { committed.removeLast(); });
-      break;
-    case EditAction::blur:
-      if (!blurRegions->isEmpty())
-        blurRegions.change([](auto& regions) { regions.removeLast(); });
-      break;
-    case EditAction::crop:
-      restoreCrop();
-      break;
-  }
+QString EditorModel::fontFamily() const {
+  return platform::UserDefaults::standard().value(SettingsKeys::watermarkFontFamily);
+}
+
+/// Within a thousandth the base image itself serves: scaling would only soften it.
+QImage EditorModel::processed(BlurStyle style) {
+  const QSize size = displaySize->toSize();
+  if (atDisplaySize.size != size)
+    atDisplaySize = {size, reduced(baseImage, size), {}};
+  QImage& kept = atDisplaySize.filtered.at(size_t(style));
+  if (kept.isNull())
+    kept = filtered(atDisplaySize.base, style, blurIntensity, displaySize->width());
+  return kept;
+}
+
+QImage EditorModel::processed(BlurStyle style, const QSize& shown) {
+  const QSize size = shown.boundedTo(imagePixelSize);
+  if (asShown.size != size)
+    asShown = {size, reduced(baseImage, size), {}};
+  QImage& kept = asShown.filtered.at(size_t(style));
+  if (kept.isNull())
+    kept = filteredCopy(asShown.base, style, blurIntensity, imagePixelSize->width());
+  return kept;
 }
 
 void EditorModel::dropProcessed() {
-  gaussianCache = {};
-  mosaicCache = {};
+  atDisplaySize.filtered = {};
+  asShown.filtered = {};
 }
 
 void EditorModel::dropFilterCaches() {
-  dropProcessed();
-  baseCICache = {};
+  atDisplaySize = {};
+  asShown = {};
 }
 
 QString rawValue(EditorModel::Tool tool) {

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "app/editor/model/BlurRegion.h"
-#include "app/editor/model/PenStroke.h"
-#include "app/editor/model/Watermarks.h"
+#include "app/editor/model/Document.h"
+#include "app/editor/model/Repainting.h"
 #include "platform/base/InPlaceFile.h"
 #include "platform/base/Published.h"
 
@@ -16,19 +15,15 @@
 #include <memory>
 #include <optional>
 
-namespace platform {
-class DrawingSurface;
-}
-
 namespace sorrel {
 
 /// The editor's document: one opened picture, all that the user has laid on it, the tools' settings and the
 /// undo history. Views read and change it; it alone writes the file, and only in save(). It knows no widget.
 /// Main thread only.
 ///
-/// There are two spaces. All stored geometry and all widths are in display space: `displaySize` large, origin
-/// at the top left, y down. The pixels are `imagePixelSize` large, and what is drawn into them counts y from
-/// the bottom. One factor, of the two widths, leads from one space to the other for both axes.
+/// There are two spaces, both with their origin at the top left, y down. All stored geometry and all widths
+/// are in display space, `displaySize` large. The pixels are `imagePixelSize` large. One factor, of the two
+/// widths, leads from one space to the other for both axes.
 ///
 /// Tools' settings, changes of the watermarks and the choice of a tool can't be undone; committed strokes and
 /// regions and crops can. There is no redo.
@@ -36,16 +31,23 @@ class EditorModel {
  public:
   enum class Tool { pen, blur, watermark, crop };
   static constexpr std::array allTools = {Tool::pen, Tool::blur, Tool::watermark, Tool::crop};
-  /// What kind of edit happened; what it changed lies in the layers and snapshots.
-  enum class EditAction { pen, blur, crop };
+  using EditAction = sorrel::EditAction;
 
   /// Null if the file can't be decoded.
   [[nodiscard]] static std::unique_ptr<EditorModel> open(const QUrl& fileURL);
   EditorModel(const EditorModel&) = delete;
   EditorModel& operator=(const EditorModel&) = delete;
 
-  /// Calls `observer` before each change of a field below.
+  using Field = platform::Observers::Field;
+
+  /// Calls `observer` before each change of a field below; the second with the field, such as
+  /// `&model->strokes`.
   [[nodiscard]] platform::Subscription observe(std::function<void()> observer);
+  [[nodiscard]] platform::Subscription observe(std::function<void(Field)> observer);
+  /// Calls `observer` after each change that can be seen in the picture, with the field and what has to be
+  /// painted again, in display space: the bounds of what was or is drawn there. A soft edge may reach a pixel
+  /// farther. The text's changes of font aren't among them: that is a setting.
+  [[nodiscard]] platform::Subscription observeRepainting(std::function<void(Field, const QRectF&)> observer);
 
  private:
   template <typename Value>
@@ -56,7 +58,7 @@ class EditorModel {
   template <typename Value>
   using Own = platform::PublishedBy<EditorModel, Value>;
 
-  Own<QImage> baseImage{observers};  // premultiplied RGBA in sRGB
+  Own<QImage> baseImage{observers, {}, [this] { dropFilterCaches(); }};  // premultiplied RGBA in sRGB
   Own<QSize> imagePixelSize{observers};
   Own<QSizeF> displaySize{observers};
   const QUrl fileURL;
@@ -65,19 +67,26 @@ class EditorModel {
   Own<std::optional<QUuid>> sorrelBurstID{observers};  // a new value plays one burst
   Own<QList<EditAction>> undoStack{observers};
   Own<QList<PenStroke>> strokes{observers};
-  Published<std::optional<PenStroke>> current{observers};  // the stroke under way
+  Published<std::optional<PenStroke>> current{observers, {}, [this] { repaintStroke(); }};  // under way
   Published<quint32> colorHex{observers, 0xE5484D};
   Published<double> lineWidth{observers, 5.0};
-  Published<TextWatermark> textWM{observers};
-  Published<std::optional<LogoWatermark>> logoWM{observers};
+  Published<TextWatermark> textWM{observers, {}, [this] { repaintText(); }};
+  Published<std::optional<LogoWatermark>> logoWM{observers, {}, [this] { repaintLogo(); }};
   Published<bool> isEditingText{observers, false};
-  Published<BlurStyle> blurStyle{observers, BlurStyle::gaussian};
+  Published<BlurStyle> blurStyle{observers, BlurStyle::gaussian, [this] { repaintBlurGesture(&blurStyle); }};
   Published<BlurApply> blurApply{observers, BlurApply::brush};
-  Published<double> blurBrushWidth{observers, 34.0};
-  Published<double> blurIntensity{observers, 0.5, [this] { dropProcessed(); }};  // 0 to 1, of all regions
+  Published<double> blurBrushWidth{observers, 34.0, [this] { repaintBlurGesture(&blurBrushWidth); }};
+  Published<double> blurIntensity{observers, 0.5, [this] { intensityChanged(); }};  // 0 to 1, of all regions
   Own<QList<BlurRegion>> blurRegions{observers};
-  Own<std::optional<QList<QPointF>>> currentBlurStroke{observers};  // the gesture under way
-  Published<std::optional<QRectF>> currentBlurRect{observers};
+  // The gesture under way.
+  Own<std::optional<QList<QPointF>>> currentBlurStroke{
+      observers, {}, [this] { repaintBlurGesture(&currentBlurStroke); }};
+  Published<std::optional<QRectF>> currentBlurRect{
+      observers, {}, [this] { repaintBlurGesture(&currentBlurRect); }};
+
+  /// All of it that can be painted or taken back, as it is now. Keep it no longer than it takes to paint: the
+  /// next stroke would have to copy the list of all.
+  [[nodiscard]] Document document() const;
 
   /// Starts a stroke with the present colour and width. Its further points are appended to `current`.
   void begin(const QPointF& point);
@@ -91,6 +100,9 @@ class EditorModel {
   /// The whole base image under the style's filter, to be stretched over the display; kept until the
   /// intensity or the base image changes. Null if there is none.
   [[nodiscard]] QImage processed(BlurStyle style);
+  /// The same at the resolution at which the picture is shown, or its own if that is lower, with the mosaic's
+  /// cells where the file has them; kept until the intensity, the base image or the resolution changes.
+  [[nodiscard]] QImage processed(BlurStyle style, const QSize& shown);
 
   /// Takes the last undoable edit back.
   void undoLast();
@@ -103,6 +115,10 @@ class EditorModel {
   void setLogo(const QImage& image);
   /// In display points; (0, 0) without a logo.
   [[nodiscard]] QSizeF logoDisplaySize() const;
+  /// Where the logo lies in display space, and the block of the text, in the font of the settings; null where
+  /// none is shown.
+  [[nodiscard]] QRectF logoRect() const;
+  [[nodiscard]] QRectF textRect() const;
   /// To be called with each change of the watermark's text.
   void maybeTriggerBurst(const QString& text);
 
@@ -112,46 +128,52 @@ class EditorModel {
   [[nodiscard]] bool save() const;
 
  private:
-  /// The document as it was before a crop. Its pictures and lists share their memory with the model's.
-  struct CropSnapshot {
-    QImage baseImage;
-    QSize imagePixelSize;
-    QSizeF displaySize;
-    QList<PenStroke> strokes;
-    QList<BlurRegion> blurRegions;
-    TextWatermark textWM;
-    std::optional<LogoWatermark> logoWM;
-    QList<EditAction> undoStack;
-  };
+  using CropSnapshot = Document;
 
   EditorModel(const QUrl& fileURL, qint64 byteCount, const platform::FileIdentity& file,
               const QImage& decoded);
 
-  /// The largest size of this shape, of whole points, within 1000 by 640, and never larger than the pixels.
-  [[nodiscard]] static QSizeF fitted(const QSize& pixels);
-  /// Pixels for one display point.
-  [[nodiscard]] double outputScale() const;
-  [[nodiscard]] QPointF inOutput(const QPointF& point, double scale) const;
-  [[nodiscard]] QList<QPointF> inOutput(const QList<QPointF>& points, double scale) const;
-
   void restoreCrop();
+  void become(const Document& next);
+  template <typename Layer>
+  void takeLast(Own<QList<Layer>>& layers);
+  [[nodiscard]] QImage renderBitmap() const;
+  [[nodiscard]] QString fontFamily() const;
+  [[nodiscard]] const platform::TextBlock& textBlock() const;
+
+  void tellRepainting(Field field, const QRectF& rectangle) const;
+  void repaintStroke();
+  void repaintBlurGesture(Field field);
+  void repaintText();
+  void repaintLogo();
+
+  void intensityChanged();
   void dropProcessed();
   void dropFilterCaches();
-  [[nodiscard]] QImage displayInput();
-  /// `input` under the style's filter, whose strength follows `width`, the width that it stands for; only the
-  /// `part` of it, if one is given.
-  [[nodiscard]] QImage makeProcessed(BlurStyle style, const QImage& input, double width,
-                                     const QRect& part = {}) const;
-  [[nodiscard]] QImage renderBitmap() const;
-  void drawBlurRegions(platform::DrawingSurface& surface, double scale) const;
-  void drawStrokes(platform::DrawingSurface& surface, double scale) const;
-  void drawLogoWatermark(platform::DrawingSurface& surface, double scale) const;
-  void drawTextWatermark(platform::DrawingSurface& surface, double scale) const;
+
+  /// The base image at a lower resolution, and under each style's filter.
+  struct ReducedPicture {
+    QSize size;
+    QImage base;
+    std::array<QImage, 2> filtered;
+  };
+  struct LaidOutText {
+    QString text;
+    platform::TextStyle style;
+    platform::TextBlock block;
+  };
 
   const platform::FileIdentity openedFile;
-  QImage gaussianCache;
-  QImage mosaicCache;
-  QImage baseCICache;  // the base image at display size: the input of processed()
+  platform::Listeners<Field, const QRectF&> repainting;
+  LineRepainting shownStroke;
+  QUuid shownStrokeId;
+  LineRepainting shownBlurStroke;
+  QRectF shownBlurRect;
+  QRectF shownText;
+  QRectF shownLogo;
+  mutable std::optional<LaidOutText> laidOut;
+  ReducedPicture atDisplaySize;
+  ReducedPicture asShown;
   QList<CropSnapshot> cropSnapshots;
 };
 

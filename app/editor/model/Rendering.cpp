@@ -1,27 +1,16 @@
 #include "app/editor/model/EditorModel.h"
+#include "app/editor/model/Painting.h"
 #include "app/settings/SettingsKeys.h"
 #include "platform/base/FilePath.h"
 #include "platform/base/InPlaceFile.h"
 #include "platform/base/Log.h"
 #include "platform/imaging/codecs/ImageEncoder.h"
 #include "platform/imaging/codecs/ImageFormat.h"
-#include "platform/imaging/drawing/DrawingSurface.h"
-
-#include <cmath>
 
 namespace sorrel {
 
 QImage EditorModel::renderBitmap() const {
-  platform::DrawingSurface surface(baseImage);
-  const double scale = outputScale();
-  if (!std::isfinite(
-          scale))  // so narrow a picture that its display width rounds to nothing: no place for layers
-    return surface.finish();
-  drawBlurRegions(surface, scale);
-  drawStrokes(surface, scale);
-  drawLogoWatermark(surface, scale);
-  drawTextWatermark(surface, scale);
-  return surface.finish();
+  return flattened(document(), blurIntensity, fontFamily());
 }
 
 bool EditorModel::save() const {

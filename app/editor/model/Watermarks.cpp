@@ -1,8 +1,6 @@
 #include "app/editor/model/Watermarks.h"
 
 #include "app/editor/model/EditorModel.h"
-#include "app/settings/SettingsKeys.h"
-#include "platform/imaging/drawing/DrawingSurface.h"
 
 namespace sorrel {
 
@@ -16,12 +14,12 @@ bool TextWatermark::isBlank() const {
   return text.trimmed().isEmpty();
 }
 
-platform::TextStyle TextWatermark::style(double factor) const {
+platform::TextStyle TextWatermark::style(double factor, const QString& fontFamily) const {
   const double fontSize = factor * (scale * 30.0);
   const QColor colour = QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity));
   const platform::TextShadow shadow{QColor::fromRgbF(0, 0, 0, 0.55F), fontSize * 0.1, {0, fontSize * 0.04}};
   return {
-      .font = platform::UserDefaults::standard().value(SettingsKeys::watermarkFontFamily),
+      .font = fontFamily,
       .fontSize = fontSize,
       .tracking = factor * (tracking * scale),
       .lineSpacing = factor * (lineSpacing * scale),
@@ -36,11 +34,27 @@ void EditorModel::setLogo(const QImage& image) {
 }
 
 QSizeF EditorModel::logoDisplaySize() const {
-  const auto& logo = logoWM.get();
-  if (!logo || logo->image.width() <= 0)
-    return {0, 0};
-  const double width = logo->scale * (displaySize->width() * 0.25);
-  return {width, width * (double(logo->image.height()) / logo->image.width())};
+  return document().logoSize();
+}
+
+QRectF EditorModel::logoRect() const {
+  return document().logoRect();
+}
+
+QRectF EditorModel::textRect() const {
+  if (textWM->isBlank())
+    return {};
+  QRectF rectangle({0, 0}, textBlock().size());
+  rectangle.moveCenter(textWM->center);
+  return rectangle;
+}
+
+/// Laid out anew only when something else than its place has changed.
+const platform::TextBlock& EditorModel::textBlock() const {
+  const platform::TextStyle style = textWM->style(1, fontFamily());
+  if (!laidOut || laidOut->text != textWM->text || laidOut->style != style)
+    laidOut = LaidOutText{textWM->text, style, platform::TextBlock(textWM->text, style)};
+  return laidOut->block;
 }
 
 void EditorModel::maybeTriggerBurst(const QString& text) {
@@ -48,23 +62,6 @@ void EditorModel::maybeTriggerBurst(const QString& text) {
   const QString trimmed = text.trimmed().normalized(QString::NormalizationForm_C);
   if (trimmed.toLower() == QStringLiteral("sorrel") || trimmed == QStringLiteral("소렐"))
     sorrelBurstID = QUuid::createUuid();
-}
-
-void EditorModel::drawLogoWatermark(platform::DrawingSurface& surface, double scale) const {
-  if (!logoWM.get())
-    return;
-  const QSizeF size = logoDisplaySize() * scale;
-  QRectF rectangle({0, 0}, size);
-  rectangle.moveCenter(inOutput(logoWM.get()->center, scale));
-  surface.draw(logoWM.get()->image, rectangle, logoWM.get()->opacity);
-}
-
-void EditorModel::drawTextWatermark(platform::DrawingSurface& surface, double scale) const {
-  if (textWM->isBlank())
-    return;
-  const platform::TextBlock block(textWM->text, textWM->style(scale));
-  const QSizeF size = block.size();
-  surface.draw(block, inOutput(textWM->center, scale) - QPointF(size.width() * 0.5, size.height() * 0.5));
 }
 
 }  // namespace sorrel

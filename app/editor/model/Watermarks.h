@@ -24,9 +24,9 @@ struct TextWatermark {
   [[nodiscard]] static TextWatermark initial(const QSizeF& displaySize);
   /// Only white space, or nothing: not drawn.
   [[nodiscard]] bool isBlank() const;
-  /// How the text looks where one display point measures `factor`. The font is the one chosen in the
-  /// settings.
-  [[nodiscard]] platform::TextStyle style(double factor) const;
+  /// How the text looks where one display point measures `factor`; an empty family stands for the bold system
+  /// font.
+  [[nodiscard]] platform::TextStyle style(double factor, const QString& fontFamily) const;
 
   bool operator==(const TextWatermark&) const = default;
 };

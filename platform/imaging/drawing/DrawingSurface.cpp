@@ -3,107 +3,250 @@
 #include "platform/imaging/drawing/SmoothImage.h"
 #include "platform/imaging/drawing/TextBlock.h"
 #include "platform/imaging/filters/PixelMemory.h"
+#include "platform/imaging/png/Bands.h"
 
 #include <QPainterPath>
 
 #include <algorithm>
+#include <bit>
+#include <cmath>
 #include <cstring>
 
 namespace platform {
 namespace {
 
+using Samples = LineMask::Samples;
+
 /// What the painter would do by itself, in memory whose fresh pages cost less.
 QImage copied(const QImage& source) {
   QImage copy = blankLike(source, source.size());
   if (copy.isNull())
-    return source;
+    return source.copy();
   const auto bytes = static_cast<std::size_t>(4 * source.width());
   for (int y = 0; y < source.height(); ++y)
     std::memcpy(copy.scanLine(y), source.constScanLine(y), bytes);
   return copy;
 }
 
+/// `share` of 64 parts of `above`, the rest of `below`, each channel rounded to the nearest.
+std::uint32_t mixed(std::uint32_t below, std::uint32_t above, std::uint32_t share) {
+  static_assert(LineMask::samplesPerPixel == 64);
+  constexpr std::uint32_t even = 0x00ff00ff;
+  constexpr std::uint32_t halves = 0x00200020;
+  const std::uint32_t rest = 64 - share;
+  const std::uint32_t low = ((below & even) * rest + (above & even) * share + halves) >> 6 & even;
+  const std::uint32_t high = ((below >> 8 & even) * rest + (above >> 8 & even) * share + halves) >> 6 & even;
+  return low | high << 8;
+}
+
+/// `above(x)` gives what is to be seen where a sample is covered.
+template <typename Above>
+void mixIn(std::uint32_t* pixels, const Samples* samples, int count, const Above& above) {
+  for (int x = 0; x < count; ++x) {
+    if (samples[x] == ~Samples{0})
+      pixels[x] = above(x);
+    else if (samples[x] != 0)
+      pixels[x] = mixed(pixels[x], above(x), static_cast<std::uint32_t>(std::popcount(samples[x])));
+  }
+}
+
+std::uint32_t pixelOf(const QColor& opaque) {
+  const std::uint8_t bytes[] = {static_cast<std::uint8_t>(opaque.red()),
+                                static_cast<std::uint8_t>(opaque.green()),
+                                static_cast<std::uint8_t>(opaque.blue()), 255};
+  std::uint32_t pixel = 0;
+  std::memcpy(&pixel, bytes, sizeof pixel);
+  return pixel;
+}
+
+/// An image in the place of the pixels that a line covers.
+class Replacement {
+ public:
+  Replacement(const QImage& replacing, const QPoint& at) : image(replacing), origin(at) {}
+
+  void mixInto(std::uint32_t* pixels, int x, int y, const Samples* samples, int count) const {
+    const int row = y - origin.y();
+    const int skipped = std::max(origin.x() - x, 0);
+    const int end = std::min(count, origin.x() + image.width() - x);
+    if (row < 0 || row >= image.height() || skipped >= end)
+      return;
+    const uchar* const from = image.constScanLine(row) + 4 * std::ptrdiff_t(x - origin.x());
+    mixIn(pixels + skipped, samples + skipped, end - skipped, [&](int at) {
+      std::uint32_t pixel = 0;
+      std::memcpy(&pixel, from + 4 * std::ptrdiff_t(skipped + at), sizeof pixel);
+      return pixel;
+    });
+  }
+
+ private:
+  const QImage& image;
+  QPoint origin;
+};
+
+/// The rows that the line can touch, as far as they lie between two rows: from `first` up to but without
+/// `second`.
+std::pair<int, int> rowsOf(const RoundLine& line, int top, int bottom) {
+  double least = bottom;
+  double most = top;
+  for (const QPointF& point : line.points) {
+    const double y = line.onSurface(point).y();
+    least = std::min(least, y);
+    most = std::max(most, y);
+  }
+  const double reach = line.width * line.scale / 2 + 1;
+  return {int(std::clamp(least - reach, double(top), double(bottom))),
+          int(std::clamp(most + reach + 1, double(top), double(bottom)))};
+}
+
 }  // namespace
 
-DrawingSurface::DrawingSurface(const QImage& start)
-    : picture(start.convertToFormat(QImage::Format_RGBA8888_Premultiplied)) {
+DrawingSurface::DrawingSurface(QImage start, const QRect& dirty)
+    : picture(std::move(start).convertToFormat(QImage::Format_RGBA8888_Premultiplied)),
+      clip(dirty.isNull() ? picture.rect() : dirty & picture.rect()) {
 }
 
 DrawingSurface::~DrawingSurface() = default;
 
-QRectF DrawingSurface::inRows(const QRectF& rectangle) const {
-  return {rectangle.x(), picture.height() - rectangle.y() - rectangle.height(), rectangle.width(),
-          rectangle.height()};
+void DrawingSurface::beginPixels() {
+  painter.reset();
+  if (bits)
+    return;
+  if (!picture.isDetached())
+    picture = copied(picture);
+  bits = reinterpret_cast<std::uint32_t*>(picture.bits());
+  stride = picture.bytesPerLine() / 4;
 }
 
 QPainter& DrawingSurface::brush() {
   if (!painter) {
-    if (!picture.isDetached())
-      picture = copied(picture);
+    beginPixels();
     painter = std::make_unique<QPainter>(&picture);
     painter->setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    if (clip != picture.rect())
+      painter->setClipRect(clip);
   }
   return *painter;
 }
 
-QPainterPath DrawingSurface::outline(const RoundLine& line) const {
-  const auto inRows = [this](const QPointF& point) {
-    return QPointF(point.x(), picture.height() - point.y());
-  };
-  QPainterPath path;
-  if (line.points.isEmpty())
-    return path;
-  const QPointF first = inRows(line.points.first());
-  if (std::all_of(line.points.begin(), line.points.end(),
-                  [&](const QPointF& point) { return point == line.points.first(); })) {
-    path.addEllipse(first, line.width / 2, line.width / 2);
-    return path;
-  }
-  path.moveTo(first);
-  for (auto point = line.points.begin() + 1; point != line.points.end(); ++point)
-    path.lineTo(inRows(*point));
-  QPainterPathStroker stroker(QPen(Qt::black, line.width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  path = stroker.createStroke(path);
-  path.setFillRule(Qt::WindingFill);
-  return path;
-}
-
 void DrawingSurface::draw(const QImage& image, const QRectF& rectangle, double opacity) {
   brush().setOpacity(opacity);
-  drawSmoothly(brush(), image, inRows(rectangle));
+  drawSmoothly(brush(), image, rectangle);
   brush().setOpacity(1);
 }
 
-void DrawingSurface::replace(const QRectF& shape, const QImage& image, const QPointF& origin) {
-  QPainterPath path;
-  path.addRect(inRows(shape));
-  replace(path, image, origin);
-}
-
-void DrawingSurface::replace(const RoundLine& shape, const QImage& image, const QPointF& origin) {
-  replace(outline(shape), image, origin);
+void DrawingSurface::draw(const TextBlock& text, const QPointF& topLeft) {
+  text.draw(brush(), topLeft);
 }
 
 /// A filled path and no clip, since a painter may round a clip to whole pixels.
-void DrawingSurface::replace(const QPainterPath& shapeInRows, const QImage& image, const QPointF& origin) {
+void DrawingSurface::replace(const QRectF& shape, const QImage& image, const QPoint& origin,
+                             double cornerRadius) {
+  const QRectF there(QRect(origin, image.size()));
+  QPainterPath path;
+  if (cornerRadius > 0) {
+    QPainterPath whole;
+    whole.addRoundedRect(shape, cornerRadius, cornerRadius);
+    path.addRect(there);
+    path &= whole;
+  } else {
+    path.addRect(shape & there);
+  }
   QBrush texture(image);
-  const QPointF topLeft = inRows({origin, image.size()}).topLeft();
-  texture.setTransform(QTransform::fromTranslate(topLeft.x(), topLeft.y()));
+  texture.setTransform(QTransform::fromTranslate(origin.x(), origin.y()));
   brush().setCompositionMode(QPainter::CompositionMode_Source);
-  brush().fillPath(shapeInRows, texture);
+  brush().fillPath(path, texture);
   brush().setCompositionMode(QPainter::CompositionMode_SourceOver);
 }
 
-void DrawingSurface::draw(const RoundLine& line, const QColor& colour) {
-  brush().fillPath(outline(line), colour);
+/// In bands, so that the mask of all lines fits the processor's cache and every core has a share.
+void DrawingSurface::rasterise(const std::vector<RoundLine>& lines, const Paint& paint) const {
+  constexpr int bandHeight = 64;
+  qsizetype points = 0;
+  int top = clip.bottom() + 1;
+  int bottom = clip.top();
+  std::vector<std::pair<int, int>> rows;
+  for (const RoundLine& line : lines) {
+    rows.push_back(rowsOf(line, clip.top(), clip.bottom() + 1));
+    points += line.points.size();
+    top = std::min(top, rows.back().first);
+    bottom = std::max(bottom, rows.back().second);
+  }
+  if (top >= bottom || clip.isEmpty())
+    return;
+  constexpr qsizetype pointsWorthAThread = 500;
+  forEachBand((bottom - top + bandHeight - 1) / bandHeight, 1,
+              points < pointsWorthAThread ? Cores::One : Cores::All, [&](int first, int end) {
+                LineMask mask;
+                for (int band = first; band < end; ++band) {
+                  const int begin = top + band * bandHeight;
+                  const QRect area(clip.left(), begin, clip.width(), std::min(bandHeight, bottom - begin));
+                  for (std::size_t index = 0; index < lines.size(); ++index) {
+                    if (rows[index].first >= begin + bandHeight || rows[index].second <= begin)
+                      continue;
+                    const RoundLine& line = lines[index];
+                    mask.restart(line.width * line.scale, area);
+                    for (const QPointF& point : line.points)
+                      mask.append(line.onSurface(point));
+                    mask.forEachStretch(area, [&](int x, int y, const Samples* samples, int count) {
+                      paint(index, x, y, samples, count);
+                    });
+                  }
+                }
+              });
 }
 
-void DrawingSurface::draw(const TextBlock& text, const QPointF& bottomLeft) {
-  text.draw(brush(), inRows({bottomLeft, text.size()}).topLeft());
+void DrawingSurface::draw(const std::vector<ColouredLine>& lines) {
+  if (lines.empty())
+    return;
+  std::vector<RoundLine> shapes;
+  for (const ColouredLine& line : lines)
+    shapes.push_back(line.line);
+  beginPixels();
+  rasterise(shapes, [&](std::size_t line, int x, int y, const Samples* samples, int count) {
+    mixIn(pixels(x, y), samples, count, [pixel = pixelOf(lines[line].colour)](int) { return pixel; });
+  });
+}
+
+void DrawingSurface::draw(const LineMask& line, const QColor& opaque) {
+  beginPixels();
+  line.forEachStretch(clip, [&](int x, int y, const Samples* samples, int count) {
+    mixIn(pixels(x, y), samples, count, [pixel = pixelOf(opaque)](int) { return pixel; });
+  });
+}
+
+void DrawingSurface::replace(const RoundLine& shape, const QImage& image, const QPoint& origin) {
+  beginPixels();
+  const Replacement replacement(image, origin);
+  rasterise({shape}, [&](std::size_t, int x, int y, const Samples* samples, int count) {
+    replacement.mixInto(pixels(x, y), x, y, samples, count);
+  });
+}
+
+void DrawingSurface::replace(const LineMask& shape, const QImage& image, const QPoint& origin) {
+  beginPixels();
+  const Replacement replacement(image, origin);
+  shape.forEachStretch(clip, [&](int x, int y, const Samples* samples, int count) {
+    replacement.mixInto(pixels(x, y), x, y, samples, count);
+  });
+}
+
+void DrawingSurface::replaceBelow(int row, const RoundLine& shape, const QImage& image,
+                                  const QPoint& origin) {
+  beginPixels();
+  LineMask mask(shape.width * shape.scale, {clip.left(), row, clip.width(), 1});
+  for (const QPointF& point : shape.points)
+    mask.append(shape.onSurface(point));
+  const Replacement replacement(image, origin);
+  mask.forEachStretch({clip.left(), row, clip.width(), 1},
+                      [&](int x, int, const Samples* samples, int count) {
+                        for (int y = std::max(row + 1, clip.top()); y <= clip.bottom(); ++y)
+                          replacement.mixInto(pixels(x, y), x, y, samples, count);
+                      });
 }
 
 QImage DrawingSurface::finish() {
   painter.reset();
+  bits = nullptr;
   return std::move(picture);
 }
 

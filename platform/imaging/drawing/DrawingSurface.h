@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/imaging/drawing/LineMask.h"
+
 #include <QColor>
 #include <QImage>
 #include <QList>
@@ -7,56 +9,79 @@
 #include <QPointF>
 #include <QRectF>
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 namespace platform {
 
 class TextBlock;
 
-/// A straight-lined path of some width, with round caps and joins. Points that all coincide make a dot.
+/// A path straight from point to point, with round caps and joins. Points that all coincide make a dot. The
+/// points and the width are in a space of which `scale` pixels are one unit, and whose origin lies at
+/// `origin` on the surface.
 struct RoundLine {
   const QList<QPointF>& points;
   double width;
+  double scale = 1;
+  QPointF origin = {};
+
+  [[nodiscard]] QPointF onSurface(const QPointF& point) const { return scale * point + origin; }
 };
 
-/// A picture to draw on, 8-bit premultiplied RGBA in sRGB. One unit is one pixel; the origin is the picture's
-/// bottom left corner and y grows upwards. Shapes are anti-aliased, and what lies outside is cut off.
+struct ColouredLine {
+  RoundLine line;
+  QColor colour;  // opaque
+};
+
+/// A picture to draw on, 8-bit premultiplied RGBA in sRGB. One unit is one pixel; the origin is the top left
+/// corner and y grows downwards. Shapes are anti-aliased, and what lies outside is cut off.
 ///
-/// Nothing is copied until something is drawn: till then the surface shares its pixels with the picture that
-/// it began with.
+/// It draws into the picture that is moved in; one that others share is copied first, but only when something
+/// is drawn.
 class DrawingSurface {
  public:
-  explicit DrawingSurface(const QImage& picture);
+  /// Only the pixels of `dirty` change, all of them if it is null.
+  explicit DrawingSurface(QImage picture, const QRect& dirty = {});
   ~DrawingSurface();
   DrawingSurface(const DrawingSurface&) = delete;
   DrawingSurface& operator=(const DrawingSurface&) = delete;
 
   [[nodiscard]] QSize size() const { return picture.size(); }
+  [[nodiscard]] QRect dirty() const { return clip; }
 
   /// Stretches the whole image over the rectangle.
   void draw(const QImage& image, const QRectF& rectangle, double opacity = 1);
-  /// Puts the image in the place of what is there, as far as the shape covers it: nothing of that shines
-  /// through. The image's lower left corner is at `origin`; it must reach as far as the shape does on the
-  /// surface.
-  void replace(const QRectF& shape, const QImage& image, const QPointF& origin);
-  void replace(const RoundLine& shape, const QImage& image, const QPointF& origin);
-  void draw(const RoundLine& line, const QColor& colour);
-  /// Puts the block's measured rectangle at `bottomLeft`.
-  void draw(const TextBlock& text, const QPointF& bottomLeft);
+  /// The later ones over the earlier ones.
+  void draw(const std::vector<ColouredLine>& lines);
+  void draw(const LineMask& line, const QColor& opaque);
+  /// Puts the block's measured rectangle at `topLeft`.
+  void draw(const TextBlock& text, const QPointF& topLeft);
 
-  /// Where a rectangle of this space lies in the picture's rows, the first of which is at the top.
-  [[nodiscard]] QRectF inRows(const QRectF& rectangle) const;
+  /// Puts the image in the place of what is there, as far as the shape covers it: nothing of that shines
+  /// through. The image's top left corner is at `origin`; the shape ends where the image does.
+  void replace(const QRectF& shape, const QImage& image, const QPoint& origin, double cornerRadius = 0);
+  void replace(const RoundLine& shape, const QImage& image, const QPoint& origin);
+  void replace(const LineMask& shape, const QImage& image, const QPoint& origin);
+  /// Replaces the rows below `row` as far as the shape covers that row.
+  void replaceBelow(int row, const RoundLine& shape, const QImage& image, const QPoint& origin);
 
   /// The picture as drawn so far; ends the drawing.
   [[nodiscard]] QImage finish();
 
  private:
+  using Paint = std::function<void(std::size_t line, int x, int y, const LineMask::Samples*, int count)>;
+
   [[nodiscard]] QPainter& brush();
-  [[nodiscard]] QPainterPath outline(const RoundLine& line) const;
-  void replace(const QPainterPath& shapeInRows, const QImage& image, const QPointF& origin);
+  void beginPixels();
+  [[nodiscard]] std::uint32_t* pixels(int x, int y) { return bits + std::ptrdiff_t(y) * stride + x; }
+  void rasterise(const std::vector<RoundLine>& lines, const Paint& paint) const;
 
   QImage picture;
+  QRect clip;
   std::unique_ptr<QPainter> painter;
+  std::uint32_t* bits = nullptr;  // of the picture, once it is ours
+  std::ptrdiff_t stride = 0;      // in pixels
 };
 
 }  // namespace platform

@@ -179,6 +179,18 @@ QSizeF TextBlock::size() const {
   return layout ? layout->size * (style.fontSize / layoutSize) : QSizeF(0, 0);
 }
 
+QRectF TextBlock::inkRect() const {
+  if (!layout)
+    return {};
+  const double scale = style.fontSize / layoutSize;
+  const QRectF ink(layout->ink.topLeft() * scale, layout->ink.size() * scale);
+  if (!style.shadow)
+    return ink;
+  constexpr double sigmas = 7;  // as far as a gaussian reaches at any zoom
+  const double reach = sigmas * style.shadow->blurRadius / 2;
+  return ink | ink.translated(style.shadow->offset).adjusted(-reach, -reach, reach, reach);
+}
+
 void TextBlock::draw(QPainter& painter, const QPointF& topLeft) const {
   if (!layout)
     return;

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QPointF>
+#include <QRectF>
 #include <QSizeF>
 #include <QString>
 
@@ -54,6 +55,9 @@ class TextBlock {
 
   /// From the first line's top to the last one's bottom, as wide as the widest. Ink may reach beyond.
   [[nodiscard]] QSizeF size() const;
+
+  /// What draw() touches at most, seen from the block's top left corner.
+  [[nodiscard]] QRectF inkRect() const;
 
   /// Draws the block with its top left corner at `topLeft`, the shadow below it. The painter may be scaled
   /// but not turned.

@@ -13,8 +13,6 @@
 namespace platform {
 namespace {
 
-constexpr double gridPoint = 150;  // in x, and in y upwards
-
 bool isCellSize(double cellSize) {
   return cellSize > 0 && std::isfinite(cellSize);
 }
@@ -28,7 +26,8 @@ struct Run {
 /// The runs of a row or column that touch the pixels from `first` to `last`; `centre` gives a pixel's place
 /// in the grid's space.
 template <typename Centre>
-std::vector<Run> runsOf(int pixels, int first, int last, double cellSize, const Centre& centre) {
+std::vector<Run> runsOf(int pixels, int first, int last, double cellSize, double gridPoint,
+                        const Centre& centre) {
   const auto cellOf = [&](int pixel) { return std::floor((centre(pixel) - gridPoint) / cellSize); };
   std::vector<Run> runs;
   for (int start = 0; start < pixels && start <= last;) {
@@ -44,12 +43,13 @@ std::vector<Run> runsOf(int pixels, int first, int last, double cellSize, const 
 
 class Cells {
  public:
-  Cells(const SourceRows& from, double cellSize, const QRect& into, const Effort& use)
+  Cells(const SourceRows& from, double cellSize, double gridPoint, const QRect& into, const Effort& use)
       : source(from),
         region(into),
         effort(use),
-        columns(runsOf(source.width, region.left(), region.right(), cellSize, [](int x) { return x + 0.5; })),
-        rows(runsOf(source.height, region.top(), region.bottom(), cellSize,
+        columns(runsOf(source.width, region.left(), region.right(), cellSize, gridPoint,
+                       [](int x) { return x + 0.5; })),
+        rows(runsOf(source.height, region.top(), region.bottom(), cellSize, gridPoint,
                     [&](int y) { return source.height - (y + 0.5); })) {}
 
   void draw(const ResultRows& result) const {
@@ -100,13 +100,14 @@ class Cells {
 
 }  // namespace
 
-QImage pixellate(QImage source, double cellSize, const QRect& regionOfInterest, const Effort& effort) {
+QImage pixellate(QImage source, double cellSize, const QRect& regionOfInterest, const Effort& effort,
+                 double gridPoint) {
   const std::optional<QRect> region = regionToFilter(source, regionOfInterest);
   if (!region || !isCellSize(cellSize))
     return {};
   return filtered(std::move(source), *region, Destination::SourceIfUnshared,
                   [&](const SourceRows& from, const ResultRows& to) {
-                    Cells(from, std::max(cellSize, 1.0), *region, effort).draw(to);
+                    Cells(from, std::max(cellSize, 1.0), gridPoint, *region, effort).draw(to);
                   });
 }
 

@@ -19,15 +19,15 @@ TEST(DrawingSurface, sharesItsPixelsUntilSomethingIsDrawn) {
   DrawingSurface surface(picture);
   surface.draw(plain({1, 1}, Qt::red), {0, 0, 1, 1});
   const QImage drawn = surface.finish();
-  EXPECT_EQ(drawn.pixelColor(0, 9), QColor(Qt::red)) << "y grows upwards";
-  EXPECT_EQ(drawn.pixelColor(0, 0), QColor(Qt::blue));
-  EXPECT_EQ(picture.pixelColor(0, 9), QColor(Qt::blue));
+  EXPECT_EQ(drawn.pixelColor(0, 0), QColor(Qt::red));
+  EXPECT_EQ(drawn.pixelColor(0, 9), QColor(Qt::blue));
+  EXPECT_EQ(picture.pixelColor(0, 0), QColor(Qt::blue));
 }
 
 TEST(DrawingSurface, coversTheEdgesOfARectangleInPart) {
   DrawingSurface surface(plain({20, 20}, Qt::black));
   const QImage white = plain({20, 20}, Qt::white);
-  surface.replace({2.5, 3.25, 30, 4}, white, {0, 0});
+  surface.replace(QRectF(2.5, 12.75, 30, 4), white, {0, 0});
   const QImage drawn = surface.finish();
   const int expected[][3] = {{2, 16, 96}, {3, 16, 191}, {2, 15, 128}, {3, 15, 255}, {19, 13, 255},
                              {3, 12, 64}, {3, 11, 0},   {1, 15, 0},   {3, 17, 0}};
@@ -46,7 +46,7 @@ TEST(DrawingSurface, replacesWithoutShiningThrough) {
     if (isLine)
       surface.replace(RoundLine{points, 16}, part, {0, 10});
     else
-      surface.replace({2, 12, 36, 16}, part, {0, 10});
+      surface.replace(QRectF(2, 12, 36, 16), part, {0, 10});
     const QImage drawn = surface.finish();
     EXPECT_EQ(drawn.pixel(15, 20), plain({1, 1}, faint).pixel(0, 0));
     EXPECT_EQ(drawn.pixelColor(20, 15).alpha(), 128);
@@ -58,14 +58,15 @@ TEST(DrawingSurface, drawsDotsAndNothingForNoPoints) {
   const QImage black = plain({30, 30}, Qt::black);
   for (const QList<QPointF>& points : {QList<QPointF>{{15, 15}}, {{15, 15}, {15, 15}, {15, 15}}}) {
     DrawingSurface surface(black);
-    surface.draw(RoundLine{points, 10}, QColor(0x4C, 0xAF, 0x50));
+    surface.draw({{RoundLine{points, 10}, QColor(0x4C, 0xAF, 0x50)}});
     const QImage drawn = surface.finish();
     EXPECT_EQ(drawn.pixelColor(15, 15), QColor(0x4C, 0xAF, 0x50));
     EXPECT_EQ(drawn.pixelColor(17, 17), QColor(0x4C, 0xAF, 0x50));
     EXPECT_EQ(drawn.pixelColor(19, 19), QColor(Qt::black)) << "a disc";
   }
+  const QList<QPointF> none;
   DrawingSurface surface(black);
-  surface.draw(RoundLine{{}, 10}, Qt::white);
+  surface.draw({{RoundLine{none, 10}, Qt::white}});
   EXPECT_EQ(surface.finish(), black);
 }
 

@@ -1,0 +1,152 @@
+#include "app/editor/model/Painting.h"
+
+#include "platform/imaging/filters/GaussianBlur.h"
+#include "platform/imaging/filters/Pixellate.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace sorrel {
+namespace {
+
+using platform::DrawingSurface;
+using platform::RoundLine;
+
+/// The gaussian's standard deviation or the mosaic's cells, in pixels of a picture `width` wide.
+double filterSize(BlurStyle style, double intensity, double width) {
+  return style == BlurStyle::gaussian ? std::max(width * (intensity * 0.02 + 0.004), 4.0)
+                                      : std::max(width * (intensity * 0.03 + 0.008), 6.0);
+}
+
+RoundLine placed(const QList<QPointF>& points, double width, const Placement& placement) {
+  return {points, width, placement.scale, placement.origin};
+}
+
+/// The surface's pixels that the region touches.
+QRect touched(const DrawingSurface& surface, const BlurRegion& region, const Placement& placement) {
+  QRectF bounds = placement.rectangle(boundsOf(region));
+  if (std::holds_alternative<BlurRegion::Stroke>(region.kind)) {
+    bounds.adjust(-1, -1, 1, 1);
+    if (bounds.bottom() >= placement.firstRowBelow() - 1)
+      bounds.setBottom(std::max(bounds.bottom(), placement.lowerEdge));
+  }
+  return bounds.intersected(QRectF(surface.dirty())).toAlignedRect();
+}
+
+/// The regions of a style share one filtered picture, worked out no further than they reach together.
+FilteredPictures filteredFor(const DrawingSurface& surface, const Document& document, double intensity,
+                             const Placement& placement) {
+  std::array<QRect, 2> parts;
+  for (const BlurRegion& region : document.blurRegions)
+    parts.at(size_t(region.style)) |= touched(surface, region, placement);
+  FilteredPictures pictures;
+  for (const BlurStyle style : {BlurStyle::gaussian, BlurStyle::mosaic})
+    if (const QRect& part = parts.at(size_t(style)); !part.isEmpty())
+      pictures.at(size_t(style)) = {
+          filtered(document.baseImage, style, intensity, document.imagePixelSize.width(), part),
+          part.topLeft()};
+  return pictures;
+}
+
+}  // namespace
+
+QImage filtered(const QImage& picture, BlurStyle style, double intensity, double width, const QRect& part) {
+  const double size = filterSize(style, intensity, width);
+  return style == BlurStyle::gaussian ? platform::gaussianBlur(picture, size, part)
+                                      : platform::pixellate(picture, size, part);
+}
+
+QImage filteredCopy(const QImage& copy, BlurStyle style, double intensity, double width) {
+  const double factor = copy.width() / width;
+  const double size = factor * filterSize(style, intensity, width);
+  return style == BlurStyle::gaussian
+             ? platform::gaussianBlur(copy, size)
+             : platform::pixellate(copy, size, {}, {}, factor * platform::pixellateGridPoint);
+}
+
+QRectF boundsOf(const QList<QPointF>& points, double width) {
+  if (points.isEmpty())
+    return {};
+  QPointF least = points.first();
+  QPointF most = least;
+  for (const QPointF& point : points) {
+    least = {std::min(least.x(), point.x()), std::min(least.y(), point.y())};
+    most = {std::max(most.x(), point.x()), std::max(most.y(), point.y())};
+  }
+  const QPointF reach(width / 2, width / 2);
+  return {least - reach, most + reach};
+}
+
+QRectF boundsOf(const PenStroke& stroke) {
+  return boundsOf(stroke.points, stroke.width);
+}
+
+QRectF boundsOf(const BlurRegion& region) {
+  if (const auto* stroke = std::get_if<BlurRegion::Stroke>(&region.kind))
+    return boundsOf(stroke->points, stroke->width);
+  return std::get<QRectF>(region.kind);
+}
+
+/// What the picture is replaced by isn't drawn over what is there: through a translucent picture's blur the
+/// sharp pixels would still be seen.
+void paintBlurRegion(DrawingSurface& surface, const BlurRegion& region, const FilteredPicture& picture,
+                     const Placement& placement) {
+  if (picture.image.isNull())
+    return;
+  if (const auto* stroke = std::get_if<BlurRegion::Stroke>(&region.kind)) {
+    const RoundLine line = placed(stroke->points, stroke->width, placement);
+    surface.replace(line, picture.image, picture.topLeft);
+    if (const double below = placement.firstRowBelow(); below < placement.lowerEdge)
+      surface.replaceBelow(int(below) - 1, line, picture.image, picture.topLeft);
+  } else {
+    surface.replace(placement.rectangle(std::get<QRectF>(region.kind)), picture.image, picture.topLeft,
+                    placement.scale * placement.cornerRadius);
+  }
+}
+
+void paintBlurRegions(DrawingSurface& surface, const QList<BlurRegion>& regions,
+                      const FilteredPictures& pictures, const Placement& placement) {
+  for (const BlurRegion& region : regions)
+    paintBlurRegion(surface, region, pictures.at(size_t(region.style)), placement);
+}
+
+void paintStrokes(DrawingSurface& surface, const QList<PenStroke>& strokes, const Placement& placement) {
+  std::vector<platform::ColouredLine> lines;
+  lines.reserve(size_t(strokes.size()));
+  for (const PenStroke& stroke : strokes)
+    lines.push_back({placed(stroke.points, stroke.width, placement), colorFromHex(stroke.colorHex)});
+  surface.draw(lines);
+}
+
+void paintLogo(DrawingSurface& surface, const Document& document, const Placement& placement) {
+  if (!document.logoWM)
+    return;
+  const QRectF rectangle = document.logoRect();
+  surface.draw(document.logoWM->image,
+               {placement.point(rectangle.topLeft()), placement.scale * rectangle.size()},
+               document.logoWM->opacity);
+}
+
+void paintText(DrawingSurface& surface, const TextWatermark& text, const QString& fontFamily,
+               const Placement& placement) {
+  if (text.isBlank())
+    return;
+  const platform::TextBlock block(text.text, text.style(placement.scale, fontFamily));
+  const QSizeF size = block.size();
+  surface.draw(block, placement.point(text.center) - QPointF(size.width(), size.height()) / 2);
+}
+
+QImage flattened(const Document& document, double blurIntensity, const QString& fontFamily) {
+  DrawingSurface surface(document.baseImage);
+  if (const auto placement = document.placement()) {
+    paintBlurRegions(surface, document.blurRegions, filteredFor(surface, document, blurIntensity, *placement),
+                     *placement);
+    paintStrokes(surface, document.strokes, *placement);
+    paintLogo(surface, document, *placement);
+    paintText(surface, document.textWM, fontFamily, *placement);
+  }
+  return surface.finish();
+}
+
+}  // namespace sorrel
