@@ -1,4 +1,4 @@
-// What a screen reader finds in the history panel.
+// What a screen reader finds: the icon, and the history panel.
 
 #include "tests/e2e/Panel.h"
 
@@ -113,16 +113,18 @@ class Accessibility : public testing::TestWithParam<Texts> {};
 
 INSTANTIATE_TEST_SUITE_P(
     Language, Accessibility,
-    testing::Values(Texts{Language::English,
-                          u"Keep open when you click elsewhere|Close|Move to Trash|Copy|Open Bottle "
-                          "Folder|Settings"_s,
-                          u"second, Just now|first, Just now"_s, u"Copied"_s},
-                    Texts{Language::Korean,
-                          u"다른 곳을 눌러도 열어 둡니다|닫기|휴지통으로 이동|복사|병 폴더 열기|설정"_s,
-                          u"second, 방금|first, 방금"_s, u"복사했습니다"_s}),
+    testing::Values(
+        Texts{Language::English,
+              u"Sorrel: 2 screenshots in the bottle|Keep open when you click elsewhere|Close|"
+              "Move to Trash|Copy|Open Bottle Folder|Settings"_s,
+              u"second, Just now|first, Just now"_s, u"Copied"_s},
+        Texts{
+            Language::Korean,
+            u"Sorrel: 병에 스크린샷 2장|다른 곳을 눌러도 열어 둡니다|닫기|휴지통으로 이동|복사|병 폴더 열기|설정"_s,
+            u"second, 방금|first, 방금"_s, u"복사했습니다"_s}),
     [](const auto& test) { return test.param.language == Language::English ? "English" : "Korean"; });
 
-TEST_P(Accessibility, TellsEveryControlAndPictureOfThePanel) {
+TEST_P(Accessibility, TellsTheIconAndEveryControlAndPictureOfThePanel) {
   const Texts& texts = GetParam();
   Desktop desktop({.language = texts.language, .assistiveTechnology = AssistiveTechnology::Listening});
   Sorrel::store(desktop, u"quillonPromptShown"_s, true);

@@ -70,7 +70,8 @@ XEmbedIcon::XEmbedIcon(quint32 tray, Handlers all)
       look(lookFor(connection, tray)),
       size((QSizeF(preferredSide, preferredSide) * qGuiApp->devicePixelRatio()).toSize()),
       window(makeWindow(connection, look, size)),
-      picture(std::make_unique<X11Picture>(connection, window, look)) {
+      picture(std::make_unique<X11Picture>(connection, window, look)),
+      accessible({[this] { return frame().value_or(QRectF()).toRect(); }, [this] { press(); }}) {
   qGuiApp->installNativeEventFilter(this);
   describe();
   dock(tray);
@@ -127,6 +128,11 @@ void XEmbedIcon::dock(quint32 tray) {
 void XEmbedIcon::setImage(const Image& image) {
   icon = image.icon;
   draw();
+}
+
+void XEmbedIcon::setToolTip(const QString& text) {
+  toolTip = text;
+  accessible.setName(text);
 }
 
 void XEmbedIcon::draw() {
@@ -195,7 +201,10 @@ bool XEmbedIcon::handlePointer(const xcb_generic_event_t& event) {
   const auto& pointer = as<xcb_button_press_event_t>(event);  // the four are alike
   if (pointer.event != window)
     return false;
-  if (type == XCB_ENTER_NOTIFY)
+  // The end of a grab, a menu's for one, looks like the pointer's arrival.
+  const bool isArrival =
+      type == XCB_ENTER_NOTIFY && as<xcb_enter_notify_event_t>(event).mode == XCB_NOTIFY_MODE_NORMAL;
+  if (isArrival)
     showToolTipSoon();
   else
     hideToolTip();
@@ -210,6 +219,11 @@ void XEmbedIcon::clicked(const xcb_button_press_event_t& event) {
   const auto type = event.detail == XCB_BUTTON_INDEX_1 ? EventType::LeftMouseUp : EventType::RightMouseUp;
   const QRectF place = fromDevicePixels(QRect(event.root_x, event.root_y, 1, 1));
   handlers.clicked({type, 0, modifierFlags(event.state)}, place.topLeft().toPoint());
+}
+
+void XEmbedIcon::press() {
+  const QPoint place = frame().value_or(QRectF(QCursor::pos(), QSizeF())).center().toPoint();
+  handlers.clicked({EventType::LeftMouseUp, 0, {}}, place);
 }
 
 void XEmbedIcon::showToolTipSoon() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/base/MainQueue.h"
+#include "platform/desktop/tray/AccessibleIcon.h"
 #include "platform/desktop/tray/TrayIcon.h"
 #include "platform/desktop/tray/X11Picture.h"
 
@@ -21,13 +22,14 @@ class XEmbedIcon : public TrayIcon, private QAbstractNativeEventFilter {
   ~XEmbedIcon() override;
 
   void setImage(const Image& image) override;
-  void setToolTip(const QString& text) override { toolTip = text; }
+  void setToolTip(const QString& text) override;
   [[nodiscard]] std::optional<QRectF> frame() const override;
 
  private:
   bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
   bool handle(const xcb_generic_event_t& event);
   void describe();
+  void press();
   void dock(quint32 tray);
   void draw();
   bool handlePointer(const xcb_generic_event_t& event);
@@ -46,6 +48,7 @@ class XEmbedIcon : public TrayIcon, private QAbstractNativeEventFilter {
   WorkItem toolTipDue;
   bool isToolTipShown = false;
   std::unique_ptr<X11Picture> picture;
+  AccessibleIcon accessible;
 };
 
 }  // namespace platform
