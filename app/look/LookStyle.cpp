@@ -4,6 +4,7 @@
 #include "app/look/MenuRow.h"
 #include "app/look/PopupSurface.h"
 #include "app/look/TextStyle.h"
+#include "platform/desktop/WindowShape.h"
 
 #include <QEvent>
 #include <QMenu>
@@ -59,6 +60,8 @@ bool LookStyle::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Show && !event->spontaneous() && isMenu(&popup))
       placeSheet(popup);
     PopupSurface::fit(popup);
+    if (isTip(&popup))
+      platform::letPointerThrough(popup);  // to what it lies on
   }
   return QProxyStyle::eventFilter(watched, event);
 }

@@ -47,4 +47,10 @@ void cutToRoundedShape(const QWidget& window, int radius) {
                        static_cast<quint32>(rows.size()), rows.data());
 }
 
+void letPointerThrough(const QWidget& window) {
+  if (xcb_connection_t* const connection = x11Connection(); connection && window.internalWinId())
+    xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
+                         static_cast<xcb_window_t>(window.internalWinId()), 0, 0, 0, nullptr);
+}
+
 }  // namespace platform

@@ -11,5 +11,8 @@ namespace platform {
 /// pixels, so that a broken scale brings no stairs. The window must have been created. Does nothing where the
 /// window system doesn't cut windows.
 void cutToRoundedShape(const QWidget& window, int radius);
+/// Leaves all of the window to the eye alone: clicks and the pointer reach what is beneath. The window must
+/// have been created.
+void letPointerThrough(const QWidget& window);
 
 }  // namespace platform
