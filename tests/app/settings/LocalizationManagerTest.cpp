@@ -90,11 +90,4 @@ TEST_F(LocalizationManagerTest, aMissingLanguageFolderLeavesTheMainBundleUntilIt
   EXPECT_EQ(localized(quit), quit);
 }
 
-TEST_F(LocalizationManagerTest, theLanguagesAreStoredAndShownUnderTheirNames) {
-  QString names;
-  for (const AppLanguage language : sorrel::allAppLanguages)
-    names += sorrel::rawValue(language) + u'=' + localized(sorrel::labelKey(language)) + u' ';
-  EXPECT_EQ(names, u"system=System ko=한국어 en=English "_s);
-}
-
 }  // namespace

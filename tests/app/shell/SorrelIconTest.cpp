@@ -1,4 +1,3 @@
-#include "app/shell/AppColors.h"
 #include "app/shell/SorrelIcon.h"
 
 #include <QImage>
@@ -7,7 +6,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace sorrel;
-using platform::Appearance;
 
 namespace {
 
@@ -22,16 +20,7 @@ TEST(SorrelIconTest, TellsEmptyFromNotAndNothingElse) {
   EXPECT_EQ(pixels(one), pixels(many));
   EXPECT_NE(pixels(one), pixels(empty));
   EXPECT_EQ(pixels(SorrelIcon::image(-1, 18)), pixels(empty));
-  EXPECT_EQ(one.size, QSizeF(18, 18));
   EXPECT_EQ(many.accessibilityDescription, u"Sorrel — 500 screenshots"_s);
-}
-
-TEST(AppColorsTest, FollowTheAppearance) {
-  EXPECT_EQ(AppColors::accent.resolved(Appearance::Light), QColor(0x3B, 0x6B, 0x2F));
-  EXPECT_EQ(AppColors::accent.resolved(Appearance::Dark), QColor(0x6F, 0xAE, 0x4E));
-  EXPECT_EQ(AppColors::inkOnAmber.resolved(Appearance::Light),
-            AppColors::inkOnAmber.resolved(Appearance::Dark));
-  EXPECT_LT(AppColors::separator.resolved(Appearance::Dark).alpha(), 64);
 }
 
 }  // namespace
