@@ -4,8 +4,8 @@
 
 namespace KeyboardShortcuts {
 
-EventStream::EventStream(std::shared_ptr<Buffer> sharedBuffer, std::function<void()> atEnd)
-    : buffer(std::move(sharedBuffer)), onTermination(std::move(atEnd)) {
+EventStream::EventStream(std::shared_ptr<Buffer> buffer, std::function<void()> onTermination)
+    : buffer(std::move(buffer)), onTermination(std::move(onTermination)) {
 }
 
 EventStream::~EventStream() {

@@ -11,7 +11,8 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(SORREL_LIBEXEC_DIR "libexec/sorrel")
 set(SORREL_DATA_DIR "share/sorrel")
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+# A parameter may have the name of the member that it sets.
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Werror $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local>)
 add_compile_definitions(
   QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING)
 # A program links only the libraries it really calls: the capture tool must not load a toolkit that it doesn't use.

@@ -30,9 +30,9 @@ void callIfPresent(const Window& window, Arguments&&... arguments) {
 
 }  // namespace
 
-AppDelegate::AppDelegate(Windows allWindows, std::unique_ptr<platform::Updater> programUpdater,
-                         std::function<void()> onTerminate)
-    : windows(std::move(allWindows)), updater(std::move(programUpdater)), terminate(std::move(onTerminate)) {
+AppDelegate::AppDelegate(Windows windows, std::unique_ptr<platform::Updater> updater,
+                         std::function<void()> terminate)
+    : windows(std::move(windows)), updater(std::move(updater)), terminate(std::move(terminate)) {
 }
 
 AppDelegate::~AppDelegate() = default;

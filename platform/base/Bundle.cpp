@@ -17,7 +17,7 @@ std::shared_ptr<const Bundle> Bundle::withPath(const QString& path) {
   return QFileInfo(path).isDir() ? std::make_shared<const Bundle>(path, main()->languages) : nullptr;
 }
 
-Bundle::Bundle(const QString& path, const QStringList& userLanguages) : root(path), languages(userLanguages) {
+Bundle::Bundle(const QString& path, const QStringList& languages) : root(path), languages(languages) {
 }
 
 Bundle::~Bundle() = default;

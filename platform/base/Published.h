@@ -40,10 +40,10 @@ class Observers {
 template <typename Value>
 class Published {
  public:
-  explicit Published(Observers& listening) : value(), observers(listening) {}
+  explicit Published(Observers& observers) : value(), observers(observers) {}
   /// `didChange`, if given, is called when the new value is in place.
-  Published(Observers& listening, Value initial, std::function<void()> didChange = {})
-      : value(std::move(initial)), observers(listening), hasChanged(std::move(didChange)) {}
+  Published(Observers& observers, Value initial, std::function<void()> didChange = {})
+      : value(std::move(initial)), observers(observers), didChange(std::move(didChange)) {}
   Published(const Published&) = delete;
   Published& operator=(const Published&) = delete;
 
@@ -66,14 +66,14 @@ class Published {
   void change(Edit edit) {
     observers.tell(this);
     edit(value);
-    if (hasChanged)
-      hasChanged();
+    if (didChange)
+      didChange();
   }
 
  private:
   Value value;
   Observers& observers;
-  const std::function<void()> hasChanged;
+  const std::function<void()> didChange;
 };
 
 /// The same, but only `Owner` may change it.

@@ -20,7 +20,7 @@ class [[nodiscard]] Subscription {
   };
 
   Subscription() = default;
-  explicit Subscription(std::shared_ptr<Listener> active) : listener(std::move(active)) {}
+  explicit Subscription(std::shared_ptr<Listener> listener) : listener(std::move(listener)) {}
   Subscription(Subscription&&) noexcept = default;
   Subscription& operator=(Subscription&& other) noexcept {
     if (this != &other) {
@@ -64,7 +64,7 @@ class Listeners {
 
  private:
   struct Listener : Subscription::Listener {
-    explicit Listener(Block heard) : block(std::move(heard)) {}
+    explicit Listener(Block block) : block(std::move(block)) {}
     const Block block;
   };
   std::vector<std::weak_ptr<Listener>> listeners;

@@ -28,7 +28,7 @@ int findXinput(xcb_connection_t* connection) {
 
 }  // namespace
 
-X11HotKeyService::X11HotKeyService(xcb_connection_t* x11) : connection(x11) {
+X11HotKeyService::X11HotKeyService(xcb_connection_t* connection) : connection(connection) {
   for (auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection)); screen.rem > 0;
        xcb_screen_next(&screen))
     roots.push_back(screen.data->root);

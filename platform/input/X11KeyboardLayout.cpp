@@ -109,7 +109,7 @@ char32_t accent(xcb_keysym_t symbol) {
 
 }  // namespace
 
-X11KeyboardLayout::X11KeyboardLayout(xcb_connection_t* x11) : connection(x11) {
+X11KeyboardLayout::X11KeyboardLayout(xcb_connection_t* connection) : connection(connection) {
   xcb_discard_reply(connection,
                     xcb_xkb_use_extension(connection, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION).sequence);
 }
