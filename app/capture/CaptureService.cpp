@@ -1,6 +1,7 @@
 #include "app/capture/CaptureService.h"
 
 #include "app/capture/AppPaths.h"
+#include "app/settings/LocalizationManager.h"
 #include "platform/base/Environment.h"
 #include "platform/base/FilePath.h"
 #include "platform/base/Locations.h"
@@ -55,7 +56,9 @@ void CaptureService::runScreencapture(const QStringList& arguments, const std::o
     finish(hasFile ? fileURL : std::nullopt);
   };
   const QString tool = platform::Locations::systemTool(QStringLiteral("/usr/sbin/screencapture"));
-  if (const auto launched = platform::launch({tool, arguments}, onTermination); !launched) {
+  const platform::Task task{
+      .executable = tool, .arguments = arguments, .language = LocalizationManager::shared().localization()};
+  if (const auto launched = platform::launch(task, onTermination); !launched) {
     platform::log(QStringLiteral("Sorrel screencapture launch failed: ") + launched.error().reason);
     finish(std::nullopt);
   }

@@ -83,6 +83,11 @@ platform::Subscription LocalizationManager::observe(std::function<void()> observ
   return observers.add(std::move(observer));
 }
 
+QString LocalizationManager::localization() const {
+  const QFileInfo folder(table->resourcePath());
+  return folder.suffix() == u"lproj" ? folder.completeBaseName() : table->preferredLocalizations().value(0);
+}
+
 QString localized(const QString& key) {
   return LocalizationManager::shared().bundle()->localizedString(key, key);
 }

@@ -39,6 +39,9 @@ class LocalizationManager {
   /// has no such table.
   [[nodiscard]] std::shared_ptr<const platform::Bundle> bundle() const { return table; }
 
+  /// The language of these texts, as "ko"; empty where there are none.
+  [[nodiscard]] QString localization() const;
+
   /// Calls `observer` after each change of the language.
   [[nodiscard]] platform::Subscription observe(std::function<void()> observer);
 

@@ -20,6 +20,11 @@ Result<> launchChild(const Task& task, std::function<void()> onTermination) {
     process->setStandardOutputFile(QProcess::nullDevice());
     process->setStandardErrorFile(QProcess::nullDevice());
   }
+  if (!task.language.isEmpty()) {
+    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    variables.insert(QStringLiteral("LANGUAGE"), task.language);
+    process->setProcessEnvironment(variables);
+  }
   process->start(task.executable, task.arguments);
   if (!process->waitForStarted(-1))
     return Error{process->errorString()};

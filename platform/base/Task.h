@@ -17,6 +17,8 @@ struct Task {
   QString executable;
   QStringList arguments;
   Output output = Output::Inherited;
+  /// The language that it is to speak, as "ko"; empty: the desktop's.
+  QString language = {};
 };
 
 /// Starts the program, and calls `onTermination` once, on the main thread, after the child has ended in

@@ -36,6 +36,12 @@
     <message id="clipboard.failed">
       <translation>Couldn’t copy</translation>
     </message>
+    <message id="selection.hint.space">
+      <translation>Area or window</translation>
+    </message>
+    <message id="selection.hint.escape">
+      <translation>Cancel</translation>
+    </message>
     <message id="settings.language.system">
       <translation>System</translation>
     </message>

@@ -36,6 +36,12 @@
     <message id="clipboard.failed">
       <translation>복사하지 못했습니다</translation>
     </message>
+    <message id="selection.hint.space">
+      <translation>영역 또는 창</translation>
+    </message>
+    <message id="selection.hint.escape">
+      <translation>취소</translation>
+    </message>
     <message id="settings.language.system">
       <translation>시스템</translation>
     </message>

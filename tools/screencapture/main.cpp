@@ -2,12 +2,13 @@
 
 #include "platform/system/ClipboardKeeper.h"
 #include "tools/screencapture/Arguments.h"
-#include "tools/screencapture/CaptureRun.h"
 #include "tools/screencapture/FileWriter.h"
+#include "tools/screencapture/x11/CaptureRun.h"
 
 #include <array>
 #include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string_view>
 #include <unistd.h>
@@ -36,6 +37,11 @@ Status leaveOnClipboard(const platform::PngFile& png) {
   return NothingTaken;
 }
 
+std::string_view variable(const char* name) {
+  const char* const value = std::getenv(name);
+  return value ? value : "";
+}
+
 Status deliver(const platform::PngFile& png, const Arguments& arguments) {
   if (arguments.destination == Destination::Clipboard)
     return leaveOnClipboard(png);
@@ -61,6 +67,6 @@ int main(int count, char** words) {
     std::fputs("screencapture: there is no X11 display\n", stderr);
     return NothingTaken;
   }
-  const std::optional<platform::PngFile> png = captureInteractively(*display);
+  const std::optional<platform::PngFile> png = captureInteractively(*display, languageOf(&variable));
   return png ? deliver(*png, *arguments) : NothingTaken;
 }

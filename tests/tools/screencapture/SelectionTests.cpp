@@ -1,6 +1,6 @@
 #include "tools/screencapture/Arguments.h"
-#include "tools/screencapture/HeldKeys.h"
-#include "tools/screencapture/Selection.h"
+#include "tools/screencapture/selection/HeldKeys.h"
+#include "tools/screencapture/selection/Selection.h"
 
 #include <gtest/gtest.h>
 #include <variant>

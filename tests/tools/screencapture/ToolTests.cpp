@@ -135,25 +135,6 @@ TEST(Screencapture, leavesNothingWhenCancelled) {
   EXPECT_EQ(desk.names(), QStringList());
 }
 
-TEST(Screencapture, spaceMovesAndShiftLocksWhileDragging) {
-  Desk desk;
-  const QImage before = desk.screen.picture();
-  EXPECT_EQ(desk.take([&] {
-    desk.hand.moveTo(10, 10);
-    desk.hand.pressButton(left);
-    desk.hand.moveTo(49, 29);
-    desk.hand.pressKey(KEY_SPACE);
-    desk.hand.moveTo(149, 79);
-    desk.hand.releaseKey(KEY_SPACE);
-    desk.hand.pressKey(KEY_LEFTSHIFT);
-    desk.hand.moveTo(160, 80);
-    desk.hand.moveTo(169, 150);
-    desk.hand.releaseButton(left);
-  }),
-            0);
-  EXPECT_EQ(desk.taken(), before.copy(110, 60, 60, 20));
-}
-
 TEST(Screencapture, keysHeldSinceBeforeTheStartDoNotCountUntilPressedAgain) {
   Desk desk(24, {"-ardelay", "20", "-arinterval", "5"});
   const QImage before = desk.screen.picture();

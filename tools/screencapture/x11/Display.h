@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/system/Xcb.h"
-#include "tools/screencapture/Geometry.h"
+#include "tools/screencapture/selection/Geometry.h"
 
 #include <optional>
 #include <string_view>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/imaging/png/PngEncoder.h"
-#include "tools/screencapture/Display.h"
+#include "tools/screencapture/x11/Display.h"
 
 namespace screencapture {
 

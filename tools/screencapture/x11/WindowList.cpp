@@ -1,4 +1,4 @@
-#include "tools/screencapture/WindowList.h"
+#include "tools/screencapture/x11/WindowList.h"
 
 #include <algorithm>
 #include <array>

@@ -1,16 +1,14 @@
-#include "tools/screencapture/Scene.h"
+#include "tools/screencapture/selection/Scene.h"
 
-#include "tools/screencapture/Artwork.h"
+#include "tools/screencapture/selection/Artwork.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
 namespace screencapture {
 
 namespace {
 
-constexpr double dotsPerInchAtScaleOne = 96;
 constexpr double largestScale = 4;
 constexpr double labelDistance = 14;  // from the pointer, at the scale 1
 
@@ -31,23 +29,9 @@ void append(std::vector<Rectangle>& to, const std::vector<Rectangle>& more) {
 
 }  // namespace
 
-Metrics Metrics::fromResources(std::string_view resources) {
-  constexpr std::string_view key = "Xft.dpi:";
-  double dotsPerInch = dotsPerInchAtScaleOne;
-  for (std::size_t start = 0; start < resources.size();) {
-    const std::size_t end = std::min(resources.find('\n', start), resources.size());
-    std::string_view line = resources.substr(start, end - start);
-    start = end + 1;
-    if (!line.starts_with(key))
-      continue;
-    line.remove_prefix(key.size());
-    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
-    double value = 0;
-    if (std::from_chars(line.data(), line.data() + line.size(), value).ec == std::errc() && value > 0)
-      dotsPerInch = value;
-  }
+Metrics Metrics::at(double scale) {
   Metrics metrics;
-  metrics.scale = std::clamp(dotsPerInch / dotsPerInchAtScaleOne, 1.0, largestScale);
+  metrics.scale = std::clamp(scale, 1.0, largestScale);
   metrics.line = metrics.pixels(1);
   return metrics;
 }
@@ -57,8 +41,8 @@ int Metrics::pixels(double length) const {
 }
 
 Scene sceneOf(const Selection& selection, std::span<const Rectangle> monitors, const Metrics& metrics) {
-  Scene scene{selection.mode(), selection.selected(), std::nullopt};
-  if (scene.mode == Mode::Window || !scene.bright)
+  Scene scene{selection.mode(), selection.selected(), std::nullopt, std::nullopt};
+  if (!scene.bright)
     return scene;
   const auto monitor = std::ranges::find_if(
       monitors, [&](const Rectangle& each) { return each.contains(selection.pointer()); });
@@ -91,6 +75,12 @@ std::vector<Rectangle> difference(const Scene& before, const Scene& after, const
     for (const auto& label : {before.label, after.label}) {
       if (label)
         changed.push_back(label->place);
+    }
+  }
+  if (before.hint != after.hint) {
+    for (const auto& hint : {before.hint, after.hint}) {
+      if (hint)
+        changed.push_back(hint->place);
     }
   }
   return changed;

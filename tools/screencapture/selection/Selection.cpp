@@ -1,4 +1,4 @@
-#include "tools/screencapture/Selection.h"
+#include "tools/screencapture/selection/Selection.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,4 +1,6 @@
-#include "tools/screencapture/Overlay.h"
+#include "tools/screencapture/x11/Overlay.h"
+
+#include "tools/screencapture/selection/Painting.h"
 
 #include <bit>
 
@@ -7,19 +9,13 @@ namespace screencapture {
 namespace {
 
 /// From 8-bit channels to the protocol's 16 bits with the colours multiplied by alpha.
-constexpr xcb_render_color_t colour(unsigned rgb, double alpha) {
+constexpr xcb_render_color_t toX(const Color& color) {
   const auto channel = [&](unsigned shift) {
-    return static_cast<std::uint16_t>(((rgb >> shift) & 0xff) * 0x101 * alpha);
+    return static_cast<std::uint16_t>(((color.rgb >> shift) & 0xff) * 0x101 * color.alpha);
   };
-  return {channel(16), channel(8), channel(0), static_cast<std::uint16_t>(0xffff * alpha)};
+  return {channel(16), channel(8), channel(0), static_cast<std::uint16_t>(0xffff * color.alpha)};
 }
 
-constexpr xcb_render_color_t veil = colour(0x000000, 0.45);
-constexpr xcb_render_color_t lightLine = colour(0xffffff, 1);
-constexpr xcb_render_color_t darkLine = colour(0x101210, 0.75);
-constexpr xcb_render_color_t windowTint = colour(0x6fae4e, 0.16);
-constexpr xcb_render_color_t windowLine = colour(0x6fae4e, 1);
-constexpr double windowLineWidth = 3;  // at the scale 1
 constexpr std::uint8_t translucentDepth = 32;
 
 }  // namespace
@@ -84,10 +80,12 @@ class Overlay::Uploaded {
   const xcb_render_picture_t picture;
 };
 
-Overlay::Overlay(const Display& used, const FrozenScreen& screen, const DrawingFormats& known)
+Overlay::Overlay(const Display& used, const FrozenScreen& screen, const DrawingFormats& known,
+                 Language shownLanguage)
     : display(used),
       frozen(screen),
       formats(known),
+      language(shownLanguage),
       window(used.newId()),
       canvas(used.newId()),
       copying(used.newId()),
@@ -113,7 +111,7 @@ void Overlay::show() {
   const xcb_render_picture_t onWindow = display.newId();
   const xcb_rectangle_t all = toX(whole());
   xcb_render_create_picture(connection, onWindow, window, formats.screen, 0, nullptr);
-  xcb_render_fill_rectangles(connection, XCB_RENDER_PICT_OP_OVER, onWindow, veil, 1, &all);
+  xcb_render_fill_rectangles(connection, XCB_RENDER_PICT_OP_OVER, onWindow, toX(veil), 1, &all);
   xcb_render_free_picture(connection, onWindow);
   // From here on the server must not paint the window by itself, which would show the screen without the
   // veil; it tells what to paint instead.
@@ -133,18 +131,25 @@ void Overlay::hide() {
 void Overlay::show(const Scene& next) {
   const std::vector<Rectangle> changed = difference(scene, next, measures);
   scene = next;
-  std::optional<Uploaded> label;
-  if (scene.label)
-    label.emplace(display, drawLabel(scene.label->text, measures), formats.translucent);
+  const std::vector<Piece> pieces = piecesOfScene();
   for (const Rectangle& part : changed)
-    paint(part, label ? &*label : nullptr);
+    paint(part, pieces);
 }
 
 void Overlay::repaint(const Rectangle& part) {
-  std::optional<Uploaded> label;
+  paint(part, piecesOfScene());
+}
+
+std::vector<Overlay::Piece> Overlay::piecesOfScene() const {
+  std::vector<Piece> pieces;
+  const auto add = [&](const Artwork& artwork, const Rectangle& place) {
+    pieces.push_back({std::make_unique<Uploaded>(display, artwork, formats.translucent), place});
+  };
+  if (scene.hint)
+    add(drawHint(language, measures, scene.hint->opacity), scene.hint->place);
   if (scene.label)
-    label.emplace(display, drawLabel(scene.label->text, measures), formats.translucent);
-  paint(part, label ? &*label : nullptr);
+    add(drawLabel(scene.label->text, measures), scene.label->place);
+  return pieces;
 }
 
 xcb_cursor_t Overlay::makeCursor(const Artwork& look) const {
@@ -156,57 +161,30 @@ xcb_cursor_t Overlay::makeCursor(const Artwork& look) const {
   return cursor;
 }
 
-void Overlay::paint(const Rectangle& part, const Uploaded* label) {
+void Overlay::paint(const Rectangle& part, const std::vector<Piece>& pieces) {
+  xcb_connection_t* const connection = display.connection();
   const Rectangle within = part.intersected(whole());
   if (within.isEmpty())
     return;
   const xcb_rectangle_t area = toX(within);
-  xcb_copy_area(display.connection(), frozen.pixmap(), canvas, copying, area.x, area.y, area.x, area.y,
-                area.width, area.height);
-  for (const Rectangle& veiled : subtract(within, scene.bright.value_or(Rectangle{})))
-    fill(veiled, within, veil);
-  if (scene.bright && scene.mode == Mode::Area)
-    paintAreaFrame(*scene.bright, within);
-  if (scene.bright && scene.mode == Mode::Window)
-    paintWindowFrame(*scene.bright, within);
-  if (label && scene.label) {
-    const Rectangle place = scene.label->place.intersected(within);
-    const xcb_rectangle_t to = toX(place);
-    const auto fromX = static_cast<std::int16_t>(place.x - scene.label->place.x);
-    const auto fromY = static_cast<std::int16_t>(place.y - scene.label->place.y);
-    if (!place.isEmpty())
-      xcb_render_composite(display.connection(), XCB_RENDER_PICT_OP_OVER, label->picture,
-                           XCB_RENDER_PICTURE_NONE, canvasPicture, fromX, fromY, 0, 0, to.x, to.y, to.width,
-                           to.height);
-  }
-  xcb_copy_area(display.connection(), canvas, window, copying, area.x, area.y, area.x, area.y, area.width,
+  xcb_copy_area(connection, frozen.pixmap(), canvas, copying, area.x, area.y, area.x, area.y, area.width,
                 area.height);
-}
-
-void Overlay::fill(const Rectangle& area, const Rectangle& within, xcb_render_color_t colour) {
-  const Rectangle part = area.intersected(within);
-  if (part.isEmpty())
-    return;
-  const xcb_rectangle_t rectangle = toX(part);
-  xcb_render_fill_rectangles(display.connection(), XCB_RENDER_PICT_OP_OVER, canvasPicture, colour, 1,
-                             &rectangle);
-}
-
-void Overlay::paintAreaFrame(const Rectangle& area, const Rectangle& within) {
-  const Rectangle light = area.grown(measures.line);
-  for (const Rectangle& side : subtract(light.grown(measures.line), light))
-    fill(side, within, darkLine);
-  for (const Rectangle& side : subtract(light, area))
-    fill(side, within, lightLine);
-}
-
-void Overlay::paintWindowFrame(const Rectangle& area, const Rectangle& within) {
-  fill(area, within, windowTint);
-  const Rectangle inside = area.grown(-measures.pixels(windowLineWidth));
-  for (const Rectangle& side : subtract(area, inside))
-    fill(side, within, windowLine);
-  for (const Rectangle& side : subtract(inside, inside.grown(-measures.line)))
-    fill(side, within, lightLine);
+  for (const Fill& fill : fillsOf(scene, within, measures)) {
+    const xcb_rectangle_t filled = toX(fill.area);
+    xcb_render_fill_rectangles(connection, XCB_RENDER_PICT_OP_OVER, canvasPicture, toX(fill.color), 1,
+                               &filled);
+  }
+  for (const Piece& piece : pieces) {
+    const Rectangle place = piece.place.intersected(within);
+    if (place.isEmpty())
+      continue;
+    const xcb_rectangle_t to = toX(place);
+    xcb_render_composite(connection, XCB_RENDER_PICT_OP_OVER, piece.artwork->picture, XCB_RENDER_PICTURE_NONE,
+                         canvasPicture, static_cast<std::int16_t>(place.x - piece.place.x),
+                         static_cast<std::int16_t>(place.y - piece.place.y), 0, 0, to.x, to.y, to.width,
+                         to.height);
+  }
+  xcb_copy_area(connection, canvas, window, copying, area.x, area.y, area.x, area.y, area.width, area.height);
 }
 
 Rectangle Overlay::whole() const {

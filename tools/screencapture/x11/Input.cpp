@@ -1,4 +1,4 @@
-#include "tools/screencapture/Input.h"
+#include "tools/screencapture/x11/Input.h"
 
 // A field of this C header is named with a word that C++ keeps for itself.
 #define explicit explicitField

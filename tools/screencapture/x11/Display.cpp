@@ -1,4 +1,4 @@
-#include "tools/screencapture/Display.h"
+#include "tools/screencapture/x11/Display.h"
 
 namespace screencapture {
 

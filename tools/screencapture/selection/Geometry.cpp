@@ -1,4 +1,4 @@
-#include "tools/screencapture/Geometry.h"
+#include "tools/screencapture/selection/Geometry.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "tools/screencapture/PixelFormat.h"
+#include "tools/screencapture/x11/PixelFormat.h"
 
 #include <algorithm>
 #include <bit>

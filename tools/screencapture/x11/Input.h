@@ -1,8 +1,8 @@
 #pragma once
 
-#include "tools/screencapture/Display.h"
-#include "tools/screencapture/HeldKeys.h"
-#include "tools/screencapture/Selection.h"
+#include "tools/screencapture/selection/HeldKeys.h"
+#include "tools/screencapture/selection/Selection.h"
+#include "tools/screencapture/x11/Display.h"
 
 #include <array>
 #include <optional>

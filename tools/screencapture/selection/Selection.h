@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/screencapture/Geometry.h"
+#include "tools/screencapture/selection/Geometry.h"
 
 #include <optional>
 #include <vector>

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "tools/screencapture/Geometry.h"
-#include "tools/screencapture/Scene.h"
+#include "tools/screencapture/selection/Geometry.h"
+#include "tools/screencapture/selection/Scene.h"
+#include "tools/screencapture/selection/TextMasks.h"
 
 #include <cstdint>
 #include <string_view>
@@ -16,8 +17,13 @@ struct Artwork {
   Point hotSpot;  // of a cursor: the pixel that it points at
 };
 
-/// Beside the pointer during a drag: the area's size, in digits drawn from strokes so that no font is needed.
-/// `text` may hold digits, spaces and "x" for the multiplication sign.
+/// A text in white on a dark box with round corners: how large the box is around a text of that size, and the
+/// whole. `opacity` goes up to 255.
+[[nodiscard]] Size boxSize(Size text, const Metrics& metrics);
+[[nodiscard]] Artwork drawBox(const Coverage& text, const Metrics& metrics, int opacity = 255);
+
+/// Beside the pointer: the size of what would be taken. `text` may hold digits, spaces and "x" for the
+/// multiplication sign.
 [[nodiscard]] Size labelSize(std::string_view text, const Metrics& metrics);
 [[nodiscard]] Artwork drawLabel(std::string_view text, const Metrics& metrics);
 

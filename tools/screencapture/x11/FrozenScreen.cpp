@@ -1,7 +1,7 @@
-#include "tools/screencapture/FrozenScreen.h"
+#include "tools/screencapture/x11/FrozenScreen.h"
 
 #include "platform/system/SharedSegment.h"
-#include "tools/screencapture/PixelFormat.h"
+#include "tools/screencapture/x11/PixelFormat.h"
 
 #include <algorithm>
 #include <vector>

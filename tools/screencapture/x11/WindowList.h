@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tools/screencapture/Display.h"
-#include "tools/screencapture/Geometry.h"
+#include "tools/screencapture/selection/Geometry.h"
+#include "tools/screencapture/x11/Display.h"
 
 #include <vector>
 

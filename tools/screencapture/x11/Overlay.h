@@ -1,10 +1,12 @@
 #pragma once
 
-#include "tools/screencapture/Artwork.h"
-#include "tools/screencapture/Display.h"
-#include "tools/screencapture/FrozenScreen.h"
-#include "tools/screencapture/Scene.h"
+#include "tools/screencapture/selection/Artwork.h"
+#include "tools/screencapture/selection/Hint.h"
+#include "tools/screencapture/selection/Scene.h"
+#include "tools/screencapture/x11/Display.h"
+#include "tools/screencapture/x11/FrozenScreen.h"
 
+#include <memory>
 #include <optional>
 
 namespace screencapture {
@@ -25,7 +27,8 @@ struct DrawingFormats {
 /// from what is shown, so nothing flickers.
 class Overlay {
  public:
-  Overlay(const Display& display, const FrozenScreen& frozen, const DrawingFormats& formats);
+  Overlay(const Display& display, const FrozenScreen& frozen, const DrawingFormats& formats,
+          Language language);
 
   /// Shows the veiled screen. Sends requests without waiting.
   void show();
@@ -42,15 +45,19 @@ class Overlay {
 
  private:
   class Uploaded;
-  void paint(const Rectangle& part, const Uploaded* label);
-  void fill(const Rectangle& area, const Rectangle& within, xcb_render_color_t colour);
-  void paintAreaFrame(const Rectangle& area, const Rectangle& within);
-  void paintWindowFrame(const Rectangle& window, const Rectangle& within);
+  /// Artwork that lies above the scene's plain rectangles.
+  struct Piece {
+    std::unique_ptr<Uploaded> artwork;
+    Rectangle place;
+  };
+  [[nodiscard]] std::vector<Piece> piecesOfScene() const;
+  void paint(const Rectangle& part, const std::vector<Piece>& pieces);
   [[nodiscard]] Rectangle whole() const;
 
   const Display& display;
   const FrozenScreen& frozen;
   const DrawingFormats formats;
+  const Language language;  // of the hint
   const xcb_window_t window;
   const xcb_pixmap_t canvas;  // where changes are put together
   const xcb_gcontext_t copying;

@@ -1,10 +1,12 @@
-#include "tools/screencapture/CaptureRun.h"
+#include "tools/screencapture/x11/CaptureRun.h"
 
-#include "tools/screencapture/FrozenScreen.h"
-#include "tools/screencapture/Input.h"
-#include "tools/screencapture/Overlay.h"
-#include "tools/screencapture/WindowList.h"
+#include "tools/screencapture/x11/FrozenScreen.h"
+#include "tools/screencapture/x11/Input.h"
+#include "tools/screencapture/x11/Overlay.h"
+#include "tools/screencapture/x11/Resources.h"
+#include "tools/screencapture/x11/WindowList.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <poll.h>
@@ -41,8 +43,9 @@ Metrics metricsOf(const Display& display) {
                              XCB_ATOM_STRING, 0, longestResources));
   if (!resources)
     return {};
-  return Metrics::fromResources({static_cast<const char*>(xcb_get_property_value(resources.get())),
-                                 static_cast<std::size_t>(xcb_get_property_value_length(resources.get()))});
+  return Metrics::at(
+      scaleFromResources({static_cast<const char*>(xcb_get_property_value(resources.get())),
+                          static_cast<std::size_t>(xcb_get_property_value_length(resources.get()))}));
 }
 
 Point pointerOf(const Display& display) {
@@ -56,7 +59,7 @@ using Clock = std::chrono::steady_clock;
 /// The selection on the screen, from the first picture to the last gesture.
 class Session {
  public:
-  Session(const Display& used, Input& taken, Overlay& shown)
+  Session(const Display& used, Input& taken, Overlay& shown, Language language)
       : display(used),
         input(taken),
         overlay(shown),
@@ -64,6 +67,7 @@ class Session {
         monitors(monitorsOf(display)),
         isGranted(input.settle()) {
     overlay.setMetrics(metricsOf(display));
+    hint.emplace(language, monitorUnder(selection.pointer()), overlay.metrics());
     crosshair = overlay.makeCursor(drawCrosshair(overlay.metrics()));
     camera = overlay.makeCursor(drawCamera(overlay.metrics()));
     input.setCursor(crosshair);
@@ -88,7 +92,7 @@ class Session {
         lastAttempt = Clock::now();
       } else {
         display.flush();
-        poll(&waiting, 1, isGranted ? -1 : static_cast<int>(retryInterval.count()));
+        poll(&waiting, 1, longestWait());
       }
     }
   }
@@ -96,6 +100,22 @@ class Session {
   Selection& result() { return selection; }
 
  private:
+  [[nodiscard]] Rectangle monitorUnder(Point point) const {
+    return *std::ranges::find_if(monitors, [&](const Rectangle& each) { return each.contains(point); });
+  }
+
+  [[nodiscard]] Hint::Duration sinceStart() const {
+    return std::chrono::duration_cast<Hint::Duration>(Clock::now() - start);
+  }
+
+  /// For poll(): in milliseconds, -1 for ever.
+  [[nodiscard]] int longestWait() const {
+    const auto hintChange = hint ? Hint::nextChange(sinceStart()) : std::nullopt;
+    if (!isGranted)
+      return static_cast<int>(retryInterval.count());
+    return hintChange ? static_cast<int>(hintChange->count()) : -1;
+  }
+
   void handle(const xcb_generic_event_t& event) {
     if ((event.response_type & 0x7f) == XCB_EXPOSE) {
       const auto& exposed = reinterpret_cast<const xcb_expose_event_t&>(event);
@@ -107,7 +127,11 @@ class Session {
 
   /// Shows what the gestures so far led to; false if there was nothing new.
   bool draw() {
-    const Scene scene = sceneOf(selection, monitors, overlay.metrics());
+    Scene scene = sceneOf(selection, monitors, overlay.metrics());
+    if (selection.isDragging())
+      hint.reset();  // who drags has got by without it
+    if (hint)
+      scene.hint = hint->at(sinceStart());
     if (scene == overlay.shown())
       return false;
     if (scene.mode != overlay.shown().mode)
@@ -126,6 +150,8 @@ class Session {
   Overlay& overlay;
   Selection selection;
   const std::vector<Rectangle> monitors;
+  const Clock::time_point start = Clock::now();
+  std::optional<Hint> hint;
   bool isGranted;
   xcb_cursor_t crosshair = XCB_CURSOR_NONE;
   xcb_cursor_t camera = XCB_CURSOR_NONE;
@@ -139,7 +165,7 @@ std::nullopt_t failure(const Display& display, const char* reason) {
 
 }  // namespace
 
-std::optional<platform::PngFile> captureInteractively(const Display& display) {
+std::optional<platform::PngFile> captureInteractively(const Display& display, Language language) {
   // Three turns of the server lead to the frozen picture: which extensions it has, what they offer, done.
   xcb_prefetch_extension_data(display.connection(), &xcb_render_id);
   Input input(display);
@@ -153,11 +179,11 @@ std::optional<platform::PngFile> captureInteractively(const Display& display) {
   const auto formats = answer ? DrawingFormats::from(*answer, display.screen()) : std::nullopt;
   if (!formats)
     return failure(display, "the X server can't draw onto this screen");
-  Overlay overlay(display, frozen, *formats);
+  Overlay overlay(display, frozen, *formats, language);
   overlay.show();
   xcb_prefetch_extension_data(display.connection(), &xcb_randr_id);
 
-  Session session(display, input, overlay);
+  Session session(display, input, overlay, language);
   session.run();
   overlay.hide();
   input.release();

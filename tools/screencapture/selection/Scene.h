@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tools/screencapture/Geometry.h"
-#include "tools/screencapture/Selection.h"
+#include "tools/screencapture/selection/Geometry.h"
+#include "tools/screencapture/selection/Selection.h"
 
 #include <optional>
 #include <span>
@@ -15,10 +15,8 @@ struct Metrics {
   double scale = 1;
   int line = 1;  // the thinnest line
 
-  /// `resources` is the text of the root window's RESOURCE_MANAGER property; its Xft.dpi, 96 being a scale of
-  /// 1, is the only place where desktops agree to keep the user's choice. Between 1 and 4; 1 where it says
-  /// nothing of use.
-  [[nodiscard]] static Metrics fromResources(std::string_view resources);
+  /// Scales between 1 and 4 are shown as they are, others as the nearest of these.
+  [[nodiscard]] static Metrics at(double scale);
   /// A length given for the scale 1, in whole pixels.
   [[nodiscard]] int pixels(double length) const;
 
@@ -32,16 +30,24 @@ struct Label {
   bool operator==(const Label&) const = default;
 };
 
+/// What the keys do, shown for the first moments.
+struct ShownHint {
+  Rectangle place;
+  int opacity = 255;
+  bool operator==(const ShownHint&) const = default;
+};
+
 /// All that the overlay shows above the veiled screen.
 struct Scene {
   Mode mode = Mode::Area;
   std::optional<Rectangle> bright;
   std::optional<Label> label;
+  std::optional<ShownHint> hint;
   bool operator==(const Scene&) const = default;
 };
 
-/// What to show for a selection: a dragged area has its size beside the pointer, a window has none.
-/// `monitors` lie on the screen; `labelSize` tells how large a text will be drawn.
+/// What to show for a selection: what it would take, bright, and the size of that beside the pointer. The
+/// hint is left to the caller. `monitors` lie on the screen.
 [[nodiscard]] Scene sceneOf(const Selection& selection, std::span<const Rectangle> monitors,
                             const Metrics& metrics);
 

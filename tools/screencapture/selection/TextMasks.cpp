@@ -1,0 +1,73 @@
+#include "tools/screencapture/selection/TextMasks.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace screencapture {
+
+namespace {
+
+std::vector<std::uint8_t> unpack(const BakedText& baked) {
+  std::vector<std::uint8_t> values;
+  values.reserve(static_cast<std::size_t>(baked.size.width * baked.size.height));
+  for (std::size_t i = 0; i < baked.packed.size(); ++i) {
+    if (baked.packed[i] != 0)
+      values.push_back(baked.packed[i]);
+    else
+      values.insert(values.end(), baked.packed[++i], 0);
+  }
+  return values;
+}
+
+/// The mean of the values that each pixel of a line of `count` covers, of a line of `length` values that lie
+/// `step` apart.
+template <typename Read, typename Write>
+void reduce(int length, int count, Read read, Write write) {
+  const double ratio = static_cast<double>(length) / count;
+  for (int i = 0; i < count; ++i) {
+    const double begin = i * ratio, end = begin + ratio;
+    double sum = 0;
+    for (int at = static_cast<int>(begin); at < length && at < end; ++at)
+      sum += read(at) * (std::min(end, at + 1.0) - std::max(begin, static_cast<double>(at)));
+    write(i, static_cast<std::uint8_t>(std::lround(std::min(sum / ratio, 255.0))));
+  }
+}
+
+Coverage reduced(const Coverage& large, Size size) {
+  const auto at = [](int x, int y, int width) { return static_cast<std::size_t>(y * width + x); };
+  Coverage narrow{{size.width, large.size.height}, {}};
+  narrow.values.resize(at(0, large.size.height, size.width));
+  for (int y = 0; y < large.size.height; ++y)
+    reduce(
+        large.size.width, size.width, [&](int x) { return large.values[at(x, y, large.size.width)]; },
+        [&](int x, std::uint8_t value) { narrow.values[at(x, y, size.width)] = value; });
+  Coverage small{size, {}};
+  small.values.resize(at(0, size.height, size.width));
+  for (int x = 0; x < size.width; ++x)
+    reduce(
+        large.size.height, size.height, [&](int y) { return narrow.values[at(x, y, size.width)]; },
+        [&](int y, std::uint8_t value) { small.values[at(x, y, size.width)] = value; });
+  return small;
+}
+
+}  // namespace
+
+Coverage coverageOf(Text text, double scale) {
+  const BakedText* best = nullptr;
+  for (const BakedText& baked : bakedTexts) {
+    if (baked.text == text && (!best || best->scale < scale))
+      best = &baked;
+  }
+  const Coverage drawn{best->size, unpack(*best)};
+  if (best->scale == scale)
+    return drawn;
+  const int cells =
+      text == Text::Digits ? digitCells : 1;  // each of which stays a whole number of pixels wide
+  const double ratio = scale / best->scale;
+  const auto length = [ratio](int before) {
+    return std::max(1, static_cast<int>(std::lround(before * ratio)));
+  };
+  return reduced(drawn, {length(drawn.size.width / cells) * cells, length(drawn.size.height)});
+}
+
+}  // namespace screencapture
