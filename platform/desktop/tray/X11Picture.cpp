@@ -61,8 +61,8 @@ X11Picture::X11Picture(xcb_connection_t* display, quint32 drawn, const X11Look& 
 }
 
 X11Picture::~X11Picture() {
-  if (target)
-    xcb_render_free_picture(connection, target);
+  if (target)  // unless it has gone with its window
+    xcb_discard_reply(connection, xcb_render_free_picture_checked(connection, target).sequence);
 }
 
 void X11Picture::draw(const QIcon& icon, const QSize& windowSize) const {

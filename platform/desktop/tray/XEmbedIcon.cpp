@@ -27,11 +27,14 @@ X11Look lookFor(xcb_connection_t* connection, quint32 tray) {
   return X11Look::of(connection, isTold ? *static_cast<uint32_t*>(xcb_get_property_value(reply.get())) : 0);
 }
 
-quint32 makeWindow(xcb_connection_t* connection, const X11Look& look, const QSize& size) {
-  const xcb_screen_t* const screen = rootScreen(connection);
-  const xcb_window_t window = xcb_generate_id(connection);
+quint32 makeColors(xcb_connection_t* connection, const X11Look& look) {
   const xcb_colormap_t colors = xcb_generate_id(connection);
-  xcb_create_colormap(connection, XCB_COLORMAP_ALLOC_NONE, colors, screen->root, look.visual);
+  xcb_create_colormap(connection, XCB_COLORMAP_ALLOC_NONE, colors, rootScreen(connection)->root, look.visual);
+  return colors;
+}
+
+quint32 makeWindow(xcb_connection_t* connection, const X11Look& look, quint32 colors, const QSize& size) {
+  const xcb_window_t window = xcb_generate_id(connection);
   // Where pixels can't be transparent the tray's own background stands behind the icon.
   const uint32_t backgroundKind = look.hasAlpha ? XCB_CW_BACK_PIXEL : XCB_CW_BACK_PIXMAP;
   const uint32_t background = look.hasAlpha ? 0 : uint32_t(XCB_BACK_PIXMAP_PARENT_RELATIVE);
@@ -40,11 +43,10 @@ quint32 makeWindow(xcb_connection_t* connection, const X11Look& look, const QSiz
                               XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
                               XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW;
   const uint32_t values[] = {background, borderPixel, events, colors};
-  xcb_create_window(connection, static_cast<uint8_t>(look.depth), window, screen->root, 0, 0,
+  xcb_create_window(connection, static_cast<uint8_t>(look.depth), window, rootScreen(connection)->root, 0, 0,
                     static_cast<uint16_t>(size.width()), static_cast<uint16_t>(size.height()), 0,
                     XCB_WINDOW_CLASS_INPUT_OUTPUT, look.visual,
                     backgroundKind | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP, values);
-  xcb_free_colormap(connection, colors);  // the window keeps it
   return window;
 }
 
@@ -69,7 +71,8 @@ XEmbedIcon::XEmbedIcon(quint32 tray, Handlers all)
       connection(x11Connection()),
       look(lookFor(connection, tray)),
       size((QSizeF(preferredSide, preferredSide) * qGuiApp->devicePixelRatio()).toSize()),
-      window(makeWindow(connection, look, size)),
+      colors(makeColors(connection, look)),
+      window(makeWindow(connection, look, colors, size)),
       picture(std::make_unique<X11Picture>(connection, window, look)),
       accessible({[this] { return frame().value_or(QRectF()).toRect(); }, [this] { press(); }}) {
   qGuiApp->installNativeEventFilter(this);
@@ -82,6 +85,7 @@ XEmbedIcon::~XEmbedIcon() {
   picture.reset();
   if (!isGone)
     xcb_discard_reply(connection, xcb_destroy_window_checked(connection, window).sequence);
+  xcb_free_colormap(connection, colors);
   xcb_flush(connection);
   qGuiApp->removeNativeEventFilter(this);
 }

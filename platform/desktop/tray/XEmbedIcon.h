@@ -40,7 +40,8 @@ class XEmbedIcon : public TrayIcon, private QAbstractNativeEventFilter {
   const Handlers handlers;
   xcb_connection_t* const connection;
   const X11Look look;
-  QSize size;  // of the window, in device pixels
+  QSize size;            // of the window, in device pixels
+  const quint32 colors;  // the window's colormap
   const quint32 window;
   bool isGone = false;
   QIcon icon;
