@@ -205,13 +205,15 @@ bool XEmbedIcon::handlePointer(const xcb_generic_event_t& event) {
   const auto& pointer = as<xcb_button_press_event_t>(event);  // the four are alike
   if (pointer.event != window)
     return false;
-  // The end of a grab, a menu's for one, looks like the pointer's arrival.
-  const bool isArrival =
-      type == XCB_ENTER_NOTIFY && as<xcb_enter_notify_event_t>(event).mode == XCB_NOTIFY_MODE_NORMAL;
-  if (isArrival)
+  // A panel that opens slides over the icon, a menu grabs the pointer: after each a pointer that has stayed
+  // where it clicked seems to arrive anew.
+  const QPoint place(pointer.root_x, pointer.root_y);
+  if (type == XCB_ENTER_NOTIFY && place != pressed)
     showToolTipSoon();
   else
     hideToolTip();
+  if (type == XCB_BUTTON_PRESS)
+    pressed = place;
   if (type == XCB_BUTTON_RELEASE && QRect({}, size).contains(pointer.event_x, pointer.event_y))
     clicked(pointer);
   return true;

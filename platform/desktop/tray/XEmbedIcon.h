@@ -48,6 +48,7 @@ class XEmbedIcon : public TrayIcon, private QAbstractNativeEventFilter {
   QString toolTip;
   WorkItem toolTipDue;
   bool isToolTipShown = false;
+  QPoint pressed{-1, -1};  // where a button was pressed last, in device pixels
   std::unique_ptr<X11Picture> picture;
   AccessibleIcon accessible;
 };
