@@ -14,8 +14,10 @@ namespace platform {
 /// whatever the file is called.
 ///
 /// A picture comes as `QImage::Format_RGBA8888_Premultiplied` in sRGB, upright: an embedded colour profile is
-/// converted and an orientation applied. A file that is damaged, cut short or over the bounds gives none.
-/// Safe on any thread.
+/// converted, as are the gamma and the primaries that a PNG tells, and an orientation applied. A file that is
+/// damaged or over the bounds gives none, nor does one that lacks pixels: whoever saves or copies what they
+/// see would lose the rest without a word. One cut short behind its last pixel lacks nothing. Safe on any
+/// thread.
 namespace ImageDecoder {
 
 [[nodiscard]] std::optional<QImage> decode(const QByteArray& file, const DecodeBounds& bounds = {});

@@ -27,15 +27,33 @@ struct Reader {
   jpeg_error_mgr errors{};
   jpeg_progress_mgr progress{};
   std::jmp_buf exit{};
+  bool atEnd = false;  // the file has no more bytes
 };
 
 [[noreturn]] void leave(j_common_ptr common) {
   std::longjmp(static_cast<Reader*>(common->client_data)->exit, 1);
 }
-/// Damage that the library would paint over.
+/// The library makes an end mark up where the file has none. A picture that lacks nothing else is whole; of
+/// one whose pixels are missing, it would paint over the damage.
 void judgeMessage(j_common_ptr common, int level) {
+  auto* reader = static_cast<Reader*>(common->client_data);
   if (level < 0 && common->err->msg_code == JWRN_JPEG_EOF)
+    reader->atEnd = true;
+  else if (level < 0 && common->err->msg_code == JWRN_HIT_MARKER && reader->atEnd)
     leave(common);
+}
+/// Whether a picture that comes in several scans may lack some of them.
+bool lacksScans(const Reader& reader) {
+  const jpeg_decompress_struct& jpeg = reader.jpeg;
+  if (!reader.atEnd || jpeg.arith_code)  // whose missing bits nothing tells
+    return reader.atEnd;
+  if (!jpeg.coef_bits)
+    return jpeg.buffered_image || jpeg.comps_in_scan < jpeg.num_components;
+  for (int component = 0; component < jpeg.num_components; ++component)
+    for (int coefficient = 0; coefficient < DCTSIZE2; ++coefficient)
+      if (jpeg.coef_bits[component][coefficient] != 0)
+        return true;
+  return false;
 }
 void limitScans(j_common_ptr common) {
   if (reinterpret_cast<j_decompress_ptr>(common)->input_scan_number > mostScans)
@@ -119,7 +137,7 @@ bool readRows(Reader& reader, Bytes file, RowSink& sink) {
     sink.finishRow();
   }
   jpeg_finish_decompress(&jpeg);
-  return true;
+  return !lacksScans(reader);
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "platform/imaging/codecs/decoding/Decoders.h"
+#include "platform/imaging/codecs/decoding/PngColours.h"
 
 #include <csetjmp>
 #include <cstring>
@@ -19,11 +20,15 @@ struct Reader {
   const ByteSource& file;
   png_structp png = nullptr;
   png_infop info = nullptr;
+  bool isWhole = false;  // every row is there
+  bool endsEarly = false;
   std::unique_ptr<std::uint8_t[]> whole;  // of an interlaced picture, whose rows come in seven passes
 };
 
 void readBytes(png_structp png, png_bytep to, std::size_t size) {
-  if (!static_cast<const Reader*>(png_get_io_ptr(png))->file(to, size))
+  auto* reader = static_cast<Reader*>(png_get_io_ptr(png));
+  reader->endsEarly = !reader->file(to, size);
+  if (reader->endsEarly)
     png_error(png, "the file ends early");
 }
 
@@ -31,6 +36,16 @@ void readBytes(png_structp png, png_bytep to, std::size_t size) {
   png_longjmp(png, 1);
 }
 void ignore(png_structp, png_const_charp) {
+}
+
+/// What the chunks for gamma and primaries tell, which count where there is no profile and no word of sRGB.
+PngColours coloursOf(const Reader& reader) {
+  PngColours colours;
+  png_get_gAMA(reader.png, reader.info, &colours.gamma);
+  auto& [white, red, green, blue] = colours.xy;
+  png_get_cHRM(reader.png, reader.info, &white[0], &white[1], &red[0], &red[1], &green[0], &green[1],
+               &blue[0], &blue[1]);
+  return colours;
 }
 
 PictureHeader headerOf(const Reader& reader, Alpha alpha) {
@@ -45,6 +60,8 @@ PictureHeader headerOf(const Reader& reader, Alpha alpha) {
   int compression = 0;
   if (png_get_iCCP(reader.png, reader.info, &name, &compression, &block, &size) != 0)
     header.profile = QByteArray(reinterpret_cast<const char*>(block), size);
+  else if (png_get_valid(reader.png, reader.info, PNG_INFO_sRGB) == 0)
+    header.profile = profileOf(coloursOf(reader));
   if (png_get_eXIf_1(reader.png, reader.info, &size, &block) != 0)
     header.orientation = exifOrientation(Bytes(block, size));
   return header;
@@ -74,7 +91,7 @@ void readInterlaced(Reader& reader, int passes, std::size_t rowSize, std::size_t
 
 bool readRows(Reader& reader, RowSink& sink) {
   if (setjmp(png_jmpbuf(reader.png)) != 0)
-    return false;
+    return reader.isWhole && reader.endsEarly;  // nothing but what comes after the pixels is missing
   png_read_info(reader.png, reader.info);
   if (!sink.allows(png_get_image_width(reader.png, reader.info),
                    png_get_image_height(reader.png, reader.info)))
@@ -97,6 +114,7 @@ bool readRows(Reader& reader, RowSink& sink) {
       sink.finishRow();
     }
   }
+  reader.isWhole = true;
   png_read_end(reader.png, nullptr);
   return true;
 }

@@ -5,6 +5,7 @@
 #include "tests/support/ScratchHome.h"
 
 #include <QColorSpace>
+#include <QImageReader>
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -64,6 +65,8 @@ const std::vector<Kind>& kinds() {
       {"bmp", {}, alpha, 1},
       {"bmp3", words("-colors 9 -compress rle")},
       {"bmp3", words("-monochrome")},
+      {"bmp", words("-define bmp:subtype=RGB565"), SampleKind::Opaque, 1},
+      {"bmp", words("-define bmp:subtype=RGB555"), SampleKind::Opaque, 1},
       {"webp", words("-quality 70"), SampleKind::Opaque, 0},
       {"webp", words("-define webp:lossless=true"), alpha, 1},
       {"heic", {}, SampleKind::Opaque, 60},  // the other program doesn't smooth colours that it makes larger
@@ -98,6 +101,21 @@ QByteArray withOrientation(const QByteArray& jpeg, int orientation, bool littleE
   const auto length = static_cast<int>(exif.size()) + 2;
   return jpeg.first(2) + "\xff\xe1" + static_cast<char>(length >> 8) + static_cast<char>(length) + exif +
          jpeg.mid(2);
+}
+
+QByteArray pngChunk(const QByteArray& type, const QList<quint32>& numbers, QByteArray data = {}) {
+  const auto append = [](QByteArray& to, quint32 number) {
+    for (int shift = 24; shift >= 0; shift -= 8)
+      to.append(static_cast<char>(number >> shift));
+  };
+  for (const quint32 number : numbers)
+    append(data, number);
+  QByteArray chunk;
+  append(chunk, static_cast<quint32>(data.size()));
+  chunk += type + data;
+  append(chunk, static_cast<quint32>(crc32(0, reinterpret_cast<const Bytef*>(chunk.constData()) + 4,
+                                           static_cast<uInt>(data.size()) + 4)));
+  return chunk;
 }
 
 /// The other program writes no profiles into this format.
@@ -207,6 +225,54 @@ TEST(ImageDecoder, givesTheWholePictureOrNoneOfAFileCutShort) {
   }
 }
 
+TEST(ImageDecoder, showsPicturesThatLackNoPixel) {
+  for (const auto& [format, tail] : {std::pair("jpeg", 2), std::pair("png24", 12), std::pair("png24", 5)}) {
+    const QByteArray file = makeFile(sample({61, 43}, SampleKind::Opaque), {}, QString::fromLatin1(format));
+    const auto whole = ImageDecoder::decode(file);
+    ASSERT_TRUE(whole);
+    EXPECT_EQ(ImageDecoder::decode(file.chopped(tail)), whole) << format << " without " << tail;
+    EXPECT_FALSE(ImageDecoder::decode(file.first(file.size() / 2))) << format;
+  }
+}
+
+TEST(ImageDecoder, readsBitmapsFromTheTopDownToo) {
+  QByteArray file = makeFile(sample({61, 43}, SampleKind::Opaque), {}, QStringLiteral("bmp3"));
+  const auto bottomUp = ImageDecoder::decode(file);
+  file.replace(22, 4, QByteArray("\xd5\xff\xff\xff", 4));  // a height of -43
+  const auto topDown = ImageDecoder::decode(file);
+  ASSERT_TRUE(bottomUp && topDown);
+  EXPECT_EQ(*topDown, bottomUp->mirrored());
+  EXPECT_EQ(QImageReader::allocationLimit(), 128);  // the toolkit's own for the whole program, left alone
+}
+
+TEST(ImageDecoder, heedsTheGammaAndThePrimariesOfPng) {
+  const QByteArray plain =
+      makeFile(sample({61, 43}, SampleKind::Opaque), words("-strip"), QStringLiteral("png24"));
+  const auto untouched = ImageDecoder::decode(plain);
+  const QList<quint32> adobeRgb{31270, 32900, 64000, 33000, 21000, 71000, 15000, 6000};
+  for (const auto& [gamma, primaries] : std::initializer_list<std::pair<quint32, QList<quint32>>>{
+           {100000, {}}, {55556, {}}, {30000, {}}, {45455, {}}, {45455, adobeRgb}, {0, {}}}) {
+    QByteArray file = plain;
+    if (!primaries.isEmpty())
+      file.insert(33, pngChunk("cHRM", primaries));
+    file.insert(33, pngChunk("gAMA", {gamma}));
+    const auto picture = ImageDecoder::decode(file);
+    ASSERT_TRUE(picture && untouched);
+    const bool isUsual = gamma == 0 || (gamma == 45455 && primaries.isEmpty());
+    QImage expected = QImage::fromData(file);
+    expected.convertToColorSpace(QColorSpace::SRgb);
+    EXPECT_LE(
+        largestDifference(
+            *picture, isUsual ? *untouched : expected.convertToFormat(QImage::Format_RGBA8888_Premultiplied)),
+        isUsual ? 0 : 3)
+        << gamma << " with " << primaries.size();
+    EXPECT_EQ(*picture == *untouched, isUsual);
+    QByteArray saysSrgb = file;
+    saysSrgb.insert(33, pngChunk("sRGB", {}, QByteArray(1, '\0')));
+    EXPECT_EQ(ImageDecoder::decode(saysSrgb), untouched);
+  }
+}
+
 TEST(ImageDecoder, keepsToItsBounds) {
   for (const Kind& kind : kinds()) {
     const QByteArray file = fileOf(kind);
@@ -253,7 +319,7 @@ TEST(ImageDecoder, readsTheDiskAndHasNoPictureOfWhatIsNone) {
   EXPECT_FALSE(ImageDecoder::read(home.path(QStringLiteral("missing.png"))));
   const QByteArray png = makeFile(sample({200, 100}, SampleKind::HasAlpha), {}, QStringLiteral("png"));
   EXPECT_EQ(ImageDecoder::read(home.write(QStringLiteral("whole.png"), png)), ImageDecoder::decode(png));
-  EXPECT_FALSE(ImageDecoder::read(home.write(QStringLiteral("cut.png"), png.chopped(20))));
+  EXPECT_FALSE(ImageDecoder::read(home.write(QStringLiteral("cut.png"), png.chopped(png.size() / 2))));
   const QByteArray gif = makeFile(sample({20, 10}, SampleKind::Opaque), {}, QStringLiteral("gif"));
   const auto misnamed = ImageDecoder::read(home.write(QStringLiteral("really a gif.png"), gif));
   EXPECT_TRUE(misnamed && misnamed->size() == QSize(20, 10));
