@@ -1,18 +1,17 @@
 #pragma once
 
 #include "app/shell/AppColors.h"
-
-#include <QWidget>
+#include "platform/desktop/FocusablePanel.h"
 
 /// The colours of the history panel besides the program's own.
 namespace sorrel::HistoryColors {
 
-inline constexpr platform::Color background{0xf7faf6ef, 0xf72b2e2a};
-/// What the panel is filled with: it lets a little through where its window can.
+inline constexpr platform::Color background{0xfffaf6ef, 0xff2b2e2a};
+/// What the panel is filled with: it lets something through where that is blurred.
 [[nodiscard]] inline QColor backgroundOf(const QWidget& view) {
   QColor color = background.resolved();
-  if (!view.window()->testAttribute(Qt::WA_TranslucentBackground))
-    color.setAlpha(255);
+  if (platform::isBackdropBlurred(view))
+    color.setAlphaF(0.8F);
   return color;
 }
 /// The title bar: bottle glass, dark in both appearances, so that its white marks always stand out.

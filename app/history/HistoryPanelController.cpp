@@ -1,9 +1,14 @@
 #include "app/history/HistoryPanelController.h"
 
 #include "app/capture/ScreenshotStore.h"
+#include "app/history/HistoryColors.h"
 #include "app/history/HistoryView.h"
 #include "app/history/PanelGeometry.h"
+#include "app/settings/LocalizationManager.h"
 #include "platform/desktop/FocusablePanel.h"
+#include "platform/desktop/Image.h"
+
+#include <QCursor>
 
 namespace sorrel {
 
@@ -13,6 +18,8 @@ using platform::NotificationCenter;
 namespace {
 
 constexpr std::chrono::milliseconds openingDuration(180);
+/// How long after a click a tray may still be telling of it.
+constexpr std::chrono::milliseconds clickTail(300);
 
 }  // namespace
 
@@ -35,13 +42,18 @@ bool HistoryPanelController::isVisible() const {
 
 void HistoryPanelController::show(const std::optional<QRectF>& anchorRect) {
   viewModel->screenshots = ScreenshotStore::all();
-  panel.reset(new FocusablePanel(PanelGeometry::size, PanelGeometry::cornerRadius));
+  forgetClick();
+  panel.reset(new FocusablePanel(PanelGeometry::size, PanelGeometry::cornerRadius, HistoryColors::border));
+  panel->setWindowTitle(localized(QStringLiteral("history.title")));
+  if (const auto image = platform::Image::named(QStringLiteral("MenuBarIcon")))
+    panel->setWindowIcon(image->icon);
   panel->setContentView(new HistoryView(viewModel, loader));
   panel->appear(PanelGeometry::targetFrame(anchorRect, platform::screens()), PanelGeometry::openingOffset,
                 openingDuration);
   resignKeyObserver = NotificationCenter::defaultCenter().addObserver(
       QString::fromLatin1(FocusablePanel::didResignKeyNotification), NotificationCenter::Queue::Main,
       [this](const auto&) { resignedKey(); }, panel->notificationObject());
+  buttons.emplace([this](platform::PointerButtons::Change change) { buttonChanged(change); });
 }
 
 void HistoryPanelController::resignedKey() {
@@ -49,7 +61,31 @@ void HistoryPanelController::resignedKey() {
     close();
 }
 
+void HistoryPanelController::buttonChanged(platform::PointerButtons::Change change) {
+  using Change = platform::PointerButtons::Change;
+  if (panel) {
+    const bool isBeside =
+        change == Change::Pressed && !panel->isKeyboardHeld() && !panel->isAt(QCursor::pos());
+    if (isBeside && !viewModel->isLocked) {
+      isClickClosing = true;
+      close();
+    }
+  } else if (change == Change::Released) {
+    clickEnd = platform::MainQueue::main().asyncAfter(clickTail, [this] { forgetClick(); });
+  } else {
+    forgetClick();
+  }
+}
+
+void HistoryPanelController::forgetClick() {
+  clickEnd.cancel();
+  isClickClosing = false;
+  buttons.reset();
+}
+
 void HistoryPanelController::close() {
+  if (!isClickClosing)
+    buttons.reset();
   resignKeyObserver.end();
   if (panel)
     panel->hide();

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "app/history/HistoryViewModel.h"
+#include "platform/base/MainQueue.h"
 #include "platform/base/NotificationCenter.h"
+#include "platform/desktop/panel/PointerButtons.h"
 
 #include <QRectF>
 
@@ -17,7 +19,8 @@ namespace sorrel {
 class ThumbnailLoader;
 
 /// Shows the history as a floating panel. Each opening makes a new one and each closing throws it away; what
-/// lasts is the view model. A panel that loses the keyboard closes, unless the model is locked then.
+/// lasts is the view model. A panel that loses the keyboard, or sees a click beside it, closes, unless the
+/// model is locked then.
 class HistoryPanelController {
  public:
   HistoryPanelController(std::shared_ptr<HistoryViewModel> viewModel, ThumbnailLoader& loader);
@@ -31,11 +34,17 @@ class HistoryPanelController {
   /// Safe when nothing is open.
   void close();
 
+  /// Whether the panel has closed for a click that is still going on. Who was clicked has yet to act on it;
+  /// one that would open and close the panel has done its part.
+  [[nodiscard]] bool isClosedByPresentClick() const { return isClickClosing; }
+
   /// The panel while it is open.
   [[nodiscard]] platform::FocusablePanel* window() const { return panel.get(); }
 
  private:
   void resignedKey();
+  void buttonChanged(platform::PointerButtons::Change change);
+  void forgetClick();
 
   /// A panel often closes from within its own events.
   struct DeleteLater {
@@ -46,6 +55,10 @@ class HistoryPanelController {
   ThumbnailLoader& loader;
   std::unique_ptr<platform::FocusablePanel, DeleteLater> panel;
   platform::Subscription resignKeyObserver;
+  // While it is open, and to the end of the click that closed it.
+  std::optional<platform::PointerButtons> buttons;
+  bool isClickClosing = false;
+  platform::WorkItem clickEnd;
 };
 
 }  // namespace sorrel

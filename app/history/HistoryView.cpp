@@ -14,7 +14,6 @@
 
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QVBoxLayout>
 
 namespace sorrel {
@@ -111,24 +110,13 @@ void HistoryView::focusInEvent(QFocusEvent* event) {
 
 void HistoryView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  const QRectF area(rect());
-  // A window that is cut to its shape has stairs for corners, which would let the window's own colour out.
-  const qreal radius = window()->mask().isEmpty() ? PanelGeometry::cornerRadius : 0;
-  QPainterPath shape;
-  shape.addRoundedRect(area, radius, radius);
-  painter.fillPath(shape, HistoryColors::backgroundOf(*this));
-  QPainterPath strip;
-  strip.addRect(0, 0, width(), titleBar->geometry().bottom() + 1);
-  painter.fillPath(shape & strip, HistoryColors::titleBar.resolved());
+  painter.fillRect(rect(), HistoryColors::backgroundOf(*this));
+  painter.fillRect(0, 0, width(), titleBar->geometry().bottom() + 1, HistoryColors::titleBar.resolved());
   const auto divide = [&](int y) {
     painter.fillRect(QRectF(0, y, width(), dividerHeight), AppColors::separator.resolved());
   };
   divide(titleBar->geometry().bottom() + 1);
   divide(footer->geometry().top() - dividerHeight);
-  painter.setPen(HistoryColors::border.resolved());
-  painter.drawRoundedRect(area.adjusted(0.5, 0.5, -0.5, -0.5), PanelGeometry::cornerRadius - 0.5,
-                          PanelGeometry::cornerRadius - 0.5);
 }
 
 void HistoryView::keyPressEvent(QKeyEvent* event) {

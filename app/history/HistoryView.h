@@ -20,7 +20,7 @@ class ToastView;
 
 /// What the history panel holds. It shows the model's fields, the interface language and the desktop's
 /// appearance, each as soon as it changes and without touching what shows the others; several changes at once
-/// cost one redrawing. Its corners are left unpainted.
+/// cost one redrawing.
 class HistoryView : public QWidget {
  public:
   HistoryView(std::shared_ptr<HistoryViewModel> viewModel, ThumbnailLoader& loader,

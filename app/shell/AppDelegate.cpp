@@ -151,7 +151,8 @@ void AppDelegate::statusItemClicked(const platform::Event& event) {
     item->popUpMenu(menu);
     return;
   }
-  openPanel();
+  if (!historyPanel().isClosedByPresentClick())
+    openPanel();
 }
 
 void AppDelegate::buildContextMenu() {

@@ -1,5 +1,6 @@
 #pragma once
 
+class QRect;
 class QWidget;
 
 namespace platform {
@@ -7,12 +8,22 @@ namespace platform {
 /// Whether the desktop composites its windows, so that they can be translucent.
 [[nodiscard]] bool isComposited();
 
-/// Cuts the window to a rounded rectangle of its present size, with corners of `radius` points: in device
-/// pixels, so that a broken scale brings no stairs. The window must have been created. Does nothing where the
-/// window system doesn't cut windows.
+// All below are for windows that have been created, and do nothing where the window system doesn't know of
+// such things. Areas are in the window's points, and end at device pixels, so that a broken scale brings no
+// stairs.
+
+/// Cuts the window to a rounded rectangle of its present size.
 void cutToRoundedShape(const QWidget& window, int radius);
-/// Leaves all of the window to the eye alone: clicks and the pointer reach what is beneath. The window must
-/// have been created.
+void cutToRoundedShape(const QWidget& window, const QRect& area, int radius);
+/// Shows the whole window again.
+void removeShape(const QWidget& window);
+/// Clicks outside of the area go to what lies beneath the window.
+void takeClicksOnlyIn(const QWidget& window, const QRect& area);
+/// Leaves all of the window to the eye alone: clicks and the pointer reach what is beneath.
 void letPointerThrough(const QWidget& window);
+
+/// Whether the window manager blurs what is seen through a window that asks for it.
+[[nodiscard]] bool canBlurBehind();
+void blurBehind(const QWidget& window, const QRect& area, int radius);
 
 }  // namespace platform

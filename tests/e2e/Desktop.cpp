@@ -77,7 +77,10 @@ Desktop::Desktop(const DesktopOptions& options)
   view = std::make_unique<Screen>(server.display());
   hand = std::make_unique<XTestInput>(server.display());
   startBus();
-  startWindowManager(options.newWindows);
+  if (options.windowManager == WindowManager::Marco)
+    startMarco();
+  else
+    startOpenbox(options.newWindows);
   if (options.compositor == Compositor::Running)
     startCompositor();
   startTray(options.tray);
@@ -103,7 +106,7 @@ void Desktop::startBus() {
   variables.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus->address());
 }
 
-void Desktop::startWindowManager(NewWindows newWindows) {
+void Desktop::startOpenbox(NewWindows newWindows) {
   QByteArray text = testing_support::contentsOf(dataFolder + u"openbox.xml"_s);
   if (newWindows == NewWindows::MustAsk)
     text.replace("<keyboard/>", "<focus><focusNew>no</focusNew></focus><keyboard/>");
@@ -114,9 +117,21 @@ void Desktop::startWindowManager(NewWindows newWindows) {
   until("the window manager is there", [this] { return windowManager->output().contains("ready"); });
 }
 
+void Desktop::startMarco() {
+  variables.insert(u"GSETTINGS_BACKEND"_s, u"memory"_s);
+  windowManager = start({u"marco"_s, u"--sm-disable"_s, u"--no-composite"_s});
+  until("the window manager is there",
+        [this] { return view->hasProperty(view->root(), "_NET_SUPPORTING_WM_CHECK"); });
+}
+
 void Desktop::startCompositor() {
   compositor = start(u"picom --backend xrender --config /dev/null"_s.split(u' '));
   until("the compositor is there", [this] { return view->isSelectionOwned("_NET_WM_CM_S0"); });
+}
+
+void Desktop::stopCompositor() {
+  compositor.reset();
+  until("the compositor is gone", [this] { return !view->isSelectionOwned("_NET_WM_CM_S0"); });
 }
 
 void Desktop::startAssistiveTechnology() {

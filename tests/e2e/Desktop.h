@@ -21,6 +21,8 @@ enum class Language { English, Korean };
 enum class Compositor { None, Running };
 /// The bar of a desktop with Tray::StatusNotifier, at the screen's upper edge and as wide as that.
 constexpr int statusNotifierBarHeight = 26;
+/// The second keeps windows, with all of their margins, clear of the bars.
+enum class WindowManager { Openbox, Marco };
 /// Whether a window gets the keyboard by appearing, or only when the user or its program says so.
 enum class NewWindows { GetKeyboard, MustAsk };
 enum class AssistiveTechnology { None, Listening };
@@ -34,6 +36,7 @@ struct DesktopOptions {
   double scale = 1;  // device pixels a point, for the programs that are started
   NewWindows newWindows = NewWindows::GetKeyboard;
   AssistiveTechnology assistiveTechnology = AssistiveTechnology::None;
+  WindowManager windowManager = WindowManager::Openbox;
 };
 
 /// A desktop of a test's own: an X server, a window manager, a bus, perhaps a tray, a home folder and fonts
@@ -49,6 +52,9 @@ class Desktop {
   /// Ends the tray that there is, and starts another.
   void changeTray(Tray tray);
 
+  /// The compositing manager comes and goes.
+  void startCompositor();
+  void stopCompositor();
   /// Starts a program and leaves it running.
   [[nodiscard]] std::unique_ptr<Program> start(const QStringList& command) const;
   /// Runs a program to its end, which must be a good one, and returns what it has written.
@@ -72,8 +78,8 @@ class Desktop {
 
  private:
   void startBus();
-  void startWindowManager(NewWindows newWindows);
-  void startCompositor();
+  void startOpenbox(NewWindows newWindows);
+  void startMarco();
   void startTray(Tray tray);
   void startAssistiveTechnology();
 

@@ -13,6 +13,7 @@ namespace {
 const QRect monitor(0, 0, 1024, 640);
 /// Beside the panel, on its shadow where it has one.
 constexpr QPoint beside(-6, 250);
+constexpr QPoint bareDesktop(100, 400);
 
 class PanelWindow : public testing::TestWithParam<Compositor> {
  protected:
@@ -29,6 +30,9 @@ class PanelWindow : public testing::TestWithParam<Compositor> {
     return isShaded(behind.red(), now.red()) && isShaded(behind.green(), now.green()) &&
            isShaded(behind.blue(), now.blue());
   }
+
+  /// That the background is seen all around the panel's round corners.
+  void expectItsShapeAlone(const QRect& place, Compositor shadow);
 
   const QImage background = randomPicture(monitor.size(), 5);
   Desktop desktop;
@@ -57,6 +61,34 @@ TEST_P(PanelWindow, OpensBelowTheIconAndClosesInEveryWay) {
   panel.waitUntilClosed();
   panel.open();
   panel.click(panel.closeButton());
+  panel.waitUntilClosed();
+  panel.open();
+  panel.click(bareDesktop);
+  panel.waitUntilClosed();
+}
+
+TEST_P(PanelWindow, IsAfterACancelledCaptureAsItWas) {
+  Sorrel sorrel(desktop);
+  Panel panel(desktop, sorrel);
+  const auto [window, place] = panel.open();
+  EXPECT_TRUE(desktop.screen().isListed(window, "_NET_WM_STATE", "_NET_WM_STATE_SKIP_TASKBAR"));
+  EXPECT_TRUE(desktop.screen().hasProperty(window, "_NET_WM_ICON"));
+  panel.moveTo(bareDesktop);
+  for (const bool isByButton : {false, true}) {
+    sorrel.beginCapture(KEY_S);
+    (void)desktop.screen().settledPicture();
+    if (isByButton)
+      desktop.input().clickButton(3);
+    else
+      desktop.input().tapKey(KEY_ESC);
+    until("the selection is gone", [&] { return !sorrel.isSelecting(); });
+    (void)desktop.screen().settledPicture();
+    ASSERT_TRUE(panel.window());
+    EXPECT_EQ(panel.window()->id, window);
+    EXPECT_EQ(panel.window()->frame, place);
+    EXPECT_EQ(desktop.screen().keyboardWindow(), window);
+  }
+  desktop.input().tapKey(KEY_ESC);
   panel.waitUntilClosed();
 }
 
@@ -103,10 +135,7 @@ TEST_P(PanelWindow, StaysWhileItIsLocked) {
   panel.waitUntilClosed();
 }
 
-TEST_P(PanelWindow, ShowsWhatIsBeneathAtItsCorners) {
-  Sorrel sorrel(desktop);
-  Panel panel(desktop, sorrel);
-  const QRect place = panel.open().frame;
+void PanelWindow::expectItsShapeAlone(const QRect& place, Compositor shadow) {
   const QImage seen = desktop.screen().settledPicture();
   for (const QPoint corner : {place.topLeft(), place.topRight(), place.bottomLeft(), place.bottomRight()}) {
     const QPoint inwards(corner.x() == place.left() ? 1 : -1, corner.y() == place.top() ? 1 : -1);
@@ -121,7 +150,22 @@ TEST_P(PanelWindow, ShowsWhatIsBeneathAtItsCorners) {
   }
   // Only a shadow darkens what is around.
   const QPoint around = place.topLeft() + QPoint(-3, 250);
-  EXPECT_EQ(seen.pixel(around) != background.pixel(around), GetParam() == Compositor::Running);
+  EXPECT_EQ(seen.pixel(around) != background.pixel(around), shadow == Compositor::Running);
+}
+
+TEST_P(PanelWindow, ShowsWhatIsBeneathAtItsCorners) {
+  Sorrel sorrel(desktop);
+  Panel panel(desktop, sorrel);
+  expectItsShapeAlone(panel.open().frame, GetParam());
+  // The compositing manager goes and comes; a shadow comes with the next opening.
+  if (GetParam() == Compositor::Running) {
+    desktop.stopCompositor();
+    expectItsShapeAlone(panel.window()->frame, Compositor::None);
+  }
+  desktop.startCompositor();
+  until("the desktop is composited",
+        [&] { return isBackgroundSeen(desktop.screen().picture(), panel.window()->frame.topLeft()); });
+  expectItsShapeAlone(panel.window()->frame, GetParam());
 }
 
 TEST(PanelPlace, IsAboveABarAtTheBottom) {
@@ -129,6 +173,16 @@ TEST(PanelPlace, IsAboveABarAtTheBottom) {
   Sorrel sorrel(desktop);
   Panel panel(desktop, sorrel);
   EXPECT_LT(panel.open().frame.bottom(), sorrel.statusItem().top());
+}
+
+TEST(PanelPlace, IsKeptBesideAWindowManagerThatMovesWindows) {
+  Desktop desktop({.compositor = Compositor::Running, .windowManager = WindowManager::Marco});
+  Sorrel sorrel(desktop);
+  Panel panel(desktop, sorrel);
+  panel.click(sorrel.statusItem().center());
+  panel.waitUntilOpen(panel.place());
+  panel.click(bareDesktop);
+  panel.waitUntilClosed();
 }
 
 TEST(PanelPlace, IsOnTheMonitorWithTheTray) {

@@ -97,6 +97,23 @@ QByteArray Screen::property(quint32 window, const char* name) const {
           xcb_get_property_value_length(reply.get())};
 }
 
+quint32 Screen::root() const {
+  return screen->root;
+}
+
+bool Screen::hasProperty(quint32 window, const char* name) const {
+  return !property(window, name).isEmpty();
+}
+
+bool Screen::isListed(quint32 window, const char* list, const char* name) const {
+  const QByteArray names = property(window, list);
+  const quint32 wanted = atom(name);
+  for (qsizetype at = 0; at + 4 <= names.size(); at += 4)
+    if (std::memcmp(names.constData() + at, &wanted, 4) == 0)
+      return true;
+  return false;
+}
+
 void Screen::collect(quint32 window, QPoint origin, std::vector<ScreenWindow>& found) const {
   const auto tree = platform::xcbAsk(connection, xcb_query_tree, xcb_query_tree_reply, window);
   if (!tree)  // gone meanwhile

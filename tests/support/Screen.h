@@ -67,6 +67,11 @@ class Screen {
                      WindowKind kind = WindowKind::Ordinary);
   void closeWindow(quint32 window);
   void setProperty(quint32 window, const char* name, const char* type, const std::vector<quint32>& values);
+  /// Whether the window has a property, or a list of names in one has this name in it.
+  [[nodiscard]] bool hasProperty(quint32 window, const char* name) const;
+  [[nodiscard]] bool isListed(quint32 window, const char* list, const char* name) const;
+  /// The desktop itself, the window that holds all others.
+  [[nodiscard]] quint32 root() const;
   /// The window with the frame that a window manager has put around it.
   [[nodiscard]] QRect frameOf(quint32 window) const;
   /// Splits the screen into monitors, the first being the primary one.
