@@ -6,6 +6,16 @@
 #include <cmath>
 
 namespace platform {
+namespace {
+
+/// With a clear pixel behind each row and below the last: where hardly any of an image is inside the picture,
+/// the painter reads one pixel too far.
+QImage padded(const QImage& image) {
+  return (image.hasAlphaChannel() ? image : image.convertToFormat(QImage::Format_RGBA8888_Premultiplied))
+      .copy(0, 0, image.width() + 1, image.height() + 1);
+}
+
+}  // namespace
 
 void drawSmoothly(QPainter& painter, const QImage& image, const QRectF& rectangle) {
   const QSizeF onDevice = painter.deviceTransform().mapRect(rectangle).size();
@@ -14,9 +24,11 @@ void drawSmoothly(QPainter& painter, const QImage& image, const QRectF& rectangl
   if (enough.isEmpty())
     return;
   painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-  painter.drawImage(rectangle, enough == image.size()
-                                   ? image
-                                   : image.scaled(enough, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+  painter.drawImage(
+      rectangle,
+      padded(enough == image.size() ? image
+                                    : image.scaled(enough, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)),
+      QRectF({0, 0}, enough));
 }
 
 }  // namespace platform

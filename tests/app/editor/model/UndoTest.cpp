@@ -1,30 +1,11 @@
 #include "tests/app/editor/model/DocumentFixture.h"
+#include "tests/app/editor/model/RandomEdits.h"
 
 using namespace sorrel;
 
 namespace {
 
 class UndoTest : public DocumentFixture {};
-
-/// All that a document is made of.
-struct Document {
-  QImage baseImage;
-  QSize imagePixelSize;
-  QSizeF displaySize;
-  QList<PenStroke> strokes;
-  QList<BlurRegion> blurRegions;
-  TextWatermark textWM;
-  std::optional<LogoWatermark> logoWM;
-  std::vector<EditorModel::EditAction> undoStack;
-
-  static Document of(const EditorModel& model) {
-    return {model.baseImage,   model.imagePixelSize,
-            model.displaySize, model.strokes,
-            model.blurRegions, model.textWM,
-            model.logoWM,      {model.undoStack->begin(), model.undoStack->end()}};
-  }
-  bool operator==(const Document&) const = default;
-};
 
 TEST_F(UndoTest, takesEditsBackInReverseOrder) {
   const auto model = open(map({400, 300}));
@@ -55,56 +36,6 @@ TEST_F(UndoTest, takesEditsBackInReverseOrder) {
   EXPECT_TRUE(model->strokes->isEmpty());
 }
 
-/// Makes one random change, undoable or not; says whether there is a new entry to undo.
-class RandomEdits {
- public:
-  explicit RandomEdits(unsigned seed) : random(seed) {}
-
-  void apply(EditorModel& model) {
-    switch (below(8)) {
-      case 0:
-        model.begin(point(model));
-        for (int i = below(4); i > 0; --i)
-          model.current.change([&](auto& stroke) { stroke->points.append(point(model)); });
-        return model.commit();
-      case 1:
-        for (int i = below(4); i > 0; --i)
-          model.extendBlurBrush(point(model));
-        return model.commitBlur();
-      case 2:
-        model.currentBlurRect = QRectF(point(model), QSizeF(below(40), below(40)));
-        return model.commitBlur();
-      case 3:
-        return model.applyCrop({point(model), QSizeF(below(120), below(120))});
-      case 4:
-        return model.textWM.change([&](auto& text) {
-          text.text = QString::number(below(100));
-          text.center = point(model);
-        });
-      case 5:
-        if (below(3) == 0)
-          model.logoWM = std::nullopt;
-        else
-          model.setLogo(QImage(1 + below(9), 1 + below(9), QImage::Format_RGBA8888_Premultiplied));
-        return;
-      case 6:
-        model.blurStyle = below(2) ? BlurStyle::gaussian : BlurStyle::mosaic;
-        model.blurIntensity = below(100) / 100.0;
-        return;
-      default:
-        model.lineWidth = below(20);
-    }
-  }
-  int below(int bound) { return std::uniform_int_distribution(0, bound - 1)(random); }
-
- private:
-  QPointF point(const EditorModel& model) {
-    const QSizeF size = model.displaySize;
-    return {below(int(size.width()) + 40) - 20.0, below(int(size.height()) + 40) - 20.0};
-  }
-  std::mt19937 random;
-};
-
 /// Undoing never touches the watermarks, unless it is a crop that is undone.
 void expectUndone(const Document& before, const Document& after, bool isCrop) {
   Document expected = before;
@@ -128,21 +59,21 @@ TEST_F(UndoTest, undoesAnyRandomSequenceOfEdits) {
         const bool isCrop = !before.empty() && model->undoStack->last() == EditorModel::EditAction::crop;
         model->undoLast();
         if (!before.empty()) {
-          expectUndone(before.back(), Document::of(*model), isCrop);
+          expectUndone(before.back(), model->document(), isCrop);
           before.pop_back();
         }
         continue;
       }
-      const Document was = Document::of(*model);
+      const Document was = model->document();
       edits.apply(*model);
-      if (model->undoStack->size() > qsizetype(was.undoStack.size()))
+      if (model->undoStack->size() > was.undoStack.size())
         before.push_back(was);
     }
     while (!before.empty()) {
       ASSERT_EQ(model->undoStack->size(), qsizetype(before.size()));
       const bool isCrop = model->undoStack->last() == EditorModel::EditAction::crop;
       model->undoLast();
-      expectUndone(before.back(), Document::of(*model), isCrop);
+      expectUndone(before.back(), model->document(), isCrop);
       before.pop_back();
     }
     EXPECT_TRUE(model->undoStack->isEmpty() && model->strokes->isEmpty() && model->blurRegions->isEmpty());

@@ -70,4 +70,45 @@ TEST(DrawingSurface, drawsDotsAndNothingForNoPoints) {
   EXPECT_EQ(surface.finish(), black);
 }
 
+TEST(DrawingSurface, aSliverOfAnImageShowsNothingOfItsOtherEdge) {
+  QImage image = plain({400, 300}, Qt::white);
+  QPainter(&image).fillRect(0, 0, 200, 300, Qt::blue);
+  for (const double inside : {0.01, 0.022, 0.028, 0.04, 0.1, 0.19})
+    for (const double width : {4.1, 7.3, 12.02, 22.062, 75.0}) {
+      DrawingSurface surface(plain({60, 50}, Qt::black));
+      surface.draw(image, {inside - width, -11, width, 40});
+      const QImage drawn = surface.finish();
+      for (int y = 0; y < 50; ++y)
+        ASSERT_EQ(qBlue(drawn.pixel(0, y)), qRed(drawn.pixel(0, y))) << inside << " of " << width;
+    }
+}
+
+TEST(DrawingSurface, changesNothingOutsideOfItsDirtyRectangle) {
+  const QImage before = plain({200, 160}, Qt::black);
+  const QImage white = plain({200, 160}, Qt::white);
+  const QList<QPointF> points{{-10, 20}, {190, 150}, {30, 90}};
+  const auto drawnIn = [&](const QRect& dirty) {
+    DrawingSurface surface(before, dirty);
+    surface.replace(QRectF(10.5, 10.5, 120, 40), white, {0, 0}, 6);
+    surface.replace(RoundLine{points, 24}, white, {0, 0});
+    surface.draw({{RoundLine{points, 7}, Qt::red}});
+    surface.draw(plain({9, 9}, Qt::green), {100, 90, 60.5, 40}, 0.5);
+    return surface.finish();
+  };
+  const QImage whole = drawnIn({});
+  QImage tiled = before;
+  for (const QRect& dirty :
+       {QRect(-5, -5, 78, 70), QRect(73, 0, 300, 65), QRect(0, 65, 31, 95), QRect(31, 65, 169, 95)}) {
+    const QImage part = drawnIn(dirty);
+    for (int y = 0; y < 160; ++y)
+      for (int x = 0; x < 200; ++x) {
+        if (dirty.contains(x, y))
+          tiled.setPixel(x, y, part.pixel(x, y));
+        else
+          ASSERT_EQ(part.pixel(x, y), before.pixel(x, y)) << x << ", " << y;
+      }
+  }
+  EXPECT_EQ(tiled, whole);
+}
+
 }  // namespace
