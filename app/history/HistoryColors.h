@@ -11,7 +11,7 @@ inline constexpr platform::Color background{0xfffaf6ef, 0xff2b2e2a};
 [[nodiscard]] inline QColor backgroundOf(const QWidget& view) {
   QColor color = background.resolved();
   if (platform::isBackdropBlurred(view))
-    color.setAlphaF(0.8F);
+    color.setAlphaF(0.88F);
   return color;
 }
 /// The title bar: bottle glass, dark in both appearances, so that its white marks always stand out.

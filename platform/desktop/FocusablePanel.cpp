@@ -8,6 +8,11 @@
 #include <QWindow>
 
 namespace platform {
+namespace {
+
+constexpr std::chrono::milliseconds landingTime(80);
+
+}  // namespace
 
 FocusablePanel::FocusablePanel(const QSize& size, int radius, const Color& outline)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
@@ -58,12 +63,26 @@ void FocusablePanel::appear(const QRectF& place, const QPointF& offset, std::chr
 
 void FocusablePanel::didShow() {
   fit();  // the frame that the window manager may have put around it wants its shape, too
+  if (margin == 0 || hasLanded()) {
+    begin();
+    return;
+  }
+  // Some window managers move the window only now. Others keep the shadow's room on the screen, too.
+  landing = MainQueue::main().asyncAfter(landingTime, [this] {
+    if (!hasLanded())
+      setMargin(0);
+    begin();
+  });
+}
+
+bool FocusablePanel::hasLanded() const {
   constexpr qreal rounding = 2;
   const QPointF asked = target.topLeft() - QPointF(margin, margin);
   const auto landed = placeOf(*this);
-  // Some window managers keep the shadow's room on the screen, too, and so have moved the panel.
-  if (margin > 0 && landed && (*landed - asked).manhattanLength() > rounding)
-    setMargin(0);
+  return !landed || (*landed - asked).manhattanLength() <= rounding;
+}
+
+void FocusablePanel::begin() {
   motion->jumpTo(0);
   motion->moveTo(1);
 }
@@ -81,8 +100,9 @@ void FocusablePanel::fit() {
   if (isSeenThrough()) {
     removeShape(*this);
     isBlurred = canBlurBehind();
+    // Who blurs counts from the panel, of which the margin is no part.
     if (isBlurred)
-      blurBehind(*this, contentRect(), cornerRadius);
+      blurBehind(*this, QRect({}, contentSize), cornerRadius);
   } else {
     cutToRoundedShape(*this, contentRect(), cornerRadius);
     isBlurred = false;

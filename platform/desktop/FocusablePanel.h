@@ -55,6 +55,9 @@ class FocusablePanel : public QWidget {
   void fit();
   void moveTo(const QRectF& frame);
   void didShow();
+  void begin();
+  /// Whether the window manager has put the window where it was asked to.
+  [[nodiscard]] bool hasLanded() const;
   void resignKey();
   [[nodiscard]] QRect contentRect() const;
   /// Whether the desktop shows what lies beneath the window where that is transparent.
@@ -68,6 +71,7 @@ class FocusablePanel : public QWidget {
   CompositingWatch compositing;
   QRectF target;
   QPointF startOffset;
+  WorkItem landing;
   std::optional<Motion> motion;
   bool isShown = false;
   bool isHeld = false;

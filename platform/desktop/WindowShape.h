@@ -24,6 +24,7 @@ void letPointerThrough(const QWidget& window);
 
 /// Whether the window manager blurs what is seen through a window that asks for it.
 [[nodiscard]] bool canBlurBehind();
+/// The area counts from where the window manager takes the window to begin.
 void blurBehind(const QWidget& window, const QRect& area, int radius);
 
 }  // namespace platform
