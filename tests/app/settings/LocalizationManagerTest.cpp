@@ -79,12 +79,6 @@ TEST_F(LocalizationManagerTest, aMissingLanguageFolderLeavesTheMainBundleUntilIt
   EXPECT_EQ(manager.bundle(), Bundle::main());
   EXPECT_EQ(localized(quit), u"Quit Sorrel"_s) << "the system's choice of language";
 
-  QDir().mkpath(home.path(u"ko.lproj"_s));
-  UserDefaults::standard().remove(languageKey);
-  manager.setLanguage(AppLanguage::ko);
-  EXPECT_EQ(manager.bundle()->resourcePath(), home.path(u"ko.lproj"_s));
-  EXPECT_EQ(UserDefaults::standard().string(languageKey), u"ko"_s) << "written again";
-
   startWith(home.path(u"nothing"_s), {});
   EXPECT_EQ(LocalizationManager::shared().bundle(), Bundle::main()) << "not even English";
   EXPECT_EQ(localized(quit), quit);
