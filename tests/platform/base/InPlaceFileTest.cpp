@@ -206,10 +206,18 @@ TEST(InPlaceFile, finishesOnlyTheVeryFileThatWasBeingWritten) {
   LogCapture log;
   interrupt("first");
   interrupt("second");
-  home.write(QStringLiteral(".local/state/Sorrel/saving/.new-damaged"), "something");
   InPlaceFile::finishInterrupted();
   EXPECT_EQ(contentsOf(path), "second") << "the later one counts";
   EXPECT_EQ(copies(home), QStringList());
+  for (const QByteArray& ending : {QByteArray("bad"), QByteArray("bAd"), QByteArray()}) {
+    interrupt("incomplete: bad");
+    const QString copy = home.path(QStringLiteral(".local/state/Sorrel/saving/") + copies(home).value(0));
+    testing_support::writeFile(copy, contentsOf(copy).chopped(3) + ending);
+    InPlaceFile::finishInterrupted();
+    EXPECT_EQ(contentsOf(path), ending == "bad" ? "incomplete: bad" : "second");
+    EXPECT_EQ(copies(home), QStringList());
+    testing_support::writeFile(path, "second");
+  }
   {
     const auto byAnotherInstance = SavingCopy::make({QFile::encodeName(path), identityOf(path)}, "third");
     InPlaceFile::finishInterrupted();
