@@ -129,30 +129,6 @@ TEST_F(BlurTest, sharedPartialFilterRunsGiveThePixelsOfOneWholeRunEach) {
   EXPECT_LE(worstDifference(drawn, expected, [&](int x, int y) { return qBlue(edges.pixel(x, y)) == 0; }), 3);
 }
 
-/// The picture is black and white in a chequer, so what is blurred is grey.
-TEST_F(BlurTest, nothingSharpIsLeftUpToTheBorder) {
-  for (const int alpha : {255, 128}) {
-    QImage picture(400, 300, QImage::Format_RGBA8888_Premultiplied);
-    for (int y = 0; y < 300; ++y)
-      for (int x = 0; x < 400; ++x)
-        picture.setPixelColor(x, y, (x + y) % 2 ? QColor(255, 255, 255, alpha) : QColor(0, 0, 0, alpha));
-    for (const BlurStyle style : {BlurStyle::gaussian, BlurStyle::mosaic}) {
-      const auto model = open(picture);
-      model->blurStyle = style;
-      blurArea(*model, {50, 40, 100, 80});
-      blurStroke(*model, {{250, 100}, {350, 100}});  // 34 high: from 83 to 117
-      blurArea(*model, {-10, 250, 500, 100});        // along the picture's edge
-      const QImage drawn = flattened(*model);
-      for (const QRect& part : {QRect(50, 40, 100, 80), QRect(250, 83, 100, 34), QRect(0, 250, 400, 50)})
-        for (int y = part.top(); y <= part.bottom(); ++y)
-          for (int x = part.left(); x <= part.right(); ++x)
-            ASSERT_NEAR(pixelAt(drawn, x, y)[0], alpha / 2, alpha / 4) << x << ", " << y;
-      EXPECT_EQ(pixelAt(drawn, 49, 40), pixelAt(picture, 49, 40));
-      EXPECT_EQ(pixelAt(drawn, 300, 82), pixelAt(picture, 300, 82));
-    }
-  }
-}
-
 TEST_F(BlurTest, regionsOutsideThePictureAndEmptyOnesDoNothing) {
   const auto model = open(noise({200, 100}));
   blurArea(*model, {300, 0, 50, 50});

@@ -9,31 +9,6 @@ namespace {
 
 class DocumentTest : public DocumentFixture {};
 
-TEST_F(DocumentTest, opensWithTheDefaults) {
-  const auto model = open({2880, 1800});
-  EXPECT_EQ(model->imagePixelSize.get(), QSize(2880, 1800));
-  EXPECT_EQ(model->displaySize.get(), QSizeF(1000, 625));
-  EXPECT_EQ(model->originalByteCount, QFile(model->fileURL.toLocalFile()).size());
-  EXPECT_EQ(model->tool.get(), EditorModel::Tool::pen);
-  EXPECT_EQ(model->colorHex.get(), 0xE5484Du);
-  EXPECT_EQ(model->lineWidth.get(), 5);
-  TextWatermark text;
-  text.center = {500, 531.25};
-  EXPECT_EQ(model->textWM.get(), text);
-  EXPECT_EQ(model->textWM->opacity, 0.85);
-  EXPECT_FALSE(model->logoWM.get() || model->current.get() || model->sorrelBurstID.get());
-  EXPECT_FALSE(model->currentBlurRect.get() || model->currentBlurStroke.get() || model->isEditingText.get());
-  EXPECT_EQ(model->blurStyle.get(), BlurStyle::gaussian);
-  EXPECT_EQ(model->blurApply.get(), BlurApply::brush);
-  EXPECT_EQ(model->blurBrushWidth.get(), 34);
-  EXPECT_EQ(model->blurIntensity.get(), 0.5);
-  EXPECT_TRUE(model->undoStack->isEmpty() && model->strokes->isEmpty() && model->blurRegions->isEmpty());
-  QString tools;
-  for (const auto tool : EditorModel::allTools)
-    tools += rawValue(tool) + u' ';
-  EXPECT_EQ(tools, QStringLiteral("pen blur watermark crop "));
-}
-
 TEST_F(DocumentTest, opensNothingThatIsNoPicture) {
   for (const QByteArray& contents : {QByteArray(), QByteArray("\x89PNG\r\n\x1a\n"), QByteArray("text")})
     EXPECT_FALSE(EditorModel::open(QUrl::fromLocalFile(home.write(QStringLiteral("a.png"), contents))));

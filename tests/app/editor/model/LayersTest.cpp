@@ -52,41 +52,6 @@ TEST_F(LayersTest, coloursLeadToHexAndBack) {
   EXPECT_EQ(hexRGB(QColor()), std::nullopt);
 }
 
-TEST_F(LayersTest, strokesKeepWithinHalfAPixelOfTheirOutline) {
-  const auto model = open({1500, 300});  // 1.5 pixels for a display point
-  const struct {
-    double width;
-    QList<QPointF> points;
-  } strokes[] = {
-      {5, {{20, 20}, {300, 60.3}, {40, 100}, {320, 150}}},  // sharp corners
-      {20, {{500, 100}, {600, 90}, {505.5, 105.5}}},        // turns back on itself
-      {0.7, {{350, 30}, {420, 170}}},
-      {12, {{700, 60}, {700, 60}}},     // a dot
-      {30, {{900, 150}, {1300, 260}}},  // leaves the picture
-      {8, {{-60000, 190}, {60000, 195}}},
-  };
-  // As the picture would be with each outline half a pixel further in, and further out.
-  QImage least = model->baseImage;
-  QImage most = model->baseImage;
-  model->colorHex = 0xFFFFFF;
-  for (const auto& [width, points] : strokes) {
-    model->lineWidth = width;
-    drawStroke(*model, points);
-    QList<QPointF> pixels;
-    for (const QPointF& point : points)
-      pixels << 1.5 * point;
-    const auto white = [](int, int) { return Pixel{255, 255, 255, 255}; };
-    layOver(least, white, [&, w = width](int x, int y) { return coverage(pixels, 1.5 * w - 1, x, y); });
-    layOver(most, white, [&, w = width](int x, int y) { return coverage(pixels, 1.5 * w + 1, x, y); });
-  }
-  const QImage drawn = flattened(*model);
-  for (int y = 0; y < 300; ++y)
-    for (int x = 0; x < 1500; ++x) {
-      ASSERT_GE(qRed(drawn.pixel(x, y)), qRed(least.pixel(x, y)) - 2) << x << ", " << y;
-      ASSERT_LE(qRed(drawn.pixel(x, y)), qRed(most.pixel(x, y)) + 2) << x << ", " << y;
-    }
-}
-
 TEST_F(LayersTest, aCropKeepsWholePixels) {
   const QImage picture = map({2880, 1800});  // 2.88 pixels for a display point
   const auto model = open(picture);
@@ -142,6 +107,7 @@ TEST_F(LayersTest, aLogoFillsItsRectangle) {
 
   model->setLogo(plain({200, 100}, Qt::white));
   EXPECT_EQ(model->logoDisplaySize(), QSizeF(250, 125));
+  EXPECT_EQ(model->logoRect(), QRectF(375, 312.5, 250, 125));
   const QRect first(1080, 900, 720, 360);
   QImage drawn = flattened(*model);
   EXPECT_EQ(inked(drawn), first);
@@ -183,6 +149,8 @@ TEST_F(LayersTest, aTextStandsAroundItsCentreAtEverySize) {
   const QRectF plainBox = boxWith([](auto&) {});
   EXPECT_NEAR(plainBox.center().x(), 1440, 2);
   EXPECT_NEAR(plainBox.center().y(), 0.85 * 1800, 8);
+  EXPECT_EQ(model->textRect().center(), model->textWM->center);
+  EXPECT_TRUE(QRectF(2.88 * model->textRect().topLeft(), 2.88 * model->textRect().size()).contains(plainBox));
   const QRectF moved = boxWith([](auto& text) { text.center -= QPointF(100, 250); });
   EXPECT_EQ(moved, plainBox.translated(-288, -720));
   const QRectF doubled = boxWith([](auto& text) { text.scale = 2; });
@@ -199,23 +167,7 @@ TEST_F(LayersTest, aTextStandsAroundItsCentreAtEverySize) {
   EXPECT_NEAR(spaced.height(), unspaced.height() + 50 * 2.88, 2);
   EXPECT_NEAR(spaced.center().y(), unspaced.center().y(), 2);
   EXPECT_TRUE(boxWith([](auto& text) { text.text = QStringLiteral(" \n\t\u2003\n"); }).isNull());
-}
-
-TEST_F(LayersTest, theTextCastsASoftShadowBelowItself) {
-  const auto model = open({1000, 600}, Qt::white);
-  model->textWM.change([](auto& text) { text.text = QStringLiteral("▬"), text.scale = 6; });
-  const QImage drawn = flattened(*model);
-  int darkestRow = 0;
-  QRgb darkest = qRgb(255, 255, 255);
-  for (int y = 0; y < 600; ++y)
-    if (qRed(drawn.pixel(500, y)) < qRed(darkest))
-      darkest = drawn.pixel(500, darkestRow = y);
-  // Next to the glyph's lower edge: 7.2 pixels inside the shadow's, which is softened by a sigma of 9.
-  EXPECT_GT(darkestRow, 510);
-  const double share = 0.5 * std::erfc(-7.2 / 9 / std::sqrt(2));
-  EXPECT_NEAR(qRed(darkest), 255 * (1 - 0.85 * 0.55 * share), 8);
-  model->textWM.change([](auto& text) { text.opacity = 0; });
-  EXPECT_EQ(flattened(*model), model->baseImage.get()) << "a shadow is of what is seen";
+  EXPECT_TRUE(model->textRect().isNull());
 }
 
 /// The mean structural similarity of two pictures' brightness, over squares of 8 by 8 pixels.

@@ -67,13 +67,6 @@ TEST_F(SavingTest, theNameDecidesTheFormatAndTheFileStaysItself) {
   }
 }
 
-TEST_F(SavingTest, everyPixelIsSavedWhateverTheDisplaySize) {
-  const QImage picture = map({2880, 1800});
-  const auto model = open(picture);
-  ASSERT_TRUE(model->save());
-  EXPECT_EQ(EditorModel::open(model->fileURL)->baseImage.get(), picture);
-}
-
 TEST_F(SavingTest, aFullDiskLeavesTheFileWholeAndIsLogged) {
   auto& defaults = platform::UserDefaults::standard();
   defaults.set(QStringLiteral("rememberWatermarkText"), true);

@@ -7,35 +7,6 @@ namespace {
 
 class UndoTest : public DocumentFixture {};
 
-TEST_F(UndoTest, takesEditsBackInReverseOrder) {
-  const auto model = open(map({400, 300}));
-  const QImage opened = model->baseImage;
-  drawStroke(*model, {{10, 10}, {50, 50}});
-  blurArea(*model, {0, 0, 50, 50});
-  drawStroke(*model, {{10, 50}, {50, 10}});
-  const QUuid second = model->strokes->last().id;
-  model->undoLast();
-  ASSERT_EQ(model->strokes->size(), 1);
-  EXPECT_NE(model->strokes->last().id, second);
-  model->undoLast();
-  EXPECT_TRUE(model->blurRegions->isEmpty());
-
-  model->applyCrop({100, 100, 200, 100});
-  EXPECT_EQ(model->undoStack.get(), (QList{EditorModel::EditAction::pen, EditorModel::EditAction::crop}));
-  EXPECT_TRUE(model->strokes->isEmpty());
-  drawStroke(*model, {{10, 50}, {50, 10}});
-  model->applyCrop({0, 0, 50, 50});
-  for (int i = 0; i < 3; ++i)
-    model->undoLast();
-  EXPECT_EQ(model->baseImage.get(), opened);
-  EXPECT_EQ(model->displaySize.get(), QSizeF(400, 300));
-  EXPECT_EQ(model->undoStack.get(), QList{EditorModel::EditAction::pen});
-  EXPECT_EQ(model->strokes->size(), 1);
-  model->undoLast();
-  model->undoLast();
-  EXPECT_TRUE(model->strokes->isEmpty());
-}
-
 /// Undoing never touches the watermarks, unless it is a crop that is undone.
 void expectUndone(const Document& before, const Document& after, bool isCrop) {
   Document expected = before;

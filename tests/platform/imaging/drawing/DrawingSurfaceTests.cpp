@@ -54,22 +54,6 @@ TEST(DrawingSurface, replacesWithoutShiningThrough) {
   }
 }
 
-TEST(DrawingSurface, drawsDotsAndNothingForNoPoints) {
-  const QImage black = plain({30, 30}, Qt::black);
-  for (const QList<QPointF>& points : {QList<QPointF>{{15, 15}}, {{15, 15}, {15, 15}, {15, 15}}}) {
-    DrawingSurface surface(black);
-    surface.draw({{RoundLine{points, 10}, QColor(0x4C, 0xAF, 0x50)}});
-    const QImage drawn = surface.finish();
-    EXPECT_EQ(drawn.pixelColor(15, 15), QColor(0x4C, 0xAF, 0x50));
-    EXPECT_EQ(drawn.pixelColor(17, 17), QColor(0x4C, 0xAF, 0x50));
-    EXPECT_EQ(drawn.pixelColor(19, 19), QColor(Qt::black)) << "a disc";
-  }
-  const QList<QPointF> none;
-  DrawingSurface surface(black);
-  surface.draw({{RoundLine{none, 10}, Qt::white}});
-  EXPECT_EQ(surface.finish(), black);
-}
-
 TEST(DrawingSurface, aSliverOfAnImageShowsNothingOfItsOtherEdge) {
   QImage image = plain({400, 300}, Qt::white);
   QPainter(&image).fillRect(0, 0, 200, 300, Qt::blue);
