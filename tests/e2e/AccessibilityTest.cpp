@@ -38,7 +38,6 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, Reference& refere
 struct Element {
   QString role;
   QString name;
-  bool isControl = false;  // can get the keyboard, or be pressed
 };
 
 /// The screen reader: it asks all programs for their trees of elements.
@@ -83,18 +82,16 @@ class Reader {
     for (const auto& child : qdbus_cast<QList<Reference>>(ask(parent, accessible, u"GetChildren"_s))) {
       const auto states = qdbus_cast<QList<quint32>>(ask(child, accessible, u"GetState"_s));
       const auto has = [&](int state) { return !states.isEmpty() && (states.first() >> state & 1U); };
-      constexpr int focusable = 11;
       constexpr int showing = 25;
       const QString role = ask(child, accessible, u"GetRoleName"_s).toString();
       const bool isProgram = parent.program != child.program;
       if (!isProgram && !has(showing))
         continue;
-      found.push_back({role,
-                       ask(child, u"org.freedesktop.DBus.Properties"_s, u"Get"_s, {accessible, u"Name"_s})
-                           .value<QDBusVariant>()
-                           .variant()
-                           .toString(),
-                       has(focusable) || role.contains(u"button"_s)});
+      found.push_back(
+          {role, ask(child, u"org.freedesktop.DBus.Properties"_s, u"Get"_s, {accessible, u"Name"_s})
+                     .value<QDBusVariant>()
+                     .variant()
+                     .toString()});
       collect(child, found);
     }
   }
@@ -102,34 +99,10 @@ class Reader {
   QDBusConnection bus;
 };
 
-struct Texts {
-  Language language;
-  QString buttons;
-  QString thumbnails;
-  QString toast;
-};
-
-class Accessibility : public testing::TestWithParam<Texts> {};
-
-INSTANTIATE_TEST_SUITE_P(
-    Language, Accessibility,
-    testing::Values(
-        Texts{Language::English,
-              u"Sorrel: 2 screenshots in the bottle|Keep open when you click elsewhere|Close|"
-              "Move to Trash|Copy|Open Bottle Folder|Settings"_s,
-              u"second, Just now|first, Just now"_s, u"Copied"_s},
-        Texts{
-            Language::Korean,
-            u"Sorrel: 병에 스크린샷 2장|다른 곳을 눌러도 열어 둡니다|닫기|휴지통으로 이동|복사|병 폴더 열기|설정"_s,
-            u"second, 방금|first, 방금"_s, u"복사했습니다"_s}),
-    [](const auto& test) { return test.param.language == Language::English ? "English" : "Korean"; });
-
-TEST_P(Accessibility, TellsTheIconAndEveryControlAndPictureOfThePanel) {
-  const Texts& texts = GetParam();
-  Desktop desktop({.language = texts.language, .assistiveTechnology = AssistiveTechnology::Listening});
+TEST(Accessibility, AScreenReaderFindsTheIconTheControlsAndThePictures) {
+  Desktop desktop({.assistiveTechnology = AssistiveTechnology::Listening});
   Sorrel::store(desktop, u"quillonPromptShown"_s, true);
   Sorrel::putPicture(desktop, u"first.png"_s, randomPicture({200, 100}, 2));
-  Sorrel::putPicture(desktop, u"second.png"_s, randomPicture({100, 200}, 3));
   Sorrel sorrel(desktop);
   Panel panel(desktop, sorrel);
   panel.open();
@@ -152,12 +125,12 @@ TEST_P(Accessibility, TellsTheIconAndEveryControlAndPictureOfThePanel) {
   };
   until("the toast is told", [&] {
     elements = reader.elements();
-    return names(u"alert message"_s) == texts.toast;
+    return names(u"alert message"_s) == u"Copied";
   });
-  EXPECT_EQ(names(u"push button"_s), texts.buttons);
-  EXPECT_EQ(names(u"list item"_s), texts.thumbnails);
-  for (const Element& element : elements)
-    EXPECT_FALSE(element.isControl && element.name.isEmpty()) << qPrintable(element.role);
+  EXPECT_EQ(names(u"push button"_s),
+            u"Sorrel: 1 screenshot in the bottle|Keep open when you click elsewhere|Close|Move to Trash|Copy|"
+            "Open Bottle Folder|Settings"_s);
+  EXPECT_EQ(names(u"list item"_s), u"first, Just now"_s);
 }
 
 }  // namespace

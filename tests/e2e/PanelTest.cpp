@@ -168,13 +168,6 @@ TEST_P(PanelWindow, ShowsWhatIsBeneathAtItsCorners) {
   expectItsShapeAlone(panel.window()->frame, GetParam());
 }
 
-TEST(PanelPlace, IsAboveABarAtTheBottom) {
-  Desktop desktop({.tray = Tray::XEmbedAtBottom});
-  Sorrel sorrel(desktop);
-  Panel panel(desktop, sorrel);
-  EXPECT_LT(panel.open().frame.bottom(), sorrel.statusItem().top());
-}
-
 TEST(PanelPlace, IsKeptBesideAWindowManagerThatMovesWindows) {
   Desktop desktop({.compositor = Compositor::Running, .windowManager = WindowManager::Marco});
   Sorrel sorrel(desktop);
