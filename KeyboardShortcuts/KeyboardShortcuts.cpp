@@ -40,10 +40,6 @@ Statics& statics() {
   return *platform::Environment::shared<Statics>([] { return std::make_shared<Statics>(); });
 }
 
-QString storeKey(const Name& name) {
-  return storePrefix + name.rawValue();
-}
-
 void postChange(const Name& name) {
   NotificationCenter::defaultCenter().post(QString::fromLatin1(shortcutByNameDidChangeNotification), {},
                                            {{QStringLiteral("name"), QVariant::fromValue(name)}});
@@ -154,6 +150,10 @@ std::unique_ptr<EventStream> makeStream(const Name& name, std::optional<EventTyp
 }
 
 }  // namespace
+
+QString storeKey(const Name& name) {
+  return storePrefix + name.rawValue();
+}
 
 bool isEnabled() {
   return statics().isEnabled;

@@ -33,6 +33,8 @@ void setIsPaused(bool value);
 /// Whether a menu of this program has the keyboard.
 [[nodiscard]] bool isMenuOpen();
 
+/// The settings' key under which the name's shortcut is stored.
+[[nodiscard]] QString storeKey(const Name& name);
 [[nodiscard]] std::optional<Shortcut> getShortcut(const Name& name);
 /// Without a shortcut the name is emptied, which a default survives: it isn't put back at the next start.
 void setShortcut(const std::optional<Shortcut>& shortcut, const Name& name);

@@ -101,9 +101,11 @@ void AppDelegate::registerObservers() {
   // The settings' file may be edited by hand, too.
   subscriptions.push_back(
       platform::UserDefaults::standard().observe(SettingsKeys::storageDirectory, [this] { refresh(); }));
-  subscriptions.push_back(platform::UserDefaults::standard().observe([](const QString&) {
+  subscriptions.push_back(platform::UserDefaults::standard().observe([](const QString& key) {
     using namespace ShortcutNames;
-    KeyboardShortcuts::enable({captureNormal(), captureFeature(), captureClipboard(), openHistory()});
+    for (const auto& name : {captureNormal(), captureFeature(), captureClipboard(), openHistory()})
+      if (key == KeyboardShortcuts::storeKey(name))
+        KeyboardShortcuts::enable({name});
   }));
   subscriptions.push_back(LocalizationManager::shared().observe([this] {
     item->setToolTip(SorrelIcon::toolTip(shownCount));
