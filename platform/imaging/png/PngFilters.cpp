@@ -77,6 +77,25 @@ void subtract(const PngRow& row, Byte* out, Predict predict) {
   }
 }
 
+/// Pixel after pixel, since each is predicted from the one before it; a pixel's channels side by side.
+template <typename Predict>
+void addUp(const Byte* from, const Byte* above, std::size_t size, std::size_t pixelSize, Byte* to,
+           Predict predict) {
+  constexpr std::size_t most = 4;
+  const auto loadPixel = [](const Byte* pixel) {
+    Lanes lanes{};
+    std::memcpy(&lanes, pixel, most);
+    return lanes;
+  };
+  Lanes left{}, upLeft{};
+  for (std::size_t i = 0; i < size; i += pixelSize) {
+    const Lanes up = loadPixel(above + i);
+    left = loadPixel(from + i) + predict(left, up, upLeft);
+    upLeft = up;
+    std::memcpy(to + i, &left, most);  // what is too much, the next pixel covers
+  }
+}
+
 }  // namespace
 
 PngFilter cheapestFilter(const PngRow& row, PngFilter filterAbove) {
@@ -112,6 +131,28 @@ void applyFilter(PngFilter filter, const PngRow& row, Byte* out) {
     case PngFilter::Paeth:
       return subtract(row, out,
                       [=](std::size_t i) { return paeth(load(left + i), load(up + i), load(upLeft + i)); });
+  }
+}
+
+void undoFilter(PngFilter filter, const Byte* from, const Byte* above, std::size_t size,
+                std::size_t pixelSize, Byte* to) {
+  switch (filter) {
+    case PngFilter::None:
+      std::memcpy(to, from, size);
+      return;
+    case PngFilter::Sub:
+      return addUp(from, above, size, pixelSize, to, [](Lanes left, Lanes, Lanes) { return left; });
+    case PngFilter::Up:
+      for (std::size_t i = 0; i < size; i += lanes) {
+        const Lanes sum = load(from + i) + load(above + i);
+        std::memcpy(to + i, &sum, lanes);
+      }
+      return;
+    case PngFilter::Average:
+      return addUp(from, above, size, pixelSize, to,
+                   [](Lanes left, Lanes up, Lanes) { return average(left, up); });
+    case PngFilter::Paeth:
+      return addUp(from, above, size, pixelSize, to, paeth);
   }
 }
 

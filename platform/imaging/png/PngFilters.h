@@ -30,4 +30,9 @@ struct PngRow {
 /// Writes each byte less its prediction.
 void applyFilter(PngFilter filter, const PngRow& row, std::uint8_t* out);
 
+/// The other way: of a row's `size` filtered bytes and the row above, the row itself. A pixel of zeros lies
+/// before `above` and `to`, slack after all three; a pixel has at most 4 bytes.
+void undoFilter(PngFilter filter, const std::uint8_t* from, const std::uint8_t* above, std::size_t size,
+                std::size_t pixelSize, std::uint8_t* to);
+
 }  // namespace platform

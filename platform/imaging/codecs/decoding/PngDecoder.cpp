@@ -1,6 +1,8 @@
 #include "platform/imaging/codecs/decoding/Decoders.h"
 #include "platform/imaging/codecs/decoding/PngColours.h"
+#include "platform/imaging/codecs/decoding/PngRows.h"
 
+#include <array>
 #include <csetjmp>
 #include <cstring>
 #include <memory>
@@ -22,12 +24,15 @@ struct Reader {
   png_infop info = nullptr;
   bool isWhole = false;  // every row is there
   bool endsEarly = false;
-  std::unique_ptr<std::uint8_t[]> whole;  // of an interlaced picture, whose rows come in seven passes
+  std::array<std::uint8_t, 8> chunkHead{};  // size and type, of the chunk that was begun last
+  std::unique_ptr<std::uint8_t[]> whole;    // of an interlaced picture, whose rows come in seven passes
 };
 
 void readBytes(png_structp png, png_bytep to, std::size_t size) {
   auto* reader = static_cast<Reader*>(png_get_io_ptr(png));
   reader->endsEarly = !reader->file(to, size);
+  if (size == reader->chunkHead.size())
+    std::memcpy(reader->chunkHead.data(), to, size);
   if (reader->endsEarly)
     png_error(png, "the file ends early");
 }
@@ -67,16 +72,72 @@ PictureHeader headerOf(const Reader& reader, Alpha alpha) {
   return header;
 }
 
+bool hasAlpha(const Reader& reader) {
+  return (png_get_color_type(reader.png, reader.info) & PNG_COLOR_MASK_ALPHA) != 0 ||
+         png_get_valid(reader.png, reader.info, PNG_INFO_tRNS) != 0;
+}
+
+/// Pixels of one channel, by their number.
+void tellColours(const Reader& reader, PngRows::Form& form) {
+  png_bytep alpha = nullptr;
+  int alphas = 0;
+  png_color_16p clear = nullptr;
+  png_get_tRNS(reader.png, reader.info, &alpha, &alphas, &clear);
+  png_colorp palette = nullptr;
+  int size = 0;
+  const unsigned most = (1U << form.bitsPerPixel) - 1;
+  if (png_get_PLTE(reader.png, reader.info, &palette, &size) != 0 &&
+      png_get_color_type(reader.png, reader.info) == PNG_COLOR_TYPE_PALETTE) {
+    form.colours.fill({0, 0, 0, 255});
+    for (int i = 0; i < size; ++i)
+      form.colours[static_cast<std::size_t>(i)] = {palette[i].red, palette[i].green, palette[i].blue, 255};
+    for (int i = 0; i < alphas && alpha; ++i)
+      form.colours[static_cast<std::size_t>(i)][3] = alpha[i];
+    return;
+  }
+  for (unsigned i = 0; i <= most; ++i) {
+    const auto level = static_cast<std::uint8_t>(i * 255 / most);
+    const bool isClear = clear && (clear->gray & most) == i;
+    form.colours[i] = {level, level, level, static_cast<std::uint8_t>(isClear ? 0 : 255)};
+  }
+}
+
+PngRows::Form formOf(const Reader& reader) {
+  PngRows::Form form;
+  form.width = png_get_image_width(reader.png, reader.info);
+  form.channels = png_get_channels(reader.png, reader.info);
+  form.bitsPerPixel = form.channels * png_get_bit_depth(reader.png, reader.info);
+  if (form.channels == 1)
+    tellColours(reader, form);
+  png_color_16p clear = nullptr;
+  if (form.channels == 3 && png_get_tRNS(reader.png, reader.info, nullptr, nullptr, &clear) != 0 && clear)
+    form.clear = (clear->red & 255) << 16 | (clear->green & 255) << 8 | (clear->blue & 255);
+  return form;
+}
+
+/// The usual file's rows, without the library, for its inflating is most of the time that a picture takes.
+bool readUsualRows(const Reader& reader, RowSink& sink) {
+  if (!sink.begin(headerOf(reader, hasAlpha(reader) ? Alpha::Straight : Alpha::None)))
+    return false;
+  const std::uint8_t* size = reader.chunkHead.data();
+  const std::uint32_t idatSize =
+      std::uint32_t{size[0]} << 24 | std::uint32_t{size[1]} << 16 | std::uint32_t{size[2]} << 8 | size[3];
+  PngRows rows(reader.file, idatSize, formOf(reader));
+  for (std::size_t y = png_get_image_height(reader.png, reader.info); y > 0; --y) {
+    if (!rows.next(sink.row()))
+      return false;
+    sink.finishRow();
+  }
+  return rows.endsWell();
+}
+
 /// Whatever the file's kind of pixels, rows come as RGBA with 8 bits a channel.
 Alpha askForRgba(const Reader& reader) {
-  const png_byte colorType = png_get_color_type(reader.png, reader.info);
-  const bool hasAlpha =
-      (colorType & PNG_COLOR_MASK_ALPHA) != 0 || png_get_valid(reader.png, reader.info, PNG_INFO_tRNS) != 0;
   png_set_expand(reader.png);
   png_set_scale_16(reader.png);
   png_set_gray_to_rgb(reader.png);
   png_set_filler(reader.png, 0xff, PNG_FILLER_AFTER);
-  return hasAlpha ? Alpha::Straight : Alpha::None;
+  return hasAlpha(reader) ? Alpha::Straight : Alpha::None;
 }
 
 void readInterlaced(Reader& reader, int passes, std::size_t rowSize, std::size_t height, RowSink& sink) {
@@ -89,13 +150,23 @@ void readInterlaced(Reader& reader, int passes, std::size_t rowSize, std::size_t
   }
 }
 
-bool readRows(Reader& reader, RowSink& sink) {
+/// Reads up to the first row and finds out how the rest is to be read.
+enum class Kind { Refused, Usual, Odd };
+Kind readHead(Reader& reader, const RowSink& sink) {
   if (setjmp(png_jmpbuf(reader.png)) != 0)
-    return reader.isWhole && reader.endsEarly;  // nothing but what comes after the pixels is missing
+    return Kind::Refused;
   png_read_info(reader.png, reader.info);
   if (!sink.allows(png_get_image_width(reader.png, reader.info),
                    png_get_image_height(reader.png, reader.info)))
-    return false;
+    return Kind::Refused;
+  const bool isUsual = png_get_interlace_type(reader.png, reader.info) == PNG_INTERLACE_NONE &&
+                       png_get_bit_depth(reader.png, reader.info) <= 8;
+  return isUsual ? Kind::Usual : Kind::Odd;
+}
+
+bool readOddRows(Reader& reader, RowSink& sink) {
+  if (setjmp(png_jmpbuf(reader.png)) != 0)
+    return reader.isWhole && reader.endsEarly;  // nothing but what comes after the pixels is missing
   const Alpha alpha = askForRgba(reader);
   const int passes = png_set_interlace_handling(reader.png);
   png_read_update_info(reader.png, reader.info);
@@ -129,7 +200,15 @@ bool decodePng(const ByteSource& file, RowSink& sink) {
     return false;
   png_set_read_fn(reader.png, &reader, readBytes);
   png_set_user_limits(reader.png, PNG_UINT_31_MAX, PNG_UINT_31_MAX);  // the sink's bounds count instead
-  return readRows(reader, sink);
+  switch (readHead(reader, sink)) {
+    case Kind::Usual:
+      return readUsualRows(reader, sink);
+    case Kind::Odd:
+      return readOddRows(reader, sink);
+    case Kind::Refused:
+      break;
+  }
+  return false;
 }
 
 }  // namespace platform::decoding
