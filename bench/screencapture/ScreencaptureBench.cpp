@@ -78,7 +78,7 @@ class Observer {
 
   void waitFor(std::uint8_t kind) {
     while (true) {
-      const std::unique_ptr<xcb_generic_event_t, Free> event(xcb_wait_for_event(connection));
+      const platform::XcbPointer<xcb_generic_event_t> event(xcb_wait_for_event(connection));
       if (!event)
         throw std::runtime_error("lost the display");
       if ((event->response_type & 0x7f) == kind)
