@@ -31,8 +31,9 @@ PngRows::PngRows(const ByteSource& source, std::uint32_t idatSize, const Form& p
       form(pixels),
       rowSize((form.width * form.bitsPerPixel + 7) / 8),
       outputSize(std::max(usualOutput, rowSize + 1)),
-      inflating(new (std::nothrow) inflate_state),
-      input(new (std::nothrow) std::uint8_t[inputSize]),
+      inflating(new (std::nothrow)
+                    inflate_state{}),  // its tables too: damaged data may look up what they lack
+      input(zeros(inputSize)),
       output(zeros(outputSize + filterSlack)),
       current(zeros(rowSize + 2 * filterSlack)),
       previous(zeros(rowSize + 2 * filterSlack)),
