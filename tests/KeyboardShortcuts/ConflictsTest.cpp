@@ -73,13 +73,5 @@ TEST(SystemConflict, ReadsEnabledEntriesAnew) {
   platform::Environment::provide<platform::SymbolicHotKeysReader>(nullptr);
 }
 
-TEST(Disallowed, OptionOnTwoVersionsOnly) {
-  const Shortcut option(Key::s, ModifierFlag::Option);
-  EXPECT_TRUE(isDisallowed({Key::s, ModifierFlag::Option | ModifierFlag::Shift}, {{15, 1}, true}));
-  EXPECT_FALSE(isDisallowed({Key::s, ModifierFlag::Option | ModifierFlag::Command}, {{15, 1}, true}));
-  EXPECT_FALSE(isDisallowed(option, {{15, 2}, true}));
-  EXPECT_FALSE(isDisallowed(option, {{15, 0}, false}));
-}
-
 }  // namespace
 }  // namespace KeyboardShortcuts

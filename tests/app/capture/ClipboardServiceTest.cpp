@@ -1,14 +1,9 @@
 #include "app/capture/ClipboardService.h"
-#include "app/capture/Quillon.h"
-#include "app/settings/LocalizationManager.h"
-#include "platform/base/Bundle.h"
-#include "tests/support/PrivateBus.h"
 #include "tests/support/ScratchHome.h"
 #include "tests/support/Screen.h"
 
 #include <QBuffer>
 #include <QClipboard>
-#include <QDBusConnection>
 #include <QGuiApplication>
 #include <QMimeData>
 
@@ -19,8 +14,6 @@ using namespace sorrel;
 using namespace testing_support;
 
 namespace {
-
-[[maybe_unused]] const auto* const ownBus = testing::AddGlobalTestEnvironment(new OwnSessionBus);
 
 QByteArray fileOf(const QImage& picture, const char* format) {
   QByteArray bytes;
@@ -56,27 +49,6 @@ TEST(ClipboardServiceTest, ACopyHoldsThePictureWhereThereIsOneAndAlwaysTheAddres
   }
   EXPECT_TRUE(ClipboardService::copy(QUrl::fromLocalFile(home.path(u"missing.png"_s))));
   EXPECT_FALSE(QGuiApplication::clipboard()->mimeData()->hasFormat(u"image/png"_s));
-}
-
-TEST(ClipboardServiceTest, TheConfirmationFollowsTheCompanionFromCopyToCopy) {
-  const ScratchHome home;
-  const QString plain = u"clipboard.copied.plain"_s;
-  // Without tables, a key shows itself.
-  platform::Environment::provide(std::make_shared<const platform::Bundle>(home.path(), QStringList{u"en"_s}));
-  QDBusConnection companion = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"companion"_s);
-  const QString identifier = QString::fromLatin1(Quillon::identifier);
-
-  EXPECT_FALSE(ClipboardService::isQuillonInstalled());
-  EXPECT_EQ(ClipboardService::copyConfirmation(), plain);
-  home.write(u".local/share/applications/"_s + identifier + u".desktop"_s, "[Desktop Entry]\n");
-  EXPECT_TRUE(ClipboardService::isQuillonInstalled());
-  EXPECT_EQ(ClipboardService::copyConfirmation(), plain) << "it doesn't run";
-  ASSERT_TRUE(companion.registerService(identifier.toLower()));
-  EXPECT_FALSE(ClipboardService::isQuillonRunning()) << "another program";
-  ASSERT_TRUE(companion.registerService(identifier));
-  EXPECT_EQ(ClipboardService::copyConfirmation(), u"clipboard.copied.quillon"_s);
-  ASSERT_TRUE(companion.unregisterService(identifier));
-  EXPECT_EQ(ClipboardService::copyConfirmation(), plain);
 }
 
 }  // namespace

@@ -241,16 +241,4 @@ TEST_F(AppDelegateTest, TheMenuSpeaksTheChosenLanguageAndDoesWhatItSays) {
   EXPECT_EQ(taken(), u"list|check for updates|terminate|settings|opened"_s);
 }
 
-TEST_F(AppDelegateTest, WhatDoesNotExistYetCannotBeChosen) {
-  windows = {};
-  delegate = std::make_unique<AppDelegate>(windows, nullptr, [] {});
-  delegate->applicationDidFinishLaunching();
-  QString enabled;
-  for (const MenuItem& item : delegate->contextMenu().items)
-    enabled += item.isSeparator ? u'|' : item.isEnabled ? u'+' : u'-';
-  EXPECT_EQ(enabled, u"+--|+|+"_s);
-  post(Notifications::checkForUpdates);
-  post(Notifications::editScreenshot, QUrl::fromLocalFile(u"/x/a.png"_s));
-}
-
 }  // namespace

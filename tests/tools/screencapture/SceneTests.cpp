@@ -185,23 +185,3 @@ TEST(PixelFormat, findsTheChannelsThatAreBytesOfTheirOwn) {
   format.redMask = 0xf800;
   EXPECT_FALSE(format.layout());
 }
-
-TEST(PixelFormat, scalesOtherChannelsFromDarkestToBrightest) {
-  const PixelFormat sixteen{16, 32, ByteOrder::LeastFirst, 0xf800, 0x07e0, 0x001f};
-  EXPECT_EQ(sixteen.stride(3), 8U);
-  for (unsigned pixel = 0; pixel < 0x10000; pixel += 37) {
-    const std::array<std::uint8_t, 2> bytes{static_cast<std::uint8_t>(pixel),
-                                            static_cast<std::uint8_t>(pixel >> 8)};
-    std::array<std::uint8_t, 3> rgb{};
-    sixteen.toRgb(bytes.data(), 1, rgb.data());
-    EXPECT_EQ(rgb[0], std::lround((pixel >> 11) * 255 / 31.0));
-    EXPECT_EQ(rgb[1], std::lround((pixel >> 5 & 63) * 255 / 63.0));
-    EXPECT_EQ(rgb[2], std::lround((pixel & 31) * 255 / 31.0));
-  }
-  // Ten bits a channel, as on deep colour screens, the most significant byte first.
-  const PixelFormat deep{32, 32, ByteOrder::MostFirst, 0x3ff00000, 0x000ffc00, 0x000003ff};
-  const std::array<std::uint8_t, 4> brightRed{0x3f, 0xf0, 0x00, 0x00};
-  std::array<std::uint8_t, 3> rgb{};
-  deep.toRgb(brightRed.data(), 1, rgb.data());
-  EXPECT_EQ(rgb, (std::array<std::uint8_t, 3>{255, 0, 0}));
-}

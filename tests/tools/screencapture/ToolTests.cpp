@@ -135,24 +135,6 @@ TEST(Screencapture, leavesNothingWhenCancelled) {
   EXPECT_EQ(desk.names(), QStringList());
 }
 
-TEST(Screencapture, keysHeldSinceBeforeTheStartDoNotCountUntilPressedAgain) {
-  Desk desk(24, {"-ardelay", "20", "-arinterval", "5"});
-  const QImage before = desk.screen.picture();
-  for (const int key : {KEY_LEFTALT, KEY_LEFTSHIFT, KEY_S, KEY_SPACE, KEY_ESC})
-    desk.hand.pressKey(key);
-  EXPECT_EQ(desk.take([&] {
-    QThread::msleep(300);              // gives the server the time to repeat the last of them many times
-    desk.drag(QRect(10, 10, 51, 61));  // Shift would have locked it, Space made it a click on a window
-  }),
-            0);
-  EXPECT_EQ(desk.taken(), before.copy(10, 10, 51, 61));
-  EXPECT_EQ(desk.take([&] {
-    desk.hand.releaseKey(KEY_ESC);
-    desk.hand.pressKey(KEY_ESC);
-  }),
-            1);
-}
-
 TEST(Screencapture, thePointerWorksWhileAnotherProgramHoldsTheKeyboard) {
   Desk desk;
   ASSERT_TRUE(desk.screen.grabKeyboard());

@@ -2,8 +2,6 @@
 
 #include "tests/app/editor/model/DocumentFixture.h"
 
-#include <QPainter>
-
 using namespace sorrel;
 
 namespace {
@@ -42,14 +40,6 @@ TEST_F(LayersTest, aStrokeKeepsTheColourAndWidthOfItsBeginning) {
   EXPECT_EQ(model->strokes->at(1).width, 9);
   EXPECT_NE(model->strokes->at(0).id, model->strokes->at(1).id);
   EXPECT_EQ(flattened(*model).pixel(4, 5), qRgb(0, 255, 0)) << "the high byte means nothing";
-}
-
-TEST_F(LayersTest, coloursLeadToHexAndBack) {
-  for (const quint32 hex : {0x000000U, 0xE5484DU, 0x0180FEU, 0xFFFFFFU})
-    EXPECT_EQ(hexRGB(colorFromHex(hex)), hex);
-  EXPECT_EQ(colorFromHex(0xAB123456), QColor(0x12, 0x34, 0x56));
-  EXPECT_EQ(hexRGB(QColor::fromHslF(0, 1, 0.5F, 0.3F)), 0xFF0000U);
-  EXPECT_EQ(hexRGB(QColor()), std::nullopt);
 }
 
 TEST_F(LayersTest, aCropKeepsWholePixels) {
@@ -168,58 +158,6 @@ TEST_F(LayersTest, aTextStandsAroundItsCentreAtEverySize) {
   EXPECT_NEAR(spaced.center().y(), unspaced.center().y(), 2);
   EXPECT_TRUE(boxWith([](auto& text) { text.text = QStringLiteral(" \n\t\u2003\n"); }).isNull());
   EXPECT_TRUE(model->textRect().isNull());
-}
-
-/// The mean structural similarity of two pictures' brightness, over squares of 8 by 8 pixels.
-double similarity(const QImage& left, const QImage& right) {
-  double sum = 0;
-  int squares = 0;
-  for (int top = 0; top + 8 <= left.height(); top += 8)
-    for (int from = 0; from + 8 <= left.width(); from += 8, ++squares) {
-      double a = 0, b = 0, aa = 0, bb = 0, ab = 0;
-      for (int i = 0; i < 64; ++i) {
-        const double l = qGray(left.pixel(from + i % 8, top + i / 8));
-        const double r = qGray(right.pixel(from + i % 8, top + i / 8));
-        a += l / 64, b += r / 64, aa += l * l / 64, bb += r * r / 64, ab += l * r / 64;
-      }
-      const double c1 = 0.0001 * 255 * 255;
-      const double c2 = 0.0009 * 255 * 255;
-      sum += (2 * a * b + c1) * (2 * (ab - a * b) + c2) /
-             ((a * a + b * b + c1) * (aa - a * a + bb - b * b + c2));
-    }
-  return sum / squares;
-}
-
-TEST_F(LayersTest, looksTheSameAtDisplaySizeAndAtPixelSize) {
-  QImage large(2880, 1800, QImage::Format_RGBA8888_Premultiplied);
-  QPainter painter(&large);
-  painter.fillRect(large.rect(), QColor(0x30, 0x58, 0x76));
-  for (int i = 0; i < 400; ++i)
-    painter.fillRect(QRect((i * 379) % 2880, (i * 211) % 1800, 20 + i % 90, 10 + i % 50),
-                     QColor::fromHsv(i % 360, 90, 255 - i % 200));
-  painter.end();
-  const QImage small = large.scaled(1000, 625, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-
-  const auto edited = [this](const QImage& picture, const QString& name) {
-    const auto model = open(picture, name);
-    drawStroke(*model, {{50, 60}, {300, 200}, {80, 220}});
-    blurArea(*model, {400, 50, 220.5, 130.3});
-    blurStroke(*model, {{700, 100}, {900, 240}, {710, 250}});
-    model->blurStyle = BlurStyle::mosaic;
-    blurArea(*model, {100, 300, 250, 180});
-    blurStroke(*model, {{520, 300}, {640, 420}});
-    model->setLogo(map({300, 200}));
-    model->textWM.change(
-        [](auto& text) { text.text = QStringLiteral("소렐 Sorrel\nשלום"), text.tracking = 2; });
-    return flattened(*model);
-  };
-  const QImage reduced = edited(large, QStringLiteral("large.png"))
-                             .scaled(1000, 625, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-  const QImage shown = edited(small, QStringLiteral("small.png"));
-  std::printf("similarity %f, without the layers %f\n", similarity(shown, reduced),
-              similarity(small, reduced));
-  EXPECT_GT(similarity(shown, reduced), 0.97);
-  EXPECT_LT(similarity(small, reduced), 0.93) << "the layers do count";
 }
 
 }  // namespace

@@ -64,26 +64,6 @@ TEST(TextBlock, measuresAndDrawsTheSameAtEverySize) {
   EXPECT_EQ(painted(block, 2), large) << "a painter's zoom and a larger size are one thing";
 }
 
-TEST(TextBlock, linesAddUp) {
-  const auto heightOf = [](const char* text, double spacing) {
-    TextStyle style = styled(40);
-    style.lineSpacing = spacing;
-    return TextBlock(QString::fromUtf8(text), style).size().height();
-  };
-  const double line = heightOf("Ag", 0);
-  EXPECT_GT(line, 40);
-  EXPECT_NEAR(heightOf("Ag\nAg", 0), 2 * line, 0.1);
-  EXPECT_NEAR(heightOf("Ag\r\n\nAg\r", 9), 4 * line + 27, 0.1);
-  EXPECT_NEAR(heightOf("", 9), line, 0.1);
-  const TextBlock one(QStringLiteral("HH"), styled(40));
-  const TextBlock two(QStringLiteral("HH\nHHHH"), styled(40));
-  EXPECT_NEAR(two.size().width(), 2 * one.size().width(), 0.1) << "as wide as the widest";
-  TextStyle tracked = styled(40);
-  tracked.tracking = 5;
-  EXPECT_NEAR(TextBlock(QStringLiteral("HH"), tracked).size().width(), one.size().width() + 10, 0.1);
-  EXPECT_EQ(TextBlock(QStringLiteral("H"), styled(0)).size(), QSizeF(0, 0));
-}
-
 TEST(TextBlock, alignsTheLinesInTheBlock) {
   for (const TextAlignment alignment : {TextAlignment::left, TextAlignment::centre, TextAlignment::right}) {
     TextStyle style = styled(60);

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <gtest/gtest.h>
-#include <limits>
 #include <map>
 #include <utility>
 
@@ -65,55 +64,4 @@ TEST(Pixellate, hasLinesThroughItsPointCountedFromTheLowerLeft) {
     for (int x = 0; x < 200; ++x)
       ASSERT_EQ(cells.pixelColor(x, y).red(), QRect(150, 20, 10, 10).contains(x, y) ? 3 : 0)
           << x << ", " << y;
-}
-
-TEST(Pixellate, givesTheSamePixelsForAPartWithLessOfTheMachineAndInPlace) {
-  const unsigned seed = freshSeed();
-  SCOPED_TRACE(seed);
-  Random random(seed);
-  for (const double cellSize : {1.0, 2.0, 6.0, 23.0, 66.24, 149.5, 1e300}) {
-    const QImage picture = randomPicture(between(300, 500, random), between(300, 500, random), random);
-    const QImage untouched = picture.copy();
-    const QImage whole = pixellate(picture, cellSize);
-    EXPECT_EQ(picture, untouched) << cellSize;
-    EXPECT_EQ(pixellate(picture, cellSize, {}, {Cores::One, Instructions::Widest}), whole) << cellSize;
-    EXPECT_EQ(pixellate(picture, cellSize, {}, {Cores::All, Instructions::Plain}), whole) << cellSize;
-    QImage own = picture.copy();
-    const uchar* memory = own.constBits();
-    const QImage inPlace = pixellate(std::move(own), cellSize);
-    EXPECT_EQ(inPlace, whole) << cellSize;
-    EXPECT_EQ(inPlace.constBits(), memory) << cellSize;
-    for (int round = 0; round < 6; ++round) {
-      const QRect region = randomRegion(picture.size(), random);
-      EXPECT_EQ(pixellate(picture, cellSize, region), whole.copy(region & picture.rect())) << cellSize;
-    }
-  }
-}
-
-TEST(Pixellate, looksNoFurtherThanItsReach) {
-  Random random(4);
-  for (const double cellSize : {1.0, 1.5, 6.0, 22.96, 40.0}) {
-    const int reach = pixellateReach(cellSize);
-    EXPECT_EQ(reach, std::ceil(cellSize) - 1);
-    const QImage picture = randomPicture(200, 210, random);
-    const QRect region(91, 83, 17, 30);
-    const QRect seen = region.adjusted(-reach, -reach, reach, reach);
-    EXPECT_EQ(pixellate(changedOutside(seen, picture), cellSize, region),
-              pixellate(picture, cellSize, region))
-        << cellSize;
-  }
-}
-
-TEST(Pixellate, refusesWhatItCannotPutInCells) {
-  Random random(5);
-  const QImage picture = randomPicture(20, 10, random);
-  for (const double cellSize :
-       {0.0, -6.0, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
-    EXPECT_TRUE(pixellate(picture, cellSize).isNull());
-    EXPECT_EQ(pixellateReach(cellSize), 0);
-  }
-  EXPECT_TRUE(pixellate({}, 6).isNull());
-  EXPECT_TRUE(pixellate(picture.convertToFormat(QImage::Format_RGB32), 6).isNull());
-  EXPECT_TRUE(pixellate(picture, 6, QRect(-9, -9, 5, 5)).isNull());
-  EXPECT_EQ(pixellate(picture, std::numeric_limits<double>::denorm_min()), picture);
 }
