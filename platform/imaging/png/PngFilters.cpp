@@ -81,18 +81,20 @@ void subtract(const PngRow& row, Byte* out, Predict predict) {
 template <typename Predict>
 void addUp(const Byte* from, const Byte* above, std::size_t size, std::size_t pixelSize, Byte* to,
            Predict predict) {
-  constexpr std::size_t most = 4;
+  // By way of a number, which goes from memory into a vector and back at once.
+  using Numbers [[gnu::vector_size(lanes)]] = std::uint32_t;
   const auto loadPixel = [](const Byte* pixel) {
-    Lanes lanes{};
-    std::memcpy(&lanes, pixel, most);
-    return lanes;
+    std::uint32_t number = 0;
+    std::memcpy(&number, pixel, sizeof number);
+    return reinterpret_cast<Lanes>(Numbers{number});
   };
   Lanes left{}, upLeft{};
   for (std::size_t i = 0; i < size; i += pixelSize) {
     const Lanes up = loadPixel(above + i);
     left = loadPixel(from + i) + predict(left, up, upLeft);
     upLeft = up;
-    std::memcpy(to + i, &left, most);  // what is too much, the next pixel covers
+    const std::uint32_t sum = reinterpret_cast<Numbers>(left)[0];
+    std::memcpy(to + i, &sum, sizeof sum);  // what is too much, the next pixel covers
   }
 }
 
