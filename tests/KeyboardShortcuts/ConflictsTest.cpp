@@ -51,16 +51,6 @@ TEST(MenuConflict, ComparesTextAndModifiers) {
   platform::Environment::provide<const platform::KeyboardLayout>(nullptr);
 }
 
-TEST(MenuConflict, FirstHitOfTheTreeWins) {
-  const Shortcut f1(Key::f1, {});
-  const auto deep = std::make_shared<Menu>(Menu{{item("x", {}), item("\uF704", {})}});
-  const auto middle = std::make_shared<Menu>(Menu{{item("y", {}, deep)}});
-  const Menu menu{{item("z", {}), item("", {}, middle), item("\uF704", {})}};
-  EXPECT_EQ(menuItemWithMatchingShortcut(f1, menu), &deep->items[1]);
-  const Menu ownFirst{{item("\uF704", {}, deep)}};
-  EXPECT_EQ(menuItemWithMatchingShortcut(f1, ownFirst), &ownFirst.items[0]);
-}
-
 TEST(SystemConflict, ReadsEnabledEntriesAnew) {
   EXPECT_TRUE(CarbonKeyboardShortcuts::system().isEmpty());
   std::vector<platform::SymbolicHotKey> answer;

@@ -13,19 +13,6 @@ using platform::Event;
 using platform::EventType;
 using platform::ModifierFlag;
 
-TEST(Shortcut, KeepsOnlyTheFiveModifiers) {
-  EXPECT_EQ(Shortcut(1, -1), Shortcut(1, 0x100 | 0x200 | 0x800 | 0x1000 | 0x20000));
-  EXPECT_EQ(Shortcut(Key::s, ModifierFlag::Option | ModifierFlag::Shift), Shortcut(1, 2560));
-  EXPECT_EQ(Shortcut(1, 2560).modifiers(), ModifierFlag::Option | ModifierFlag::Shift);
-}
-
-TEST(Shortcut, IsBuiltFromKeyEventsOnly) {
-  const auto flags = ModifierFlag::Function | ModifierFlag::Control;
-  const Shortcut controlF5(Key::f5, ModifierFlag::Control);
-  EXPECT_EQ(Shortcut::forEvent({EventType::KeyUp, 96, flags}), controlF5);
-  EXPECT_EQ(Shortcut::forEvent({EventType::FlagsChanged, 96, flags}), std::nullopt);
-}
-
 TEST(Shortcut, StoredFormReadsBackAndOtherTextsAreNoShortcut) {
   for (const Shortcut& shortcut :
        {Shortcut(1, 2560), Shortcut(-1, 0x20000), Shortcut(std::numeric_limits<qint64>::max(), 0)})

@@ -178,20 +178,6 @@ TEST(PanelPlace, IsKeptBesideAWindowManagerThatMovesWindows) {
   panel.waitUntilClosed();
 }
 
-TEST(PanelPlace, IsOnTheMonitorWithTheTray) {
-  const QRect left(0, 0, 500, 640);
-  const QRect right(500, 0, 600, 580);
-  for (const auto& monitors : {std::vector{left, right}, std::vector{right, left}}) {
-    Desktop desktop({.size = {1100, 640}});
-    desktop.screen().setMonitors(monitors);
-    Sorrel sorrel(desktop);
-    Panel panel(desktop, sorrel);
-    const QRect place = panel.place(sorrel.statusItem().left() < right.left() ? left : right);
-    sorrel.pressHotKey(KEY_F);
-    panel.waitUntilOpen(place);
-  }
-}
-
 TEST(PanelPlace, IsBelowTheBarWithAStatusNotifierIcon) {
   Desktop desktop({.tray = Tray::StatusNotifier});
   Sorrel sorrel(desktop);

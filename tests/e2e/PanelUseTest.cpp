@@ -1,10 +1,9 @@
-// What the history panel does with the pictures: show, copy, drag.
+// What the history panel does with the pictures: copy, drag.
 
 #include "tests/e2e/Panel.h"
 #include "tests/support/Files.h"
 
 #include <QFile>
-#include <QPainter>
 #include <QUrl>
 
 #include <gtest/gtest.h>
@@ -48,51 +47,6 @@ class PanelUse : public testing::Test {
 
   Desktop desktop;
 };
-
-constexpr QRgb colors[] = {0xFFE03030, 0xFF30B040, 0xFF3050E0, 0xFFE0C030};
-
-/// Four squares in four colours, the first of which is the `first`th.
-QImage quarters(int side, int first) {
-  QImage image(side, side, QImage::Format_RGB32);
-  QPainter painter(&image);
-  for (int i = 0; i < 4; ++i)
-    painter.fillRect(i % 2 * side / 2, i / 2 * side / 2, side / 2, side / 2, QColor(colors[(first + i) % 4]));
-  return image;
-}
-
-TEST_F(PanelUse, ACaptureComesFirst) {
-  constexpr int side = 120;
-  QImage background(desktop.screen().size(), QImage::Format_RGB32);
-  background.fill(0xFF406080);
-  const QRect areas[] = {QRect(20, 100, side, side), QRect(20, 300, side, side)};
-  QPainter painter(&background);
-  for (int i = 0; i < 2; ++i)
-    painter.drawImage(areas[i].topLeft(), quarters(side, i));
-  painter.end();
-  desktop.screen().paintRoot(background);
-  Sorrel::store(desktop, u"historyPanelLocked"_s, true);
-  Sorrel sorrel(desktop);
-  Panel panel(desktop, sorrel);
-  const auto shows = [&](int thumbnail, int first) {
-    const QRect square = panel.thumbnail(thumbnail);
-    const QImage seen = desktop.screen().picture();
-    for (int i = 0; i < 4; ++i) {
-      const QPoint quarter(square.width() * (1 + i % 2 * 2) / 4, square.height() * (1 + i / 2 * 2) / 4);
-      if (seen.pixel(square.topLeft() + quarter) != colors[(first + i) % 4])
-        return false;
-    }
-    return true;
-  };
-
-  sorrel.capture(areas[0]);
-  const auto [window, place] = panel.waitUntilOpen();
-  until("the first picture is there", [&] { return shows(0, 0); });
-  sorrel.capture(areas[1]);
-  until("the second one is before it", [&] { return shows(0, 1) && shows(1, 0); });
-  ASSERT_TRUE(panel.window());
-  EXPECT_EQ(panel.window()->id, window);
-  EXPECT_EQ(panel.window()->frame, place);
-}
 
 TEST_F(PanelUse, CopiesOutliveTheProgram) {
   const QString path = put(u"sea & \uBCD1 100%.png"_s, randomPicture({300, 200}, 4));

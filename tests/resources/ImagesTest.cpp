@@ -101,16 +101,6 @@ TEST(Symbols, everyOneTakesItsColorsAndStaysInItsBox) {
   }
 }
 
-TEST(Symbols, aMarkLiesOnItsTranslucentShapeOrIsCutOut) {
-  const auto pixel = [](const platform::SymbolColors& colors, QPoint at) {
-    return symbolPixmap(u"xmark.circle.fill"_s, 24, 1, colors).toImage().pixelColor(at);
-  };
-  const QColor shade(0, 0, 0, 140);
-  EXPECT_EQ(pixel({shade, Qt::white}, {12, 4}), shade);
-  EXPECT_EQ(pixel({shade, Qt::white}, {12, 12}), QColor(Qt::white));
-  EXPECT_EQ(pixel({shade}, {12, 12}).alpha(), 0);
-}
-
 TEST(Symbols, areDrawnOnWholePixelsAndUnknownOnesNotAtAll) {
   QImage image(30, 30, QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);

@@ -1,5 +1,4 @@
 #include "app/history/HistoryView.h"
-#include "app/history/ThumbnailDrag.h"
 #include "app/history/ThumbnailGrid.h"
 #include "app/history/ThumbnailLoader.h"
 #include "tests/app/history/HistoryFixture.h"
@@ -179,17 +178,6 @@ TEST_F(HistoryViewTest, ThePointerSelectsEditsCopiesAndDeletes) {
   clock.run();
   EXPECT_FALSE(QFile::exists(pathOf(u"1.png"_s)));
   EXPECT_EQ(model->screenshots->size(), 4u);
-}
-
-TEST_F(HistoryViewTest, ADraggedPictureIsTranslucentAndRound) {
-  QPixmap picture(120, 80);
-  picture.setDevicePixelRatio(2);
-  picture.fill(Qt::red);
-  const QImage dragged = dragPicture(picture).toImage();
-  EXPECT_EQ(dragged.size(), picture.size());
-  EXPECT_NEAR(dragged.pixelColor(60, 40).alphaF(), 0.7, 0.01);
-  EXPECT_EQ(dragged.pixelColor(60, 40).red(), 255);
-  EXPECT_EQ(dragged.pixelColor(0, 79).alpha(), 0);
 }
 
 TEST_F(HistoryViewTest, TheLockAndTheListChangeNoMoreThanTheyMust) {

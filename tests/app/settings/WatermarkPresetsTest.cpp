@@ -3,7 +3,6 @@
 #include "tests/support/LogCapture.h"
 #include "tests/support/ScratchHome.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -22,10 +21,6 @@ class WatermarkPresetsTest : public testing::Test {
   [[nodiscard]] QString folder() const {
     return home.path(QStringLiteral(".local/share/Sorrel/watermark-logos"));
   }
-  void put(const QString& name, int age) const {
-    testing_support::setModified(home.write(QStringLiteral(".local/share/Sorrel/watermark-logos/") + name),
-                                 QDateTime(QDate(2026, 3, 14), QTime(12, 0)).addDays(-age));
-  }
   [[nodiscard]] static QString listed() {
     QStringList names;
     for (const QUrl& preset : WatermarkPresets::all())
@@ -35,14 +30,6 @@ class WatermarkPresetsTest : public testing::Test {
 
   const testing_support::ScratchHome home;
 };
-
-TEST_F(WatermarkPresetsTest, listsPicturesNewestFirst) {
-  int age = 0;
-  for (const char* name :
-       {"b.PNG", "a.jpg", "d.Jpeg", "c.tiff", "e.gif", "f.tif", "g", ".h.png", "i.png.txt"})
-    put(QString::fromLatin1(name), age++);
-  EXPECT_EQ(listed(), QStringLiteral("b.PNG,a.jpg,d.Jpeg,c.tiff"));
-}
 
 TEST_F(WatermarkPresetsTest, addingCopiesUnderAFreeName) {
   const struct {

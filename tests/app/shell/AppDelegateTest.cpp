@@ -203,27 +203,6 @@ TEST_F(AppDelegateTest, EachNotificationHasItsAction) {
   EXPECT_EQ(taken(), QString()) << "nobody is left to hear";
 }
 
-TEST_F(AppDelegateTest, TheFolderIconFollowsTheFolderAndWhetherItIsEmpty) {
-  const auto icon = [](const QString& folder) {
-    QFile file(folder + u"/.directory"_s);
-    const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    return text.contains("FolderIconEmpty") ? 'e' : text.contains("FolderIconFull") ? 'f' : '-';
-  };
-  launch();
-  EXPECT_EQ(icon(bottle), 'e');
-  put(u"a.png"_s);
-  post(Notifications::screenshotsChanged);
-  EXPECT_EQ(icon(bottle), 'f');
-  QFile::remove(bottle + u"/.directory"_s);
-  put(u"b.png"_s);
-  post(Notifications::screenshotsChanged);
-  EXPECT_EQ(icon(bottle), '-') << "a user's own icon stays until the folder fills or empties";
-  home.write(u"elsewhere/a.png"_s);
-  UserDefaults::standard().set(u"storageDirectory"_s, u"~/elsewhere"_s);
-  post(Notifications::storageLocationChanged);
-  EXPECT_EQ(icon(home.path(u"elsewhere"_s)), 'f') << "another folder gets its icon though it is no emptier";
-}
-
 TEST_F(AppDelegateTest, TheMenuSpeaksTheChosenLanguageAndDoesWhatItSays) {
   LocalizationManager::shared().setLanguage(AppLanguage::ko);
   launch();

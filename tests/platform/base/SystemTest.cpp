@@ -87,13 +87,6 @@ TEST(FilePathTest, AddressesGiveBackEveryByte) {
   EXPECT_EQ(FilePath::of(QUrl(u"https://host/a.png"_s)), QByteArray());
 }
 
-TEST(FilePathTest, NumbersGoBeforeTheExtension) {
-  EXPECT_EQ(FilePath::numbered("/a.b/c.d.png", 2), "/a.b/c.d (2).png");
-  EXPECT_EQ(FilePath::numbered("/a.b/c", 10), "/a.b/c (10)");
-  EXPECT_EQ(FilePath::numbered("/a/.png", 2), "/a/.png (2)");
-  EXPECT_EQ(FilePath::baseName("/a.b/c.d.png"), "c.d");
-}
-
 TEST(DirectoryTest, EqualDatesKeepTheFoldersOrder) {
   const ScratchHome home;
   const auto list = [&] { return names(*newestFirst(home.path(), endsInWanted)); };

@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QPalette>
 
-#include <cmath>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -83,36 +82,6 @@ TEST_F(AppearanceTest, WithoutAnAnswerTheToolkitDecidesUntilSomebodyComesWhoKnow
   portal.emplace(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
   portal->answer = 1U;
   untilSeen({Appearance::Dark, Appearance::Light, Appearance::Dark});
-}
-
-TEST_F(AppearanceTest, ItsColoursCanBeRead) {
-  // By the contrast ratio that accessibility guidelines ask of texts, 4.5.
-  const auto luminance = [](const QColor& color) {
-    const auto linear = [](float value) {
-      return value <= 0.03928F ? value / 12.92F : std::pow((value + 0.055F) / 1.055F, 2.4F);
-    };
-    return 0.2126F * linear(color.redF()) + 0.7152F * linear(color.greenF()) +
-           0.0722F * linear(color.blueF());
-  };
-  const auto contrast = [&](const QColor& one, const QColor& other) {
-    const auto [low, high] = std::minmax({luminance(one), luminance(other)});
-    return (high + 0.05F) / (low + 0.05F);
-  };
-  for (const auto& [choice, start] : {std::pair(1U, Qt::white), std::pair(2U, Qt::black)}) {
-    QApplication::setPalette(QPalette(start));
-    const DesktopAppearance appearance(Color::lightDark(0x3B6B2F, 0x6FAE4E));
-    const Appearance before = currentAppearance();
-    portal->choose(choice);
-    until("the palette has changed", [&] { return currentAppearance() != before; });
-    const QPalette palette = QApplication::palette();
-    using Role = QPalette::ColorRole;
-    for (const auto& [ink, paper] :
-         {std::pair(Role::WindowText, Role::Window), std::pair(Role::Text, Role::Base),
-          std::pair(Role::Text, Role::AlternateBase), std::pair(Role::ButtonText, Role::Button),
-          std::pair(Role::ToolTipText, Role::ToolTipBase), std::pair(Role::HighlightedText, Role::Highlight),
-          std::pair(Role::Link, Role::Base)})
-      EXPECT_GE(contrast(palette.color(ink), palette.color(paper)), 4.5F) << choice << ": " << ink;
-  }
 }
 
 }  // namespace

@@ -129,12 +129,4 @@ TEST_F(BlurTest, sharedPartialFilterRunsGiveThePixelsOfOneWholeRunEach) {
   EXPECT_LE(worstDifference(drawn, expected, [&](int x, int y) { return qBlue(edges.pixel(x, y)) == 0; }), 3);
 }
 
-TEST_F(BlurTest, regionsOutsideThePictureAndEmptyOnesDoNothing) {
-  const auto model = open(noise({200, 100}));
-  blurArea(*model, {300, 0, 50, 50});
-  blurStroke(*model, {{-100, -100}, {-50, -80}});
-  blurStroke(*model, {{1e9, 50}, {2e9, 50}});
-  EXPECT_EQ(flattened(*model), model->baseImage.get());
-}
-
 }  // namespace

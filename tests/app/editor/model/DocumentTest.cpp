@@ -17,18 +17,6 @@ TEST_F(DocumentTest, opensNothingThatIsNoPicture) {
   EXPECT_FALSE(EditorModel::open(QUrl()));
 }
 
-TEST_F(DocumentTest, fitsTheDisplayBoxAndNeverEnlarges) {
-  const struct {
-    QSize pixels;
-    QSizeF display;
-  } cases[] = {
-      {{3000, 300}, {1000, 100}}, {{640, 1000}, {410, 640}},  {{1000, 640}, {1000, 640}},
-      {{500, 300}, {500, 300}},   {{1001, 640}, {1000, 639}}, {{1, 1}, {1, 1}},
-  };
-  for (const auto& [pixels, display] : cases)
-    EXPECT_EQ(open(pixels)->displaySize.get(), display) << pixels.width() << " x " << pixels.height();
-}
-
 TEST_F(DocumentTest, aSliverWithoutDisplayWidthKeepsItsPixels) {
   const QImage sliver = map({2, 3000});
   const auto model = open(sliver);

@@ -73,21 +73,6 @@ TEST_F(LayersTest, aCropKeepsWholePixels) {
   EXPECT_TRUE(model->undoStack->isEmpty());
 }
 
-TEST_F(LayersTest, aCropBurnsTheLayersIn) {
-  const auto model = open({600, 400});
-  model->setLogo(plain({10, 10}, Qt::white));
-  model->textWM.change([](auto& text) { text.text = QStringLiteral("text"), text.scale = 2; });
-  drawStroke(*model, {{10, 10}, {500, 300}});
-  const QImage whole = flattened(*model);
-  model->tool = EditorModel::Tool::crop;
-  model->applyCrop({100, 50, 400, 350});
-  EXPECT_EQ(model->baseImage.get(), whole.copy(100, 50, 400, 350));
-  EXPECT_EQ(flattened(*model), model->baseImage.get());
-  EXPECT_FALSE(model->logoWM.get());
-  EXPECT_EQ(model->textWM.get(), TextWatermark::initial({400, 350}));
-  EXPECT_EQ(model->tool.get(), EditorModel::Tool::crop);
-}
-
 TEST_F(LayersTest, aLogoFillsItsRectangle) {
   const auto model = open({2880, 1800});
   EXPECT_EQ(model->logoDisplaySize(), QSizeF(0, 0));

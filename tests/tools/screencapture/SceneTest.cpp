@@ -173,15 +173,3 @@ TEST(Resources, tellTheDesktopsScale) {
   for (const char* useless : {"", "Xft.dpi:", "Xft.dpi: many", "Xft.dpi:\t-96\n", "\n\n"})
     EXPECT_EQ(scaleFromResources(useless), 1) << useless;
 }
-
-TEST(PixelFormat, findsTheChannelsThatAreBytesOfTheirOwn) {
-  EXPECT_EQ(PixelFormat{}.layout(), (platform::ChannelLayout{4, 2, 1, 0}));
-  PixelFormat format;
-  format.byteOrder = ByteOrder::MostFirst;
-  EXPECT_EQ(format.layout(), (platform::ChannelLayout{4, 1, 2, 3}));
-  format.bitsPerPixel = 24;
-  EXPECT_EQ(format.layout(), (platform::ChannelLayout{3, 0, 1, 2}));
-  EXPECT_EQ(format.stride(3), 12U);
-  format.redMask = 0xf800;
-  EXPECT_FALSE(format.layout());
-}

@@ -57,15 +57,6 @@ TEST(Thumbnail, isTheMeanOfWhatEachPixelCovers) {
   }
 }
 
-TEST(Thumbnail, isNeverLargerThanThePictureNorEmpty) {
-  const QImage small = sample({30, 20}, SampleKind::HasAlpha);
-  const auto file = ImageEncoder::encode(small, ImageFileType::Png).value();
-  EXPECT_EQ(Thumbnail::decode(file, 320).value_or(QImage()), small);
-  const auto line = ImageEncoder::encode(sample({2000, 1}, SampleKind::Opaque), ImageFileType::Png).value();
-  EXPECT_EQ(Thumbnail::decode(line, 320).value_or(QImage()).size(), QSize(320, 1));
-  EXPECT_FALSE(Thumbnail::decode(file, 0));
-}
-
 TEST(Thumbnail, ofAScaledJpegAndOfAProfileIsThatOfTheWholePicture) {
   // Nothing in it is as fine as the steps in which the codec scales. Where the profile's colours leave sRGB,
   // it matters a little whether they are converted before the mean or after.

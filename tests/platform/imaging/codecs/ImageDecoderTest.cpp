@@ -324,14 +324,3 @@ TEST(ImageDecoder, readsTheDiskAndHasNoPictureOfWhatIsNone) {
   const auto misnamed = ImageDecoder::read(home.write(QStringLiteral("really a gif.png"), gif));
   EXPECT_TRUE(misnamed && misnamed->size() == QSize(20, 10));
 }
-
-TEST(ImageFileType, followsTheExtensionInAnyCase) {
-  const std::pair<const char16_t*, ImageFileType> cases[]{
-      {u"/a/b.jpg", ImageFileType::Jpeg},  {u"b.JPEG", ImageFileType::Jpeg}, {u"b.Tif", ImageFileType::Tiff},
-      {u"b.tiff", ImageFileType::Tiff},    {u"b.GIF", ImageFileType::Gif},   {u"b.bmp", ImageFileType::Bmp},
-      {u"b.png", ImageFileType::Png},      {u"b.heic", ImageFileType::Png},  {u"b", ImageFileType::Png},
-      {u"/a.jpg/b", ImageFileType::Png},   {u"b.gif.", ImageFileType::Png},  {u"jpg", ImageFileType::Png},
-      {u"b.gif.jpg", ImageFileType::Jpeg}, {u"", ImageFileType::Png}};
-  for (const auto& [path, type] : cases)
-    EXPECT_EQ(imageFileTypeFor(QStringView(path)), type) << QString::fromUtf16(path).toStdString();
-}
