@@ -1,8 +1,10 @@
 #include "platform/imaging/codecs/decoding/WholePicture.h"
 
 #include "platform/imaging/codecs/Premultiply.h"
+#include "platform/imaging/png/LargeBytes.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace platform::decoding {
 
@@ -22,9 +24,16 @@ void settle(std::uint8_t* row, int width, Alpha alpha, const std::optional<Color
 }
 
 bool WholePicture::prepare() {
-  image = QImage(static_cast<int>(picture.width), static_cast<int>(picture.height),
-                 QImage::Format_RGBA8888_Premultiplied);
-  pixels = image.bits();
+  const std::size_t stride = 4 * static_cast<std::size_t>(picture.width);
+  LargeBytes memory = allocateLarge(stride * static_cast<std::size_t>(picture.height));
+  if (!memory)
+    return false;
+  pixels = memory.get();
+  image =
+      QImage(pixels, static_cast<int>(picture.width), static_cast<int>(picture.height),
+             static_cast<qsizetype>(stride), QImage::Format_RGBA8888_Premultiplied, std::free, memory.get());
+  if (!image.isNull())
+    (void)memory.release();  // it is the picture's now
   conversion = ColorConversion::fromProfile(picture.profile);
   return !image.isNull();
 }
