@@ -30,7 +30,8 @@ std::vector<Screenshot> all() {
 }
 
 void moveToTrash(const Screenshot& screenshot) {
-  [[maybe_unused]] const bool isMoved = platform::Trash::moveItem(screenshot.path);
+  // What can't be moved stays in the list, which is all that a user is to be told.
+  [[maybe_unused]] const auto moved = platform::Trash::moveItem(screenshot.path);
 }
 
 }  // namespace sorrel::ScreenshotStore

@@ -228,11 +228,8 @@ bool move(const QByteArray& path) {
 
 }  // namespace
 
-bool moveItem(const QByteArray& path, QString* error) {
-  const bool isMoved = move(path);
-  if (!isMoved && error)
-    *error = qt_error_string(errno);
-  return isMoved;
+Result<> moveItem(const QByteArray& path) {
+  return move(path) ? Result<>() : Error::fromErrno(errno);
 }
 
 }  // namespace platform::Trash

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/base/Result.h"
+
 #include <QByteArray>
 #include <QFile>
 #include <QString>
@@ -14,11 +16,11 @@ namespace Trash {
 /// Moves the file, folder or symbolic link (never its target) at `path` to the trash, under a name that is
 /// free there; nothing is copied. `path` is in the file system's own bytes, as a name need not be text.
 ///
-/// False where it can't be moved: it is then still in its place, the trash has no trace of it, and `error`
-/// says why. What lies in the trash already, and a folder that holds the trash, can't be moved.
-[[nodiscard]] bool moveItem(const QByteArray& path, QString* error = nullptr);
-[[nodiscard]] inline bool moveItem(const QString& path, QString* error = nullptr) {
-  return moveItem(QFile::encodeName(path), error);
+/// Where it can't be moved it is still in its place, and the trash has no trace of it. What lies in the trash
+/// already, and a folder that holds the trash, can't be moved.
+Result<> moveItem(const QByteArray& path);
+inline Result<> moveItem(const QString& path) {
+  return moveItem(QFile::encodeName(path));
 }
 
 }  // namespace Trash

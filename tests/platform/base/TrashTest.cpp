@@ -39,9 +39,9 @@ class TrashTest : public testing::Test {
   void expectRefused(const QByteArray& path) const {
     const auto state = [this] { return listing(trash + u"/info"_s) + u'/' + listing(trash + u"/files"_s); };
     const QString before = state();
-    QString error;
-    EXPECT_FALSE(Trash::moveItem(path, &error)) << path.constData();
-    EXPECT_FALSE(error.isEmpty()) << path.constData();
+    const auto moved = Trash::moveItem(path);
+    ASSERT_FALSE(moved) << path.constData();
+    EXPECT_NE(moved.error().number, 0) << path.constData();
     EXPECT_EQ(state(), before) << path.constData();
   }
 
