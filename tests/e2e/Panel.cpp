@@ -108,11 +108,6 @@ QPoint Panel::copyButton(int index) const {
   return thumbnail(index).bottomRight() - QPoint(inset, inset);
 }
 
-QPoint Panel::deleteButton(int index) const {
-  const int inset = qRound(buttonInset * desktop.scale());
-  return thumbnail(index).topRight() + QPoint(-inset, inset);
-}
-
 QPoint Panel::lockButton() const {
   return at(panelSize.width() - 49, titleBarHeight / 2.0);
 }

@@ -35,9 +35,8 @@ class Panel {
 
   // While it is open and not scrolled:
   [[nodiscard]] QRect thumbnail(int index) const;
-  /// The buttons on the thumbnail, while the pointer is on it.
+  /// The button on the thumbnail, while the pointer is on it.
   [[nodiscard]] QPoint copyButton(int index) const;
-  [[nodiscard]] QPoint deleteButton(int index) const;
   [[nodiscard]] QPoint lockButton() const;
   [[nodiscard]] QPoint closeButton() const;
   /// Whether the message at the panel's foot is in its place.
