@@ -8,6 +8,7 @@
 #include "platform/base/UserDefaults.h"
 #include "platform/input/HotKeyService.h"
 #include "platform/input/KeyboardLayout.h"
+#include "platform/input/LayoutSwitch.h"
 
 namespace sorrel {
 
@@ -28,6 +29,7 @@ int SorrelApp::run() {
   platform::handleTerminationSignals(&QApplication::quit);
   platform::Environment::provide(platform::HotKeyService::forDesktop());
   platform::Environment::provide(platform::KeyboardLayout::forDesktop());
+  platform::Environment::provide(platform::LayoutSwitch::forDesktop());
 
   appDelegate = std::make_unique<AppDelegate>(AppDelegate::Windows{}, nullptr, &QApplication::quit);
   instance.setRungHandler([this] { appDelegate->applicationShouldHandleReopen(); });

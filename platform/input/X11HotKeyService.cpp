@@ -2,7 +2,6 @@
 
 #include "platform/base/Log.h"
 #include "platform/input/KeyCodes.h"
-#include "platform/input/XcbXkb.h"
 #include "platform/x11/X11Connection.h"
 
 #include <QCoreApplication>
@@ -28,12 +27,11 @@ int findXinput(xcb_connection_t* connection) {
 
 }  // namespace
 
-X11HotKeyService::X11HotKeyService(xcb_connection_t* connection) : connection(connection) {
+X11HotKeyService::X11HotKeyService(xcb_connection_t* connection)
+    : connection(connection), keyboardWatch(connection, [this] { restoreGrabs(); }) {
   for (auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection)); screen.rem > 0;
        xcb_screen_next(&screen))
     roots.push_back(screen.data->root);
-  if (const auto* const xkb = xcb_get_extension_data(connection, &xcb_xkb_id); xkb && xkb->present)
-    xkbFirstEvent = xkb->first_event;
   xinputOpcode = findXinput(connection);
   modifiers = X11Modifiers::read(connection);
   QCoreApplication::instance()->installNativeEventFilter(this);
@@ -89,9 +87,6 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray& eventType, void* mess
       return keyPressed(*reinterpret_cast<const xcb_key_press_event_t*>(event), event->full_sequence);
     case XCB_KEY_RELEASE:
       return keyReleased(*reinterpret_cast<const xcb_key_release_event_t*>(event));
-    case XCB_MAPPING_NOTIFY:
-      keyboardChanged();
-      return false;
     case XCB_GE_GENERIC: {
       const auto& raw = *reinterpret_cast<const xcb_input_raw_key_release_event_t*>(event);
       if (raw.extension != xinputOpcode || raw.event_type != XCB_INPUT_RAW_KEY_RELEASE)
@@ -100,10 +95,6 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray& eventType, void* mess
       return true;
     }
     default:
-      // An event of XKEYBOARD tells its own type in the byte after.
-      if (event->response_type == xkbFirstEvent &&
-          (event->pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY || event->pad0 == XCB_XKB_MAP_NOTIFY))
-        keyboardChanged();
       return false;
   }
 }
@@ -269,12 +260,6 @@ void X11HotKeyService::ungrab(const GrabbedKey& key) const {
   for (const xcb_window_t root : roots)
     for (const uint16_t locks : modifiers.lockCombinations())
       xcb_ungrab_key(connection, key.keycode, root, static_cast<uint16_t>(*mask | locks));
-}
-
-/// A new keymap comes as a burst of events.
-void X11HotKeyService::keyboardChanged() {
-  if (!restoring.isPending())
-    restoring = MainQueue::main().asyncAfter({}, [this] { restoreGrabs(); });
 }
 
 /// Grabs are by position, so only moved modifiers touch them.

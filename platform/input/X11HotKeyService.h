@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/base/MainQueue.h"
 #include "platform/input/HotKeyService.h"
+#include "platform/input/X11KeyboardWatch.h"
 #include "platform/input/X11Modifiers.h"
 
 #include <QAbstractNativeEventFilter>
@@ -75,12 +75,10 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
   enum class Grab { Taken, Refused };
   [[nodiscard]] Grab grab(const GrabbedKey& key) const;
   void ungrab(const GrabbedKey& key) const;
-  void keyboardChanged();
   void restoreGrabs();
 
   xcb_connection_t* const connection;
   std::vector<xcb_window_t> roots;
-  int xkbFirstEvent = -1;  // -1 where the server lacks the extension
   int xinputOpcode = -1;
   X11Modifiers modifiers;
   std::map<HotKeyReference, GrabbedKey> grabbedKeys;
@@ -89,7 +87,7 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
   Keys listening = Keys::None;
   std::map<xcb_keycode_t, Chord> held;  // pressed, reported and not released yet
   Tap lastTap;                          // of the key that was reported last
-  WorkItem restoring;
+  const X11KeyboardWatch keyboardWatch;
 };
 
 }  // namespace platform

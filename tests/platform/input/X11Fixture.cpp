@@ -11,9 +11,10 @@ using namespace Qt::StringLiterals;
 
 namespace testing_support {
 
-void setLayout(const QString& layouts) {
+void setLayout(const QString& layouts, const QString& options) {
   const int status = QProcess::execute(
-      u"setxkbmap"_s, {u"-display"_s, QString::fromStdString(privateDisplay()), u"-layout"_s, layouts});
+      u"setxkbmap"_s, {u"-display"_s, QString::fromStdString(privateDisplay()), u"-layout"_s, layouts,
+                       u"-option"_s, QString(), u"-option"_s, options});
   ASSERT_EQ(status, 0) << "setxkbmap is needed";
 }
 

@@ -16,8 +16,9 @@ namespace testing_support {
 /// The display of the test program's private X server.
 const std::string& privateDisplay();
 
-/// Gives the server another keyboard layout, as a user does: one for each group, "ru,us".
-void setLayout(const QString& layouts);
+/// Gives the server another keyboard layout, as a user does: one for each group, "ru,us"; and these options
+/// of the keyboard, "grp:alt_shift_toggle", but no others.
+void setLayout(const QString& layouts, const QString& options = {});
 
 /// Sees every X event of the application and keeps the key events among them.
 class EventLog : public QAbstractNativeEventFilter {
