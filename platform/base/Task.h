@@ -2,10 +2,12 @@
 
 #include "platform/base/Result.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 namespace platform {
 
@@ -27,5 +29,23 @@ Result<> launch(const Task& task, std::function<void()> onTermination);
 
 /// What does it: the environment's own launcher, or else the system.
 using TaskLauncher = std::function<Result<>(const Task& task, std::function<void()> onTermination)>;
+
+/// What came of a child that was asked something.
+struct TaskAnswer {
+  bool isGood = false;  // it ended by itself, with the status 0
+  QByteArray output;    // all that it wrote on its standard output
+};
+
+/// A child that belongs to somebody. When the last of these goes before the child has ended, the child is
+/// killed and nothing more is heard of it.
+using OwnedTask = std::shared_ptr<void>;
+
+/// Starts a program for what it writes on its standard output, and calls `onAnswer` once, on the main thread
+/// and after this has returned, when it has ended in whatever way; never, if it can't be started.
+Result<OwnedTask> ask(const Task& task, std::function<void(const TaskAnswer&)> onAnswer);
+
+/// What does it, as above.
+using TaskAsker =
+    std::function<Result<OwnedTask>(const Task& task, std::function<void(const TaskAnswer&)> onAnswer)>;
 
 }  // namespace platform

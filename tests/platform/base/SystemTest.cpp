@@ -4,7 +4,9 @@
 #include "platform/base/SingleInstance.h"
 #include "platform/base/Task.h"
 #include "platform/base/TerminationSignals.h"
+#include "tests/support/Files.h"
 #include "tests/support/ScratchHome.h"
+#include "tests/support/Waiting.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -20,7 +22,9 @@
 
 using namespace Qt::StringLiterals;
 using namespace platform;
+using testing_support::contentsOf;
 using testing_support::ScratchHome;
+using testing_support::until;
 
 namespace {
 
@@ -133,6 +137,37 @@ TEST(TaskTest, TellsOnceThatTheChildEndedHoweverItDid) {
   for (const QString& path : {home.write(u"text"_s, "just text"), home.path(), u"/no/such/program"_s})
     EXPECT_FALSE(launch({path, {}}, [] { FAIL(); }).error().reason.isEmpty()) << qPrintable(path);
   QCoreApplication::processEvents();
+}
+
+TEST(TaskTest, AnOwnedChildAnswersAndGoesWithItsOwner) {
+  const auto run = [](const QString& script, OwnedTask& owner) {
+    QEventLoop loop;
+    TaskAnswer given{true, "none yet"};
+    auto started = ask({u"/bin/sh"_s, {u"-c"_s, script}}, [&](const TaskAnswer& answer) {
+      given = answer;
+      owner.reset();
+      loop.quit();
+    });
+    EXPECT_TRUE(started);
+    owner = *started;
+    started = OwnedTask();
+    loop.exec();
+    return std::pair(given.isGood, given.output);
+  };
+  OwnedTask owner;
+  EXPECT_EQ(run(u"echo one; echo two"_s, owner), std::pair(true, QByteArray("one\ntwo\n")));
+  EXPECT_EQ(run(u"echo one; exit 1"_s, owner), std::pair(false, QByteArray("one\n")));
+  EXPECT_EQ(run(u"echo one; kill -9 $$"_s, owner), std::pair(false, QByteArray("one\n")));
+  EXPECT_FALSE(ask({u"/no/such/program"_s, {}}, [](const TaskAnswer&) { FAIL(); }));
+
+  const ScratchHome home;
+  const QString file = home.path(u"number of the child"_s);
+  const auto number = [&] { return QFile::exists(file) ? contentsOf(file).trimmed().toInt() : 0; };
+  const QString waits = u"echo $$ > \"$0\"; exec sleep 1000"_s;
+  auto unwanted = ask({u"/bin/sh"_s, {u"-c"_s, waits, file}}, [](const TaskAnswer&) { FAIL(); });
+  until("the child waits", [&] { return number() > 0; });
+  unwanted = OwnedTask();
+  until("the child is gone", [&] { return kill(number(), 0) != 0; });
 }
 
 TEST(SingleInstanceTest, ASessionIsTheSameByAllItsNames) {
