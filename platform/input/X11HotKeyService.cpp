@@ -134,7 +134,9 @@ bool X11HotKeyService::hotKeyPressed(const xcb_key_press_event_t& event, const C
     send(KeyAction::Press, pressed->id);
   if (!isHeld)
     endHold(event.detail);
-  return true;
+  // Of no window of its own, the toolkit only takes note of the time: window managers give the keyboard to a
+  // window that comes of what the user did last.
+  return false;
 }
 
 bool X11HotKeyService::rawKeyPressed(const xcb_key_press_event_t& event, const Chord& chord) {
