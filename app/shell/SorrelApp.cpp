@@ -31,7 +31,9 @@ int SorrelApp::run() {
   platform::Environment::provide(platform::KeyboardLayout::forDesktop());
   platform::Environment::provide(platform::LayoutSwitch::forDesktop());
 
-  appDelegate = std::make_unique<AppDelegate>(AppDelegate::Windows{}, nullptr, &QApplication::quit);
+  AppDelegate::Windows windows;
+  windows.openEditor = [this](const QUrl& url) { editor.open(url); };
+  appDelegate = std::make_unique<AppDelegate>(std::move(windows), nullptr, &QApplication::quit);
   instance.setRungHandler([this] { appDelegate->applicationShouldHandleReopen(); });
   appDelegate->applicationDidFinishLaunching();
   appearance.emplace(AppColors::accent);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/editor/view/EditorWindowController.h"
 #include "platform/base/Environment.h"
 #include "platform/base/SingleInstance.h"
 #include "platform/desktop/DesktopAppearance.h"
@@ -29,6 +30,7 @@ class SorrelApp {
   platform::Environment environment;  // goes before the connection to the display does
   platform::SingleInstance instance;
   std::optional<platform::DesktopAppearance> appearance;
+  EditorWindowController editor;
   std::unique_ptr<AppDelegate> appDelegate;
 };
 

@@ -42,6 +42,9 @@
     <message id="selection.hint.escape">
       <translation>Cancel</translation>
     </message>
+    <message id="editor.windowTitle">
+      <translation>Sorrel Editor</translation>
+    </message>
     <message id="settings.language.system">
       <translation>System</translation>
     </message>

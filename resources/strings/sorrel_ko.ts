@@ -42,6 +42,9 @@
     <message id="selection.hint.escape">
       <translation>취소</translation>
     </message>
+    <message id="editor.windowTitle">
+      <translation>Sorrel 편집기</translation>
+    </message>
     <message id="settings.language.system">
       <translation>시스템</translation>
     </message>

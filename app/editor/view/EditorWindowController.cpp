@@ -1,0 +1,82 @@
+#include "app/editor/view/EditorWindowController.h"
+
+#include "app/editor/model/EditorModel.h"
+#include "app/editor/view/EditorView.h"
+#include "app/settings/LocalizationManager.h"
+#include "platform/base/FilePath.h"
+#include "platform/base/Log.h"
+#include "platform/desktop/Image.h"
+#include "platform/desktop/Screens.h"
+#include "platform/desktop/WindowFront.h"
+
+namespace sorrel {
+namespace {
+
+constexpr QSize minimumContentSize(316, 256);
+
+/// About the middle of what the desktop's bars leave of the screen that the user works on.
+QRect frameFor(const QSizeF& displaySize) {
+  const std::vector<platform::Screen> screens = platform::screens();
+  const std::optional<QRectF> visible =
+      screens.empty() ? std::nullopt : std::optional(screens.front().visibleFrame);
+  const QSizeF wanted =
+      editorContentSize(displaySize, visible ? std::optional(visible->size()) : std::nullopt);
+  QRect frame({}, wanted.toSize().expandedTo(minimumContentSize));
+  frame.moveCenter(visible.value_or(QRectF()).center().toPoint());
+  return frame;
+}
+
+std::unique_ptr<EditorView> windowFor(std::unique_ptr<EditorModel> model, std::function<void()> onClose) {
+  const QSizeF displaySize = model->displaySize;
+  auto window = std::make_unique<EditorView>(std::move(model), std::move(onClose));
+  window->setWindowTitle(localized(QStringLiteral("editor.windowTitle")));
+  window->setWindowRole(QStringLiteral("editor"));
+  if (const auto image = platform::Image::named(QStringLiteral("sorrel")))
+    window->setWindowIcon(image->icon);
+  window->setMinimumSize(minimumContentSize);
+  window->setGeometry(frameFor(displaySize));
+  // The window has the keyboard itself, so that it is in none of its controls.
+  window->setFocus();
+  return window;
+}
+
+}  // namespace
+
+QSizeF editorContentSize(const QSizeF& displaySize, const std::optional<QSizeF>& visibleFrame) {
+  constexpr QSizeF besidePicture(56 + 48, 56 + 48);
+  constexpr QSizeF limitWithoutScreen(1296, 810);
+  const QSizeF limit = visibleFrame ? *visibleFrame * 0.9 : limitWithoutScreen;
+  return (displaySize + besidePicture).boundedTo(limit);
+}
+
+EditorWindowController::EditorWindowController() = default;
+
+EditorWindowController::~EditorWindowController() {
+  delete shown.release();  // no event loop is left that would do it later
+}
+
+void EditorWindowController::DeleteLater::operator()(QWidget* window) const {
+  window->deleteLater();
+}
+
+void EditorWindowController::open(const QUrl& url) {
+  std::unique_ptr<EditorModel> model = EditorModel::open(url);
+  if (!model) {
+    namespace FilePath = platform::FilePath;
+    platform::log(QStringLiteral("Sorrel editor: couldn't load ") +
+                  FilePath::text(FilePath::name(FilePath::of(url))));
+    return;
+  }
+  close();
+  shown.reset(windowFor(std::move(model), [this] { close(); }).release());
+  platform::setDarkFrame(*shown);
+  platform::bringToFront(*shown);
+}
+
+void EditorWindowController::close() {
+  if (shown)
+    shown->hide();
+  shown.reset();
+}
+
+}  // namespace sorrel
