@@ -14,4 +14,19 @@ inline constexpr auto onAccent = platform::Color::lightDark(0xffffff, 0x14170f);
 inline constexpr auto popup = platform::Color::lightDark(0xf6f3ee, 0x363430);
 inline constexpr platform::Color popupBorder{0x2e000000, 0x30ffffff};
 
+/// What a control without an accent lies on.
+inline constexpr platform::Color control{0x14000000, 0x1cffffff};
+inline constexpr platform::Color controlHovered{0x20000000, 0x2cffffff};
+inline constexpr platform::Color controlPressed{0x30000000, 0x3effffff};
+/// A field to write in, and the line around it.
+inline constexpr platform::Color field{0xffffffff, 0x40000000};
+inline constexpr platform::Color fieldBorder{0x38000000, 0x38ffffff};
+inline constexpr platform::Color fieldBorderHovered{0x5c000000, 0x5cffffff};
+/// What a slider's handle or a switch's knob moves in, and these.
+inline constexpr platform::Color trough{0x38000000, 0x40ffffff};
+inline constexpr platform::Color troughHovered{0x4c000000, 0x54ffffff};
+inline constexpr auto knob = platform::Color::lightDark(0xffffff, 0xf2f0ec);
+/// Text of a button that throws something away.
+inline constexpr auto destructive = platform::Color::lightDark(0xb3261e, 0xff8a7d);
+
 }  // namespace sorrel::LookColors

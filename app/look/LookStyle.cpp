@@ -6,6 +6,9 @@
 #include "app/look/TextStyle.h"
 #include "platform/desktop/WindowShape.h"
 
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
 #include <QEvent>
 #include <QMenu>
 #include <QStyleOptionMenuItem>
@@ -26,6 +29,29 @@ bool isMenu(const QWidget* widget) {
   return qobject_cast<const QMenu*>(widget);
 }
 
+/// What holds the list of a combo box.
+bool isList(const QWidget* widget) {
+  return widget->inherits("QComboBoxPrivateContainer");
+}
+
+/// A popup is a window, and windows don't inherit a palette.
+void takeAppearance(QWidget& popup) {
+  const QWidget* const owner = popup.parentWidget();
+  const bool isOwners = owner && platform::appearanceOf(owner->palette()) != platform::currentAppearance();
+  QPalette palette = isOwners ? owner->palette() : QApplication::palette();
+  if (isTip(&popup))
+    palette.setColor(QPalette::ToolTipText, tipText.color.resolved(platform::appearanceOf(palette)));
+  popup.setPalette(palette);
+}
+
+/// The list lies where the sheet belongs, so the sheet's shadow lies around it.
+void makeRoomForShadow(QWidget& list) {
+  const int margin = PopupSurface::margin(&list);
+  list.setContentsMargins(margin, margin + MenuRow::edge, margin, margin + MenuRow::edge);
+  const int more = margin + MenuRow::edge;
+  list.setGeometry(list.geometry().adjusted(-margin, -more, margin, more));
+}
+
 /// The toolkit has put the corner of the whole window where the corner of the sheet belongs. Which corner
 /// that is depends on where there was room; it is the one at the pointer. A submenu's first row is level with
 /// its parent's row already.
@@ -40,30 +66,32 @@ void placeSheet(QWidget& menu) {
 }  // namespace
 
 void LookStyle::polish(QWidget* widget) {
-  QProxyStyle::polish(widget);
+  ControlStyle::polish(widget);
+  if (auto* const list = qobject_cast<QAbstractItemView*>(widget); list && isList(list->parentWidget()))
+    list->viewport()->setAutoFillBackground(false);  // the sheet is below
   const bool isTooltip = isTip(widget);
-  if (!isTooltip && !isMenu(widget))
+  if (!isTooltip && !isMenu(widget) && !isList(widget))
     return;
   PopupSurface::prepare(*widget);
   widget->setFont(fontOf(isTooltip ? tipText : menuText));
-  if (isTooltip) {
-    QPalette palette = widget->palette();
-    palette.setColor(QPalette::ToolTipText, tipText.color.resolved());
-    widget->setPalette(palette);
-  }
   widget->installEventFilter(this);
 }
 
 bool LookStyle::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::Show || event->type() == QEvent::Resize) {
     auto& popup = *static_cast<QWidget*>(watched);
-    if (event->type() == QEvent::Show && !event->spontaneous() && isMenu(&popup))
-      placeSheet(popup);
+    if (event->type() == QEvent::Show && !event->spontaneous()) {
+      takeAppearance(popup);
+      if (isMenu(&popup))
+        placeSheet(popup);
+      if (isList(&popup))
+        makeRoomForShadow(popup);
+    }
     PopupSurface::fit(popup);
     if (isTip(&popup))
       platform::letPointerThrough(popup);  // to what it lies on
   }
-  return QProxyStyle::eventFilter(watched, event);
+  return ControlStyle::eventFilter(watched, event);
 }
 
 int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
@@ -79,7 +107,7 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_ToolTipLabelFrameWidth:
       return PopupSurface::margin(widget) + tipPadding;
     default:
-      return QProxyStyle::pixelMetric(metric, option, widget);
+      return ControlStyle::pixelMetric(metric, option, widget);
   }
 }
 
@@ -96,7 +124,7 @@ int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     case SH_ToolTipLabel_Opacity:
       return 255;
     default:
-      return QProxyStyle::styleHint(hint, option, widget, answer);
+      return ControlStyle::styleHint(hint, option, widget, answer);
   }
 }
 
@@ -105,7 +133,7 @@ QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
   if (type == CT_MenuItem)
     if (const auto* const row = qstyleoption_cast<const QStyleOptionMenuItem*>(option))
       return MenuRow::size(*row, size);
-  return QProxyStyle::sizeFromContents(type, option, size, widget);
+  return ControlStyle::sizeFromContents(type, option, size, widget);
 }
 
 void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -113,18 +141,22 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
   if (widget && (element == PE_PanelMenu || element == PE_PanelTipLabel))
     PopupSurface::paint(*painter, *widget);
   else if (element != PE_FrameMenu)  // part of the surface
-    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    ControlStyle::drawPrimitive(element, option, painter, widget);
 }
 
 void LookStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                             const QWidget* widget) const {
   const auto* const row = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
-  if (row && element == CE_MenuItem)
+  if (row && element == CE_MenuItem && qobject_cast<const QComboBox*>(widget)) {
+    QStyleOptionMenuItem own(*row);
+    own.palette = widget->palette();  // the toolkit has given it that of all menus
+    MenuRow::paint(*painter, own);
+  } else if (row && element == CE_MenuItem)
     MenuRow::paint(*painter, *row);
   else if (row && element == CE_MenuScroller)
     MenuRow::paintScroller(*painter, *row);
   else if (element != CE_MenuEmptyArea)
-    QProxyStyle::drawControl(element, option, painter, widget);
+    ControlStyle::drawControl(element, option, painter, widget);
 }
 
 }  // namespace sorrel

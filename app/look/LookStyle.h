@@ -1,14 +1,14 @@
 #pragma once
 
-#include <QProxyStyle>
+#include "app/look/ControlStyle.h"
 
 namespace sorrel {
 
-/// The desktop's own style, but for menus and tooltips, which look alike and as the rest of the program does.
-/// Set it on the application.
-class LookStyle : public QProxyStyle {
+/// The program's look: that of the controls, and on sheets that look alike menus, tooltips and the lists of
+/// combo boxes, each as dark or light as the window that it belongs to. Set it on the application.
+class LookStyle : public ControlStyle {
  public:
-  using QProxyStyle::polish;
+  using ControlStyle::polish;
   void polish(QWidget* widget) override;
   [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption* option,
                                 const QWidget* widget) const override;

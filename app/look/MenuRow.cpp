@@ -1,5 +1,6 @@
 #include "app/look/MenuRow.h"
 
+#include "app/look/ControlPainting.h"
 #include "app/look/LookColors.h"
 #include "platform/desktop/Symbols.h"
 
@@ -22,7 +23,6 @@ constexpr int iconSide = 16;
 constexpr int iconColumn = iconSide + 8;
 constexpr int arrowWidth = 4;
 constexpr int arrowColumn = 22;
-constexpr float disabledOpacity = 0.4F;
 
 /// What lies before the title.
 int leadingWidth(const QStyleOptionMenuItem& row) {
@@ -34,28 +34,14 @@ bool isHighlighted(const QStyleOptionMenuItem& row) {
 }
 
 QColor inkOf(const QStyleOptionMenuItem& row, const platform::Color& plain) {
-  QColor color = (isHighlighted(row) ? LookColors::onAccent : plain).resolved();
-  if (!row.state.testFlag(QStyle::State_Enabled))
-    color.setAlphaF(color.alphaF() * disabledOpacity);
-  return color;
+  return ControlColors(row)(isHighlighted(row) ? LookColors::onAccent : plain);
 }
 
-/// An arrow head in the middle of `area`, pointing to the right and then turned by so many degrees.
-void paintArrow(QPainter& painter, const QRectF& area, qreal turn, const QColor& color) {
-  painter.save();
-  painter.translate(area.center());
-  painter.rotate(turn);
-  painter.setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  constexpr qreal half = arrowWidth / 2.0;
-  const QPointF head[] = {{-half, -2 * half}, {half, 0}, {-half, 2 * half}};
-  painter.drawPolyline(head, 3);
-  painter.restore();
-}
-
-void paintSeparator(QPainter& painter, const QRect& area) {
+void paintSeparator(QPainter& painter, const QStyleOptionMenuItem& row) {
+  const QRect& area = row.rect;
   painter.fillRect(
       QRectF(area.left() + separatorInset, area.center().y(), area.width() - 2 * separatorInset, 1),
-      AppColors::separator.resolved());
+      AppColors::separator.resolved(platform::appearanceOf(row.palette)));
 }
 
 }  // namespace
@@ -74,14 +60,14 @@ QSize size(const QStyleOptionMenuItem& row, const QSize& title) {
 
 void paint(QPainter& painter, const QStyleOptionMenuItem& row) {
   if (row.menuItemType == QStyleOptionMenuItem::Separator) {
-    paintSeparator(painter, row.rect);
+    paintSeparator(painter, row);
     return;
   }
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   if (isHighlighted(row)) {
     painter.setPen(Qt::NoPen);
-    painter.setBrush(AppColors::accent.resolved());
+    painter.setBrush(ControlColors(row)(AppColors::accent));
     painter.drawRoundedRect(row.rect.adjusted(highlightInset, 0, -highlightInset, 0), highlightRadius,
                             highlightRadius);
   }
@@ -99,7 +85,8 @@ void paint(QPainter& painter, const QStyleOptionMenuItem& row) {
     place.setLeft(place.left() + iconColumn);
   }
   if (row.menuItemType == QStyleOptionMenuItem::SubMenu)
-    paintArrow(painter, QRectF(place.right() - arrowWidth, place.top(), arrowWidth, place.height()), 0, ink);
+    drawArrowHead(painter, QRectF(place.right() - arrowWidth, place.top(), arrowWidth, place.height()), 0,
+                  ink);
   constexpr int flags = Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextHideMnemonic;
   painter.setFont(row.font);
   painter.setPen(ink);
@@ -113,8 +100,8 @@ void paintScroller(QPainter& painter, const QStyleOptionMenuItem& scroller) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   constexpr qreal up = -90, down = 90;
-  paintArrow(painter, scroller.rect, scroller.state.testFlag(QStyle::State_DownArrow) ? down : up,
-             LookColors::secondaryLabel.resolved());
+  drawArrowHead(painter, scroller.rect, scroller.state.testFlag(QStyle::State_DownArrow) ? down : up,
+                ControlColors(scroller)(LookColors::secondaryLabel));
   painter.restore();
 }
 

@@ -38,7 +38,8 @@ QRect sheet(const QWidget& popup) {
 }
 
 void paint(QPainter& painter, const QWidget& popup) {
-  const QColor fill = LookColors::popup.resolved();
+  const auto appearance = platform::appearanceOf(popup.palette());
+  const QColor fill = LookColors::popup.resolved(appearance);
   const QRectF area(sheet(popup));
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
@@ -54,7 +55,7 @@ void paint(QPainter& painter, const QWidget& popup) {
     painter.fillRect(popup.rect(), fill);
   }
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(LookColors::popupBorder.resolved());
+  painter.setPen(LookColors::popupBorder.resolved(appearance));
   painter.drawRoundedRect(area.adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius - 0.5, cornerRadius - 0.5);
   painter.restore();
 }

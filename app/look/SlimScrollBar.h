@@ -6,15 +6,14 @@ class QAbstractScrollArea;
 
 namespace sorrel {
 
-/// A view's vertical scroll bar as a thin rounded handle without a trough, which floats over the view's right
-/// edge and takes no room from its contents. The view's own scroll bar must be hidden.
+/// A view's vertical scroll bar that floats over the view's right edge and takes no room from its contents.
+/// The view's own scroll bar must be hidden.
 class SlimScrollBar : public QScrollBar {
  public:
   explicit SlimScrollBar(QAbstractScrollArea& view);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
-  void paintEvent(QPaintEvent* event) override;
 };
 
 }  // namespace sorrel

@@ -36,14 +36,15 @@ bool SymbolButton::event(QEvent* event) {
 }
 
 void SymbolButton::paintEvent(QPaintEvent*) {
+  const auto appearance = platform::appearanceOf(palette());
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  const QColor disc = look.disc.resolved();
-  const bool isRound = disc.alpha() > 0 || look.mark.resolved().alpha() > 0;
+  const QColor disc = look.disc.resolved(appearance);
+  const bool isRound = disc.alpha() > 0 || look.mark.resolved(appearance).alpha() > 0;
   painter.setPen(Qt::NoPen);
   painter.setBrush(disc);
   painter.drawEllipse(rect());
-  QColor ink = look.ink.resolved();
+  QColor ink = look.ink.resolved(appearance);
   if (underMouse() && isEnabled()) {  // stronger while pressed, and never so that a white symbol pales
     const int strength = isDown() ? 70 : 36;
     if (isRound) {
@@ -57,9 +58,9 @@ void SymbolButton::paintEvent(QPaintEvent*) {
   }
   QRectF place(0, 0, look.side, look.side);
   place.moveCenter(QRectF(rect()).center());
-  platform::drawSymbol(painter, place, look.symbol, {ink, look.mark.resolved()});
+  platform::drawSymbol(painter, place, look.symbol, {ink, look.mark.resolved(appearance)});
   if (hasFocus())
-    drawFocusRing(painter, QRectF(rect()), AppColors::amberFill.resolved());
+    drawFocusRing(painter, QRectF(rect()), AppColors::amberFill.resolved(appearance));
 }
 
 }  // namespace sorrel

@@ -39,9 +39,10 @@ QSize TextButton::minimumSizeHint() const {
 }
 
 void TextButton::paintEvent(QPaintEvent*) {
+  const auto appearance = platform::appearanceOf(palette());
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  QColor color = style.color.resolved();
+  QColor color = style.color.resolved(appearance);
   if (underMouse()) {
     QColor ground = color;
     ground.setAlpha(isDown() ? pressedGround : hoveredGround);
@@ -59,7 +60,7 @@ void TextButton::paintEvent(QPaintEvent*) {
   const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, place.width());
   painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
   if (hasFocus())
-    drawFocusRing(painter, QRectF(rect()), AppColors::accent.resolved());
+    drawFocusRing(painter, QRectF(rect()), AppColors::accent.resolved(appearance));
 }
 
 }  // namespace sorrel

@@ -14,8 +14,10 @@ QFont fontOf(const TextStyle& style) {
 
 void applyStyle(QLabel& label, const TextStyle& style) {
   label.setFont(fontOf(style));
+  const QWidget* const parent = label.parentWidget();
+  const auto appearance = parent ? platform::appearanceOf(parent->palette()) : platform::currentAppearance();
   QPalette palette = label.palette();
-  palette.setColor(QPalette::WindowText, style.color.resolved());
+  palette.setColor(QPalette::WindowText, style.color.resolved(appearance));
   label.setPalette(palette);
 }
 

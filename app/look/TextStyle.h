@@ -16,7 +16,8 @@ struct TextStyle {
 };
 
 [[nodiscard]] QFont fontOf(const TextStyle& style);
-/// Gives the label that look, in the colour of the present appearance: set it anew when that changes.
+/// Gives the label that look, in the colour of its parent's present appearance: set it anew when that
+/// changes.
 void applyStyle(QLabel& label, const TextStyle& style);
 
 }  // namespace sorrel

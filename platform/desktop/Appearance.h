@@ -4,11 +4,15 @@
 
 #include <QColor>
 
+class QPalette;
+
 namespace platform {
 
 /// Whether the desktop's windows are light or dark.
 enum class Appearance { Light, Dark };
 [[nodiscard]] Appearance currentAppearance();
+/// The same of whatever is drawn with this palette.
+[[nodiscard]] Appearance appearanceOf(const QPalette& palette);
 /// Calls `handler` after each change. Main thread only.
 [[nodiscard]] Subscription observeAppearance(std::function<void()> handler);
 
@@ -27,5 +31,9 @@ struct Color {
 
   bool operator==(const Color&) const = default;
 };
+
+/// All the colours of the toolkit's own widgets: for a desktop that prefers one appearance, or for a window
+/// that keeps to one whatever the desktop prefers. `accent` marks what is selected.
+[[nodiscard]] QPalette paletteOf(Appearance appearance, const Color& accent);
 
 }  // namespace platform
