@@ -138,6 +138,8 @@ QRect ControlStyle::subControlRect(ComplexControl control, const QStyleOptionCom
       return FieldControls::comboBoxText(*box);
     if (part == SC_ComboBoxArrow)
       return FieldControls::comboBoxArrow(*box);
+    if (part == SC_ComboBoxListBoxPopup)
+      return FieldControls::comboBoxList(*box);
     if (part == SC_ComboBoxFrame)
       return box->rect;
   }

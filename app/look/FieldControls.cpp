@@ -4,6 +4,7 @@
 #include "app/look/ControlPainting.h"
 #include "app/look/FocusRing.h"
 #include "app/look/LookColors.h"
+#include "app/look/MenuRow.h"
 
 #include <QPainter>
 #include <QStyleOptionComboBox>
@@ -45,6 +46,11 @@ QRect comboBoxText(const QStyleOptionComboBox& box) {
 QRect comboBoxArrow(const QStyleOptionComboBox& box) {
   return QStyle::visualRect(box.direction, box.rect,
                             box.rect.adjusted(box.rect.width() - arrowRoom, 0, 0, 0));
+}
+
+QRect comboBoxList(const QStyleOptionComboBox& box) {
+  const int before = MenuRow::checkedTitleInset - (comboBoxText(box).left() - box.rect.left());
+  return box.rect.adjusted(-before, 0, padding, 0);
 }
 
 void paintComboBox(QPainter& painter, const QStyleOptionComboBox& box) {

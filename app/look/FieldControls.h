@@ -19,6 +19,8 @@ void paintLineEdit(QPainter& painter, const QStyleOption& field);
 /// Where the chosen text lies, or in an editable box the field.
 [[nodiscard]] QRect comboBoxText(const QStyleOptionComboBox& box);
 [[nodiscard]] QRect comboBoxArrow(const QStyleOptionComboBox& box);
+/// The list is as wide as its rows' titles lie over the box's text.
+[[nodiscard]] QRect comboBoxList(const QStyleOptionComboBox& box);
 void paintComboBox(QPainter& painter, const QStyleOptionComboBox& box);
 void paintComboBoxLabel(QPainter& painter, const QStyleOptionComboBox& box);
 

@@ -41,15 +41,19 @@ void takeAppearance(QWidget& popup) {
   QPalette palette = isOwners ? owner->palette() : QApplication::palette();
   if (isTip(&popup))
     palette.setColor(QPalette::ToolTipText, tipText.color.resolved(platform::appearanceOf(palette)));
+  if (isList(&popup)) {
+    // The toolkit fills the rows with this, over the sheet.
+    palette.setColor(QPalette::Window, LookColors::popup.resolved(platform::appearanceOf(palette)));
+    popup.findChild<QAbstractItemView*>()->setPalette(palette);
+  }
   popup.setPalette(palette);
 }
 
 /// The list lies where the sheet belongs, so the sheet's shadow lies around it.
 void makeRoomForShadow(QWidget& list) {
   const int margin = PopupSurface::margin(&list);
-  list.setContentsMargins(margin, margin + MenuRow::edge, margin, margin + MenuRow::edge);
-  const int more = margin + MenuRow::edge;
-  list.setGeometry(list.geometry().adjusted(-margin, -more, margin, more));
+  list.setGeometry(list.geometry().adjusted(-margin, -margin, margin, margin));
+  list.setContentsMargins(margin, margin, margin, margin);
 }
 
 /// The toolkit has put the corner of the whole window where the corner of the sheet belongs. Which corner
@@ -150,6 +154,8 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
   if (row && element == CE_MenuItem && qobject_cast<const QComboBox*>(widget)) {
     QStyleOptionMenuItem own(*row);
     own.palette = widget->palette();  // the toolkit has given it that of all menus
+    if (own.icon.isNull())
+      own.maxIconWidth = 0;
     MenuRow::paint(*painter, own);
   } else if (row && element == CE_MenuItem)
     MenuRow::paint(*painter, *row);

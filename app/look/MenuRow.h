@@ -10,6 +10,8 @@ namespace sorrel::MenuRow {
 
 /// Above the first row and below the last, in points.
 inline constexpr int edge = 5;
+/// From the sheet's edge to the titles, in a menu that checks what holds.
+inline constexpr int checkedTitleInset = 32;
 
 /// The size of a row whose title, without the keys, takes `title`; the keys' own width comes on top.
 [[nodiscard]] QSize size(const QStyleOptionMenuItem& row, const QSize& title);
