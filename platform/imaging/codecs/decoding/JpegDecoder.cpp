@@ -42,11 +42,11 @@ void judgeMessage(j_common_ptr common, int level) {
   else if (level < 0 && common->err->msg_code == JWRN_HIT_MARKER && reader->atEnd)
     leave(common);
 }
-/// Whether a picture that comes in several scans may lack some of them.
-bool lacksScans(const Reader& reader) {
-  const jpeg_decompress_struct& jpeg = reader.jpeg;
-  if (!reader.atEnd || jpeg.arith_code)  // whose missing bits nothing tells
-    return reader.atEnd;
+/// Whether a picture that comes in several scans may lack some of them, if its file has no end mark. To be
+/// asked before the library gives its memory back.
+bool mayLackScans(const jpeg_decompress_struct& jpeg) {
+  if (jpeg.arith_code)  // whose missing bits nothing tells
+    return true;
   if (!jpeg.coef_bits)
     return jpeg.buffered_image || jpeg.comps_in_scan < jpeg.num_components;
   for (int component = 0; component < jpeg.num_components; ++component)
@@ -136,8 +136,9 @@ bool readRows(Reader& reader, Bytes file, RowSink& sink) {
       inksToRgba(row, jpeg.output_width);
     sink.finishRow();
   }
-  jpeg_finish_decompress(&jpeg);
-  return !lacksScans(reader);
+  const bool mayLack = mayLackScans(jpeg);
+  jpeg_finish_decompress(&jpeg);  // reads on to the end mark
+  return !(reader.atEnd && mayLack);
 }
 
 }  // namespace

@@ -226,12 +226,19 @@ TEST(ImageDecoder, givesTheWholePictureOrNoneOfAFileCutShort) {
 }
 
 TEST(ImageDecoder, showsPicturesThatLackNoPixel) {
-  for (const auto& [format, tail] : {std::pair("jpeg", 2), std::pair("png24", 12), std::pair("png24", 5)}) {
-    const QByteArray file = makeFile(sample({61, 43}, SampleKind::Opaque), {}, QString::fromLatin1(format));
+  const QStringList plain, inScans = words("-interlace JPEG");
+  for (const auto& [format, options, tail] :
+       {std::tuple("jpeg", plain, 2), std::tuple("jpeg", inScans, 2), std::tuple("png24", plain, 12),
+        std::tuple("png24", plain, 5)}) {
+    const QByteArray file =
+        makeFile(sample({61, 43}, SampleKind::Opaque), options, QString::fromLatin1(format));
     const auto whole = ImageDecoder::decode(file);
     ASSERT_TRUE(whole);
     EXPECT_EQ(ImageDecoder::decode(file.chopped(tail)), whole) << format << " without " << tail;
     EXPECT_FALSE(ImageDecoder::decode(file.first(file.size() / 2))) << format;
+    if (options == inScans) {
+      EXPECT_FALSE(ImageDecoder::decode(file.first(file.lastIndexOf("\xff\xda")))) << "without a scan";
+    }
   }
 }
 
