@@ -2,7 +2,7 @@
 
 #include "platform/imaging/drawing/SmoothImage.h"
 #include "platform/imaging/drawing/TextBlock.h"
-#include "platform/imaging/filters/PixelMemory.h"
+#include "platform/imaging/filters/BlankPicture.h"
 #include "platform/imaging/png/Bands.h"
 
 #include <QPainterPath>

@@ -1,6 +1,6 @@
 #include "platform/imaging/filters/FilterFrame.h"
 
-#include "platform/imaging/filters/PixelMemory.h"
+#include "platform/imaging/filters/BlankPicture.h"
 
 #include <algorithm>
 #include <new>

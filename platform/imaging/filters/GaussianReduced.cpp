@@ -24,8 +24,8 @@
 
 #include "platform/imaging/filters/GaussianPasses.h"
 #include "platform/imaging/filters/GaussianRows.h"
-#include "platform/imaging/filters/PixelMemory.h"
 #include "platform/imaging/png/Bands.h"
+#include "platform/imaging/png/LargeMemory.h"
 
 #include <algorithm>
 #include <array>
@@ -78,8 +78,7 @@ class Nodes {
       : area(of),
         room(rowsWithRoom),
         stride(static_cast<std::size_t>(of.columns.count()) * 4),
-        values(static_cast<float*>(
-            allocatePixelMemory(stride * static_cast<std::size_t>(room.count()) * sizeof(float)))) {
+        values(allocateLarge<float>(stride * static_cast<std::size_t>(room.count()))) {
     if (!values)
       throw std::bad_alloc();
   }
@@ -96,7 +95,7 @@ class Nodes {
   std::size_t stride;
 
  private:
-  PixelMemory<float> values;
+  LargeMemory<float> values;
 };
 
 /// A row with `wanted` pixels or nodes, of which `present` ones are there to be filled in; the others repeat

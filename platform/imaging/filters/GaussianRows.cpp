@@ -1,6 +1,6 @@
 #include "platform/imaging/filters/GaussianRows.h"
 
-#include "platform/imaging/filters/Vectorised.h"
+#include "platform/imaging/png/Vectorised.h"
 
 #include <cstring>
 #include <utility>

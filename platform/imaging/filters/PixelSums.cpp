@@ -1,6 +1,6 @@
 #include "platform/imaging/filters/PixelSums.h"
 
-#include "platform/imaging/filters/Vectorised.h"
+#include "platform/imaging/png/Vectorised.h"
 
 namespace platform {
 namespace {

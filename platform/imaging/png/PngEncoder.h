@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/imaging/png/Channels.h"
 #include "platform/imaging/png/Effort.h"
 #include "platform/imaging/png/PngFilters.h"
 
@@ -10,19 +11,6 @@
 #include <span>
 
 namespace platform {
-
-/// Where the bytes of a pixel's 8-bit channels lie, counted from the pixel's first byte.
-struct ChannelLayout {
-  static constexpr int none = -1;
-
-  int bytesPerPixel = 4;
-  int red = 0;
-  int green = 1;
-  int blue = 2;
-  int alpha = none;  // straight, not multiplied into the colours; none makes the picture opaque
-
-  bool operator==(const ChannelLayout&) const = default;
-};
 
 /// A picture in memory that somebody else owns. Rows run from the top; each starts `stride` bytes after the
 /// one above it.
@@ -36,7 +24,7 @@ struct PictureView {
 
 struct PngOptions {
   std::optional<PngFilter> filter = {};  // without one, whichever suits each row
-  Cores cores = Cores::All;
+  Effort effort = {};
 };
 
 /// A file's bytes. Owned without being zeroed first, which a vector would do.
@@ -56,7 +44,7 @@ struct PngFile {
 /// filter, or if there is not enough memory.
 [[nodiscard]] std::optional<PngFile> encodePng(const PictureView& picture, const PngOptions& options = {});
 
-/// The same of rows as they come, in portions.
+/// The same of rows as they come, in portions. What has come is worked on meanwhile.
 class PngEncoder {
  public:
   /// Empty for the reasons above.
@@ -69,10 +57,11 @@ class PngEncoder {
   /// The next `count` rows, each `stride` bytes after the one above it. Rows beyond the height are ignored.
   void addRows(const std::uint8_t* pixels, std::size_t stride, int count);
 
-  /// Empty if rows are missing or if there is not enough memory.
+  /// The file, once. Empty if rows are missing or if there is not enough memory.
   [[nodiscard]] std::optional<PngFile> finish();
 
  private:
+  friend std::optional<PngFile> encodePng(const PictureView& picture, const PngOptions& options);
   struct State;
   explicit PngEncoder(std::unique_ptr<State> begun);
   std::unique_ptr<State> state;

@@ -1,5 +1,7 @@
 #include "platform/imaging/png/PngFilters.h"
 
+#include "platform/imaging/png/Vectorised.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -77,6 +79,39 @@ void subtract(const PngRow& row, Byte* out, Predict predict) {
   }
 }
 
+/// Of each filter what it costs, in its place.
+void addUpCosts(PngRow row, std::uint64_t* sums) {
+  // Of a row that isn't short, a quarter tells as much.
+  constexpr std::size_t blocks = 4, shortRow = 1024;
+  const std::size_t step = (row.size > shortRow ? 4 : 1) * blocks * lanes;
+  for (std::size_t begin = 0; begin < row.size; begin += step) {
+    Costs costs{};  // of so few blocks that sums of bytes stay bytes
+    const std::size_t end = std::min(begin + blocks * lanes, row.size);
+    for (std::size_t i = begin; i + lanes <= end; i += lanes)
+      addCosts(costs, row.bytes + i, row.above + i, row.pixelSize);
+    for (std::size_t filter = 0; filter < costs.size(); ++filter)
+      sums[filter] += sumOf(costs[filter]);
+  }
+}
+
+void writeDifferences(PngFilter filter, PngRow row, Byte* out) {
+  const Byte *left = row.bytes - row.pixelSize, *up = row.above, *upLeft = up - row.pixelSize;
+  switch (filter) {
+    case PngFilter::None:
+      std::memcpy(out, row.bytes, row.size);
+      return;
+    case PngFilter::Sub:
+      return subtract(row, out, [=](std::size_t i) { return load(left + i); });
+    case PngFilter::Up:
+      return subtract(row, out, [=](std::size_t i) { return load(up + i); });
+    case PngFilter::Average:
+      return subtract(row, out, [=](std::size_t i) { return average(load(left + i), load(up + i)); });
+    case PngFilter::Paeth:
+      return subtract(row, out,
+                      [=](std::size_t i) { return paeth(load(left + i), load(up + i), load(upLeft + i)); });
+  }
+}
+
 /// Pixel after pixel, since each is predicted from the one before it; a pixel's channels side by side.
 template <typename Predict>
 void addUp(const Byte* from, const Byte* above, std::size_t size, std::size_t pixelSize, Byte* to,
@@ -100,40 +135,16 @@ void addUp(const Byte* from, const Byte* above, std::size_t size, std::size_t pi
 
 }  // namespace
 
-PngFilter cheapestFilter(const PngRow& row, PngFilter filterAbove) {
+PngFilter cheapestFilter(const PngRow& row, PngFilter filterAbove, Instructions instructions) {
   std::array<std::uint64_t, 5> sums{};
-  // Of a row that isn't short, a quarter tells as much.
-  constexpr std::size_t blocks = 4, shortRow = 1024;
-  const std::size_t step = (row.size > shortRow ? 4 : 1) * blocks * lanes;
-  for (std::size_t begin = 0; begin < row.size; begin += step) {
-    Costs costs{};  // of so few blocks that sums of bytes stay bytes
-    const std::size_t end = std::min(begin + blocks * lanes, row.size);
-    for (std::size_t i = begin; i + lanes <= end; i += lanes)
-      addCosts(costs, row.bytes + i, row.above + i, row.pixelSize);
-    for (std::size_t filter = 0; filter < sums.size(); ++filter)
-      sums[filter] += sumOf(costs[filter]);
-  }
+  vectorised<addUpCosts>(instructions, row, sums.data());
   const auto best = std::min_element(sums.begin() + 1, sums.end());
   const bool none = filterAbove == PngFilter::None ? sums.front() <= *best : sums.front() < *best;
   return none ? PngFilter::None : static_cast<PngFilter>(best - sums.begin());
 }
 
-void applyFilter(PngFilter filter, const PngRow& row, Byte* out) {
-  const Byte *left = row.bytes - row.pixelSize, *up = row.above, *upLeft = up - row.pixelSize;
-  switch (filter) {
-    case PngFilter::None:
-      std::memcpy(out, row.bytes, row.size);
-      return;
-    case PngFilter::Sub:
-      return subtract(row, out, [=](std::size_t i) { return load(left + i); });
-    case PngFilter::Up:
-      return subtract(row, out, [=](std::size_t i) { return load(up + i); });
-    case PngFilter::Average:
-      return subtract(row, out, [=](std::size_t i) { return average(load(left + i), load(up + i)); });
-    case PngFilter::Paeth:
-      return subtract(row, out,
-                      [=](std::size_t i) { return paeth(load(left + i), load(up + i), load(upLeft + i)); });
-  }
+void applyFilter(PngFilter filter, const PngRow& row, Byte* out, Instructions instructions) {
+  vectorised<writeDifferences>(instructions, filter, row, out);
 }
 
 void undoFilter(PngFilter filter, const Byte* from, const Byte* above, std::size_t size,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/imaging/png/Effort.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -25,10 +27,10 @@ struct PngRow {
 /// of its neighbours is free, for compression finds it again. So text and windows, whose pixels equal a
 /// neighbour or are far from it, mostly go without, which makes them smaller by a tenth.
 /// Where that makes no difference, the row goes the way of the one above.
-[[nodiscard]] PngFilter cheapestFilter(const PngRow& row, PngFilter filterAbove);
+[[nodiscard]] PngFilter cheapestFilter(const PngRow& row, PngFilter filterAbove, Instructions instructions);
 
 /// Writes each byte less its prediction.
-void applyFilter(PngFilter filter, const PngRow& row, std::uint8_t* out);
+void applyFilter(PngFilter filter, const PngRow& row, std::uint8_t* out, Instructions instructions);
 
 /// The other way: of a row's `size` filtered bytes and the row above, the row itself. A pixel of zeros lies
 /// before `above` and `to`, slack after all three; a pixel has at most 4 bytes.

@@ -2,7 +2,7 @@
 
 #include "platform/imaging/codecs/Premultiply.h"
 #include "platform/imaging/codecs/decoding/WholePicture.h"
-#include "platform/imaging/filters/Vectorised.h"
+#include "platform/imaging/png/Vectorised.h"
 
 #include <algorithm>
 #include <array>

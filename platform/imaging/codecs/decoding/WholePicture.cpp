@@ -1,7 +1,7 @@
 #include "platform/imaging/codecs/decoding/WholePicture.h"
 
 #include "platform/imaging/codecs/Premultiply.h"
-#include "platform/imaging/png/LargeBytes.h"
+#include "platform/imaging/png/LargeMemory.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -25,7 +25,7 @@ void settle(std::uint8_t* row, int width, Alpha alpha, const std::optional<Color
 
 bool WholePicture::prepare() {
   const std::size_t stride = 4 * static_cast<std::size_t>(picture.width);
-  LargeBytes memory = allocateLarge(stride * static_cast<std::size_t>(picture.height));
+  auto memory = allocateLarge<std::uint8_t>(stride * static_cast<std::size_t>(picture.height));
   if (!memory)
     return false;
   pixels = memory.get();

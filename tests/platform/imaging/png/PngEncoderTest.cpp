@@ -65,13 +65,19 @@ TEST(PngEncoder, isReadBackExactlyWhateverTheSizeStrideLayoutAndFilter) {
   }
 }
 
-TEST(PngEncoder, givesTheSameBytesOnOneCoreAsOnAll) {
+TEST(PngEncoder, givesTheSameBytesWithLessOfTheMachine) {
   std::mt19937 random(2);
   const Picture picture(1500, 1100, 0, layouts[2], random);  // of several bands
-  const auto alone = encodePng(picture.view, {{}, Cores::One});
-  const auto together = encodePng(picture.view, {{}, Cores::All});
-  ASSERT_TRUE(alone && together);
+  const auto alone = encodePng(picture.view, {{}, {Cores::One, Instructions::Plain}});
+  const auto together = encodePng(picture.view);
+  auto encoder = PngEncoder::begin(1500, 1100, layouts[2]);
+  ASSERT_TRUE(alone && together && encoder);
   EXPECT_TRUE(std::ranges::equal(alone->span(), together->span()));
+  for (std::size_t row = 0; row < 1100; row += 100)
+    encoder->addRows(picture.view.pixels + row * picture.view.stride, picture.view.stride, 100);
+  const auto meanwhile = encoder->finish();
+  ASSERT_TRUE(meanwhile);
+  EXPECT_TRUE(std::ranges::equal(alone->span(), meanwhile->span()));
   QImage decoded;
   ASSERT_TRUE(decoded.loadFromData(alone->span().data(), static_cast<int>(alone->span().size()), "PNG"));
   EXPECT_EQ(decoded, picture.expected());
@@ -145,6 +151,15 @@ TEST(PngEncoder, takesRowsInAnyPortionsAndNothingOfWhatLiesBetweenThem) {
   const auto dealt = encoder->finish();
   ASSERT_TRUE(dealt);
   EXPECT_TRUE(std::ranges::equal(whole->span(), dealt->span()));
+}
+
+TEST(PngEncoder, canBeLeftBeforeAllRowsHaveCome) {
+  std::mt19937 random(5);
+  const Picture picture(1500, 600, 0, layouts[2], random);
+  auto encoder = PngEncoder::begin(1500, 1100, layouts[2]);
+  ASSERT_TRUE(encoder);
+  encoder->addRows(picture.view.pixels, picture.view.stride, 600);
+  EXPECT_FALSE(encoder->finish());
 }
 
 TEST(PngEncoder, refusesWhatIsNoPicture) {
