@@ -1,5 +1,7 @@
 #include "platform/imaging/png/BandCompression.h"
 
+#include "platform/imaging/png/LiteralCompression.h"
+
 #include <algorithm>
 #include <array>
 #include <isa-l/igzip_lib.h>
@@ -56,8 +58,33 @@ std::size_t compressByZlib(std::span<const std::uint8_t> rows, Grain grain, bool
 }  // namespace
 
 struct BandCompression::State {
+  std::size_t compressByIsal(std::span<const std::uint8_t> rows, bool last, std::uint8_t* to) {
+    isal_deflate_init(&stream);
+    stream.level = 1;
+    stream.level_buf = memory.data();
+    stream.level_buf_size = static_cast<std::uint32_t>(memory.size());
+    stream.flush = last ? NO_FLUSH : FULL_FLUSH;
+    stream.end_of_stream = last ? 1 : 0;
+    stream.next_in = const_cast<std::uint8_t*>(rows.data());
+    stream.avail_in = static_cast<std::uint32_t>(rows.size());
+    stream.next_out = to;
+    stream.avail_out = static_cast<std::uint32_t>(room(rows.size()));
+    const bool done = isal_deflate(&stream) == COMP_OK && stream.avail_in == 0 && stream.avail_out > 0;
+    return done ? stream.total_out : 0;
+  }
+
+  /// Tried with a piece of them from the middle. `scratch` has their room.
+  bool hardlyRepeat(std::span<const std::uint8_t> rows, std::uint8_t* scratch) {
+    const std::size_t size = std::min(rows.size(), LiteralCompression::blockSize);
+    const auto piece = rows.subspan((rows.size() - size) / 2, size);
+    const std::size_t alone = literals.sizeOf(piece);
+    // Clearly, for what lies before the piece would have been found in it.
+    return alone + alone / 32 < compressByIsal(piece, false, scratch);
+  }
+
   isal_zstream stream;
   std::array<std::uint8_t, ISAL_DEF_LVL1_DEFAULT> memory;
+  LiteralCompression literals;
 };
 
 BandCompression::BandCompression() : state(new (std::nothrow) State) {
@@ -70,19 +97,8 @@ std::size_t BandCompression::run(std::span<const std::uint8_t> rows, Place place
     return compressByZlib(rows, grain, last, to);
   if (!state)
     return 0;
-  isal_zstream& stream = state->stream;
-  isal_deflate_init(&stream);
-  stream.level = 1;
-  stream.level_buf = state->memory.data();
-  stream.level_buf_size = static_cast<std::uint32_t>(state->memory.size());
-  stream.flush = last ? NO_FLUSH : FULL_FLUSH;
-  stream.end_of_stream = last ? 1 : 0;
-  stream.next_in = const_cast<std::uint8_t*>(rows.data());
-  stream.avail_in = static_cast<std::uint32_t>(rows.size());
-  stream.next_out = to;
-  stream.avail_out = static_cast<std::uint32_t>(room(rows.size()));
-  const bool done = isal_deflate(&stream) == COMP_OK && stream.avail_in == 0 && stream.avail_out > 0;
-  return done ? stream.total_out : 0;
+  return state->hardlyRepeat(rows, to) ? state->literals.run(rows, last, to)
+                                       : state->compressByIsal(rows, last, to);
 }
 
 }  // namespace platform
