@@ -45,6 +45,9 @@
     <message id="editor.windowTitle">
       <translation>Sorrel Editor</translation>
     </message>
+    <message id="editor.crop.apply">
+      <translation>Crop</translation>
+    </message>
     <message id="settings.language.system">
       <translation>System</translation>
     </message>

@@ -45,6 +45,9 @@
     <message id="editor.windowTitle">
       <translation>Sorrel 편집기</translation>
     </message>
+    <message id="editor.crop.apply">
+      <translation>자르기 적용</translation>
+    </message>
     <message id="settings.language.system">
       <translation>시스템</translation>
     </message>

@@ -2,6 +2,7 @@
 
 #include "app/editor/model/EditorModel.h"
 #include "app/editor/view/Canvas.h"
+#include "app/editor/view/CropTool.h"
 
 #include <QHBoxLayout>
 
@@ -11,7 +12,9 @@ EditorView::EditorView(std::unique_ptr<EditorModel> opened, std::function<void()
     : QWidget(parent), model(std::move(opened)), onClose(std::move(close)) {
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
-  row->addWidget(new Canvas(*model, this), 1);
+  auto* const canvas = new Canvas(*model, this);
+  canvas->setTool(EditorModel::Tool::crop, std::make_unique<CropTool>(*model, *canvas));
+  row->addWidget(canvas, 1);
 }
 
 EditorView::~EditorView() = default;

@@ -1,0 +1,106 @@
+#include "app/editor/view/Canvas.h"
+#include "app/editor/view/CropTool.h"
+#include "platform/base/MainQueue.h"
+#include "tests/app/editor/model/DocumentFixture.h"
+
+#include <QPushButton>
+#include <QTest>
+
+using namespace sorrel;
+using platform::ManualClock;
+
+namespace {
+
+/// A picture of 1000 by 600 on a canvas that shows it at half its size.
+class CropToolTest : public DocumentFixture {
+ protected:
+  CropToolTest() {
+    auto owned = std::make_unique<CropTool>(*model, *canvas);
+    tool = owned.get();
+    canvas->setTool(EditorModel::Tool::crop, std::move(owned));
+    canvas->resize(548, 348);
+    window.show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    choose(EditorModel::Tool::crop);
+  }
+  void choose(EditorModel::Tool which) {
+    model->tool = which;
+    clock.run();
+  }
+  void drag(const QPointF& from, const QPointF& to) {
+    const auto at = [this](const QPointF& place) { return canvas->fit().toCanvas(place).toPoint(); };
+    QTest::mousePress(canvas->viewport(), Qt::LeftButton, {}, at(from));
+    QTest::mouseMove(canvas->viewport(), at((from + to) / 2));
+    QTest::mouseMove(canvas->viewport(), at(to));
+    QTest::mouseRelease(canvas->viewport(), Qt::LeftButton, {}, at(to));
+  }
+  [[nodiscard]] bool canApply() const {
+    return canvas->viewport()->findChild<QPushButton*>()->isVisibleTo(&window);
+  }
+  void pressReturn() {
+    QTest::keyClick(canvas, Qt::Key_Return);
+    clock.run();
+  }
+
+  ManualClock clock;
+  const std::unique_ptr<EditorModel> model = open(map(QSize(1000, 600)));
+  QWidget window;
+  Canvas* const canvas = new Canvas(*model, &window);
+  CropTool* tool = nullptr;
+};
+
+TEST_F(CropToolTest, EachHandleMovesItsEdgesAndThenTheWholeMoves) {
+  ASSERT_EQ(canvas->canvasScale(), 0.5);
+  const QRectF whole(0, 0, 1000, 600);
+  EXPECT_EQ(tool->rectangle(), whole);
+  EXPECT_FALSE(canApply());
+  drag({0, 0}, {100, 60});
+  EXPECT_EQ(tool->rectangle(), QRectF(100, 60, 900, 540));
+  EXPECT_TRUE(canApply());
+  drag({1000, 60}, {960, 80});
+  drag({100, 600}, {120, 560});
+  drag({960, 560}, {940, 540});
+  EXPECT_EQ(tool->rectangle(), QRectF(QPointF(120, 80), QPointF(940, 540)));
+  drag({530, 80}, {700, 100});
+  drag({530, 540}, {400, 520});
+  drag({120, 300}, {140, 500});
+  drag({940, 300}, {900, 100});
+  EXPECT_EQ(tool->rectangle(), QRectF(QPointF(140, 100), QPointF(900, 520)));
+  drag({500, 300}, {900, 280});
+  EXPECT_EQ(tool->rectangle(), QRectF(QPointF(240, 80), QPointF(1000, 500))) << "as far as the picture goes";
+  drag({60, 550}, {40, 550});
+  EXPECT_EQ(tool->rectangle(), QRectF(QPointF(220, 80), QPointF(980, 500))) << "also from beside it";
+}
+
+TEST_F(CropToolTest, ReturnCropsToExactlyTheRectangle) {
+  const QImage before = model->baseImage;
+  pressReturn();
+  EXPECT_EQ(model->imagePixelSize.get(), QSize(1000, 600)) << "nothing to crop";
+  drag({0, 0}, {100, 60});
+  drag({1000, 600}, {900, 560});
+  pressReturn();
+  EXPECT_EQ(model->baseImage.get(), before.copy(100, 60, 800, 500));
+  EXPECT_EQ(tool->rectangle(), QRectF(0, 0, 800, 500));
+  EXPECT_FALSE(canApply());
+  pressReturn();
+  EXPECT_EQ(model->imagePixelSize.get(), QSize(800, 500));
+
+  model->undoLast();
+  clock.run();
+  EXPECT_EQ(model->baseImage.get(), before);
+  EXPECT_EQ(tool->rectangle(), QRectF(0, 0, 800, 500)) << "as it was";
+  EXPECT_TRUE(canApply());
+}
+
+TEST_F(CropToolTest, AnotherToolDropsTheRectangle) {
+  drag({0, 0}, {100, 60});
+  choose(EditorModel::Tool::pen);
+  EXPECT_FALSE(tool->rectangle());
+  EXPECT_FALSE(canApply());
+  pressReturn();
+  EXPECT_EQ(model->imagePixelSize.get(), QSize(1000, 600));
+  choose(EditorModel::Tool::crop);
+  EXPECT_EQ(tool->rectangle(), QRectF(0, 0, 1000, 600));
+}
+
+}  // namespace
