@@ -20,7 +20,7 @@ QHash<Key, SpecialKey> makeMapping() {
   addSymbol(Key::escape, QStringLiteral("\u238B"));
   addSymbol(Key::help, QStringLiteral("?\u20DD"));
   addSymbol(Key::home, QStringLiteral("\u2196"));
-  mapping.insert(Key::space, {QString(), QStringLiteral(" ")});
+  mapping.insert(Key::space, {QString(), QStringLiteral(" "), QStringLiteral("space_key")});
   addSymbol(Key::tab, QStringLiteral("\u21E5"));
   addSymbol(Key::pageUp, QStringLiteral("\u21DE"));
   addSymbol(Key::pageDown, QStringLiteral("\u21DF"));
@@ -52,13 +52,21 @@ QHash<Key, SpecialKey> makeMapping() {
   addKeypad(Key::keypadMinus, u'-');
   addKeypad(Key::keypadMultiply, u'*');
   addKeypad(Key::keypadPlus, u'+');
+
+  const auto addWord = [&](Key key, const QString& textKey) {
+    mapping.insert(key, {QString(), std::nullopt, textKey});
+  };
+  addWord(Key::contextMenu, QStringLiteral("menu_key"));
+  addWord(Key::printScreen, QStringLiteral("print_screen_key"));
+  addWord(Key::scrollLock, QStringLiteral("scroll_lock_key"));
+  addWord(Key::pause, QStringLiteral("pause_key"));
   return mapping;
 }
 
 }  // namespace
 
 QString SpecialKey::presentableDescription() const {
-  return symbol.isEmpty() ? localizedString(QStringLiteral("space_key")) : symbol;
+  return symbol.isEmpty() ? localizedString(textKey) : symbol;
 }
 
 const QHash<Key, SpecialKey>& keyToSpecialKeyMapping() {

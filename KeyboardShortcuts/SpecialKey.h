@@ -11,9 +11,10 @@ namespace KeyboardShortcuts {
 
 /// A key whose name can't be asked of the keyboard layout.
 struct SpecialKey {
-  /// Empty for the space bar, whose name is a text in the user's language.
+  /// Empty where the name is a text in the user's language, which then is the one under `textKey`.
   QString symbol;
   std::optional<QString> appKitMenuItemKeyEquivalent;
+  QString textKey = {};
 
   [[nodiscard]] QString presentableDescription() const;
 };

@@ -9,6 +9,11 @@
 /// position, by its name in <linux/input-event-codes.h>. Where the two keyboards differ, the position
 /// decides: `help` sits where a PC keyboard has Insert, `keypadClear` where it has NumLock. `function` has an
 /// evdev code that X11 can't carry.
+///
+/// The last five are a PC keyboard's own. `isoKey` is the one that ISO keyboards have beside the left Shift.
+/// Print Screen, Scroll Lock and Pause sit where a full keyboard of the other kind has F13 to F15; since
+/// there are PC keyboards with both, each is a key of its own, and has for a number 256 plus its evdev code,
+/// which no virtual key code can be.
 #define PLATFORM_NAMED_KEYS(KEY)          \
   KEY(a, 0, KEY_A)                        \
   KEY(b, 11, KEY_B)                       \
@@ -122,7 +127,12 @@
   KEY(keypadEquals, 81, KEY_KPEQUAL)      \
   KEY(keypadMinus, 78, KEY_KPMINUS)       \
   KEY(keypadMultiply, 67, KEY_KPASTERISK) \
-  KEY(keypadPlus, 69, KEY_KPPLUS)
+  KEY(keypadPlus, 69, KEY_KPPLUS)         \
+  KEY(isoKey, 10, KEY_102ND)              \
+  KEY(contextMenu, 110, KEY_COMPOSE)      \
+  KEY(printScreen, 355, KEY_SYSRQ)        \
+  KEY(scrollLock, 326, KEY_SCROLLLOCK)    \
+  KEY(pause, 375, KEY_PAUSE)
 
 namespace platform {
 

@@ -30,5 +30,17 @@
     <message id="space_key">
       <translation>스페이스</translation>
     </message>
+    <message id="menu_key">
+      <translation>메뉴</translation>
+    </message>
+    <message id="print_screen_key">
+      <translation>Print Screen</translation>
+    </message>
+    <message id="scroll_lock_key">
+      <translation>Scroll Lock</translation>
+    </message>
+    <message id="pause_key">
+      <translation>Pause</translation>
+    </message>
   </context>
 </TS>

@@ -69,6 +69,7 @@ TEST(ShortcutNaming, SpecialKeysDontAskTheLayout) {
   platform::Environment::provide(
       std::make_shared<const platform::Bundle>(u":/sorrel"_s, QStringList{u"ko-KR"_s}));
   EXPECT_EQ(named({Key::space, ModifierFlag::Control}, u"x"_s), u"⌃스페이스 |  "_s);
+  EXPECT_EQ(named({Key::contextMenu, ModifierFlag::Control}, u"x"_s), u"⌃메뉴 | none"_s);
   platform::Environment::provide<const platform::Bundle>(nullptr);
 }
 

@@ -101,6 +101,17 @@ TEST_F(X11HotKeyServiceTest, EveryModifierHasItsKey) {
   EXPECT_EQ(taken(), u"+1-1+2-2+3-3"_s);
 }
 
+TEST_F(X11HotKeyServiceTest, KeysOfAPCKeyboardAreNoFunctionKeys) {
+  quint32 id = 0;
+  for (const int code : {KeyCode::printScreen, KeyCode::scrollLock, KeyCode::pause, KeyCode::contextMenu,
+                         KeyCode::isoKey, KeyCode::f13, KeyCode::f14, KeyCode::f15})
+    EXPECT_TRUE(add(static_cast<quint32>(code), ++id));
+  for (const int key :
+       {KEY_SYSRQ, KEY_SCROLLLOCK, KEY_PAUSE, KEY_COMPOSE, KEY_102ND, KEY_F13, KEY_F14, KEY_F15})
+    tapChord(key);
+  EXPECT_EQ(taken(), u"+1-1+2-2+3-3+4-4+5-5+6-6+7-7+8-8"_s);
+}
+
 TEST_F(X11HotKeyServiceTest, ImpossibleAndTakenHotKeysAreRefusedWhole) {
   for (const auto& [code, modifiers] :
        {std::pair(int{KeyCode::s}, 0x20000U | 0x800U), std::pair(int{KeyCode::function}, optionShift),
