@@ -9,6 +9,7 @@
 #include "platform/input/HotKeyService.h"
 #include "platform/input/KeyboardLayout.h"
 #include "platform/input/LayoutSwitch.h"
+#include "platform/input/SymbolicHotKeys.h"
 
 namespace sorrel {
 
@@ -30,6 +31,7 @@ int SorrelApp::run() {
   platform::Environment::provide(platform::HotKeyService::forDesktop());
   platform::Environment::provide(platform::KeyboardLayout::forDesktop());
   platform::Environment::provide(platform::LayoutSwitch::forDesktop());
+  platform::Environment::provide(platform::symbolicHotKeysOfDesktop());
 
   AppDelegate::Windows windows;
   windows.openEditor = [this](const QUrl& url) { editor.open(url); };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/base/Result.h"
+#include "platform/input/SymbolicHotKeys.h"
 
 #include <QFlags>
 #include <QString>
@@ -89,6 +90,9 @@ class HotKeyService {
   /// A second handler takes the place of the first. It hears nothing until listen() is called.
   virtual Result<> installEventHandler(EventHandler handler) = 0;
   virtual void listen(Keys keys) = 0;
+
+  /// The hot keys that other programs have by now, where the desktop lets a program ask for them.
+  [[nodiscard]] virtual std::vector<SymbolicHotKey> takenByOthers() const { return {}; }
 
   /// The service in use; where the environment has none, one that refuses every registration.
   static HotKeyService& current();

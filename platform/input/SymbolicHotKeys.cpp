@@ -1,12 +1,45 @@
 #include "platform/input/SymbolicHotKeys.h"
 
 #include "platform/base/Environment.h"
+#include "platform/input/Accelerators.h"
+#include "platform/input/DesktopHotKeys.h"
+#include "platform/input/HotKeyService.h"
+#include "platform/input/XkbKeymap.h"
+#include "platform/x11/X11Connection.h"
+
+#include <algorithm>
 
 namespace platform {
+namespace {
+
+KeySymbols readKeyboard() {
+  xcb_connection_t* const connection = x11Connection();
+  const XkbKeymap keymap = connection ? readX11Keymap(connection) : nullptr;
+  return keymap ? KeySymbols(keymap.get()) : KeySymbols();
+}
+
+/// Each but once.
+std::vector<SymbolicHotKey> readDesktop() {
+  std::vector<SymbolicHotKey> all = HotKeyService::current().takenByOthers();
+  const QStringList accelerators = desktopAccelerators(runningHotKeyDesktop());
+  const KeySymbols keyboard = accelerators.isEmpty() ? KeySymbols() : readKeyboard();
+  for (const QString& accelerator : accelerators) {
+    const std::optional<SymbolicHotKey> hotKey = parseAccelerator(accelerator, keyboard);
+    if (hotKey && std::ranges::find(all, *hotKey) == all.end())
+      all.push_back(*hotKey);
+  }
+  return all;
+}
+
+}  // namespace
 
 std::vector<SymbolicHotKey> copySymbolicHotKeys() {
   const auto reader = Environment::shared<SymbolicHotKeysReader>([] { return nullptr; });
   return reader ? (*reader)() : std::vector<SymbolicHotKey>();
+}
+
+std::shared_ptr<SymbolicHotKeysReader> symbolicHotKeysOfDesktop() {
+  return std::make_shared<SymbolicHotKeysReader>(readDesktop);
 }
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 
 #include "platform/base/Log.h"
 #include "platform/input/KeyCodes.h"
+#include "platform/input/X11GrabbedKeys.h"
 #include "platform/x11/X11Connection.h"
 
 #include <QCoreApplication>
@@ -76,6 +77,12 @@ Result<> X11HotKeyService::installEventHandler(EventHandler handler) {
 
 void X11HotKeyService::listen(Keys keys) {
   listening = keys;
+}
+
+std::vector<SymbolicHotKey> X11HotKeyService::takenByOthers() const {
+  return keysGrabbedByOthers(connection, roots, modifiers, [this](int keyCode, HotKeyModifiers held) {
+    return grabbedKey({static_cast<quint32>(keyCode), static_cast<quint32>(held.toInt())}) != nullptr;
+  });
 }
 
 bool X11HotKeyService::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {

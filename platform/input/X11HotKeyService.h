@@ -31,6 +31,7 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
   void unregisterHotKey(HotKeyReference reference) override;
   Result<> installEventHandler(EventHandler handler) override;
   void listen(Keys keys) override;
+  [[nodiscard]] std::vector<SymbolicHotKey> takenByOthers() const override;
 
  private:
   /// A key and its modifiers as the hot-key service knows them.

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/input/SymbolicHotKeys.h"
+
+#include <QStringList>
+
+namespace platform {
+
+/// The desktops whose hot keys can be read from their settings.
+enum class HotKeyDesktop { None, Gnome, Cinnamon, Mate, Kde, Xfce };
+
+/// By the names that a session gives itself, parted by colons as "ubuntu:GNOME"; the first that is known
+/// counts.
+[[nodiscard]] HotKeyDesktop hotKeyDesktop(const QString& sessionNames);
+
+/// The desktop that runs, by the session's variables.
+[[nodiscard]] HotKeyDesktop runningHotKeyDesktop();
+
+/// What the desktop's settings say at present, as text; nothing where they can't be read.
+[[nodiscard]] QStringList desktopAccelerators(HotKeyDesktop desktop);
+
+}  // namespace platform
