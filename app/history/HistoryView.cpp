@@ -122,6 +122,8 @@ void HistoryView::paintEvent(QPaintEvent*) {
 void HistoryView::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Cancel))
     post(Notifications::closeHistoryPanel);
+  else if (event->keyCombination() == (Qt::CTRL | Qt::Key_Comma))
+    post(Notifications::openSettings);
   else
     QWidget::keyPressEvent(event);
 }

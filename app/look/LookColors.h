@@ -13,6 +13,12 @@ inline constexpr auto onAccent = platform::Color::lightDark(0xffffff, 0x14170f);
 /// The sheet that menus and tooltips lie on, and the line around it.
 inline constexpr auto popup = platform::Color::lightDark(0xf6f3ee, 0x363430);
 inline constexpr platform::Color popupBorder{0x2e000000, 0x30ffffff};
+/// What the groups of a form lie on, the groups, and the lines around them.
+inline constexpr auto ground = platform::Color::lightDark(0xf3f0e9, 0x272a26);
+inline constexpr auto group = platform::Color::lightDark(0xfefcf8, 0x333630);
+inline constexpr platform::Color groupBorder{0x1c000000, 0x1affffff};
+/// Text that warns.
+inline constexpr auto warning = platform::Color::lightDark(0xa8560a, 0xf0a54a);
 
 /// What a control without an accent lies on.
 inline constexpr platform::Color control{0x14000000, 0x1cffffff};

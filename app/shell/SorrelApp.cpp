@@ -35,6 +35,7 @@ int SorrelApp::run() {
 
   AppDelegate::Windows windows;
   windows.openEditor = [this](const QUrl& url) { editor.open(url); };
+  windows.openSettings = [this] { settings.open(); };
   appDelegate = std::make_unique<AppDelegate>(std::move(windows), nullptr, &QApplication::quit);
   instance.setRungHandler([this] { appDelegate->applicationShouldHandleReopen(); });
   appDelegate->applicationDidFinishLaunching();

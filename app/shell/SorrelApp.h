@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/editor/view/EditorWindowController.h"
+#include "app/settings/view/SettingsWindowController.h"
 #include "platform/base/Environment.h"
 #include "platform/base/SingleInstance.h"
 #include "platform/desktop/DesktopAppearance.h"
@@ -31,6 +32,7 @@ class SorrelApp {
   platform::SingleInstance instance;
   std::optional<platform::DesktopAppearance> appearance;
   EditorWindowController editor;
+  SettingsWindowController settings;
   std::unique_ptr<AppDelegate> appDelegate;
 };
 

@@ -69,6 +69,150 @@
     <message id="settings.shortcuts.openHistory">
       <translation>Show or hide history</translation>
     </message>
+    <message id="settings.title">
+      <translation>Sorrel Settings</translation>
+    </message>
+    <message id="settings.tab.general">
+      <translation>General</translation>
+    </message>
+    <message id="settings.tab.shortcuts">
+      <translation>Shortcuts</translation>
+    </message>
+    <message id="settings.tab.watermark">
+      <translation>Watermark</translation>
+    </message>
+    <message id="settings.tab.storage">
+      <translation>Storage</translation>
+    </message>
+    <message id="settings.about.tagline">
+      <translation>What was on your screen, bottled</translation>
+    </message>
+    <message id="settings.language.section">
+      <translation>Language</translation>
+    </message>
+    <message id="settings.language">
+      <translation>Interface language</translation>
+    </message>
+    <message id="settings.updates.section">
+      <translation>Updates</translation>
+    </message>
+    <message id="settings.updates.autoDownload">
+      <translation>Download updates automatically</translation>
+    </message>
+    <message id="settings.updates.autoDownload.desc">
+      <translation>New versions are fetched in the background. You are asked before one is installed.</translation>
+    </message>
+    <message id="settings.updates.checkNow">
+      <translation>Check for Updates…</translation>
+    </message>
+    <message id="settings.updates.none">
+      <translation>This build has no updater: new versions come from where you installed it.</translation>
+    </message>
+    <message id="settings.shortcuts.section">
+      <translation>Shortcuts everywhere</translation>
+    </message>
+    <message id="settings.shortcuts.note">
+      <translation>Click a field and press the new keys. Delete empties it, Escape leaves it as it was.</translation>
+    </message>
+    <message id="settings.shortcuts.layoutSwitch">
+      <translation>Alt and Shift together switch your keyboard layout, so shortcuts with just these two may never reach Sorrel. Choose other keys for them.</translation>
+    </message>
+    <message id="settings.watermark.fontSection">
+      <translation>Text</translation>
+    </message>
+    <message id="settings.watermark.font">
+      <translation>Font</translation>
+    </message>
+    <message id="settings.watermark.systemFont">
+      <translation>System font, bold</translation>
+    </message>
+    <message id="settings.watermark.preview">
+      <translation>Preview</translation>
+    </message>
+    <message id="settings.watermark.previewSample">
+      <translation>Sorrel watermark 2026</translation>
+    </message>
+    <message id="settings.watermark.rememberText">
+      <translation>Begin with the last text</translation>
+    </message>
+    <message id="settings.watermark.resetFont">
+      <translation>Use System Font</translation>
+    </message>
+    <message id="settings.watermark.logoSection">
+      <translation>Logos</translation>
+    </message>
+    <message id="settings.watermark.logoEmpty">
+      <translation>No logos yet. Those that you add can be chosen in the editor.</translation>
+    </message>
+    <message id="settings.watermark.addLogo">
+      <translation>Add Logos…</translation>
+    </message>
+    <message id="settings.watermark.delete">
+      <translation>Delete this logo</translation>
+    </message>
+    <message id="settings.watermark.pickLogoMessage">
+      <translation>Choose pictures to use as logos</translation>
+    </message>
+    <message id="settings.storage.autoDeleteSection">
+      <translation>Old screenshots</translation>
+    </message>
+    <message id="settings.storage.autoDeletePicker">
+      <translation>Move to Trash</translation>
+    </message>
+    <message id="settings.storage.autoDelete.off">
+      <translation>Never</translation>
+    </message>
+    <message id="settings.storage.autoDelete.days">
+      <translation>After %1 days</translation>
+    </message>
+    <message id="settings.storage.autoDelete.onNote">
+      <translation>Screenshots older than %1 days go to the Trash, where you can get them back.</translation>
+    </message>
+    <message id="settings.storage.autoDelete.offNote">
+      <translation>Screenshots stay until you delete them.</translation>
+    </message>
+    <message id="settings.storage.unreadable">
+      <translation>Your settings file couldn’t be read, so what you chose isn’t known. Until Sorrel is started again, nothing goes to the Trash by itself.</translation>
+    </message>
+    <message id="settings.storage.locationSection">
+      <translation>Folder</translation>
+    </message>
+    <message id="settings.storage.currentFolder">
+      <translation>Screenshots are saved in</translation>
+    </message>
+    <message id="settings.storage.changeFolder">
+      <translation>Change Folder…</translation>
+    </message>
+    <message id="settings.storage.resetFolder">
+      <translation>Use Default Folder</translation>
+    </message>
+    <message id="settings.storage.sharedWarning">
+      <translation>Every picture in this folder counts as a screenshot, whoever put it there: it shows in the history, and moves to the Trash when it is old enough.</translation>
+    </message>
+    <message id="settings.storage.usePanelPrompt">
+      <translation>Choose</translation>
+    </message>
+    <message id="settings.storage.usePanelMessage">
+      <translation>Choose a folder for screenshots</translation>
+    </message>
+    <message id="settings.storage.confirmFolder.message">
+      <translation>Save screenshots in this folder?</translation>
+    </message>
+    <message id="settings.storage.confirmFolder.use">
+      <translation>Use This Folder</translation>
+    </message>
+    <message id="settings.storage.warningNormal1">
+      <translation>Every picture in this folder will count as a screenshot. </translation>
+    </message>
+    <message id="settings.storage.warningDanger">
+      <translation>Your own pictures there go to the Trash, too, when they are old enough.</translation>
+    </message>
+    <message id="settings.storage.warningNormal2">
+      <translation> Screenshots taken so far stay where they are.</translation>
+    </message>
+    <message id="common.cancel">
+      <translation>Cancel</translation>
+    </message>
     <message id="history.title">
       <translation>History</translation>
     </message>

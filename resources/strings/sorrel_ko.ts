@@ -69,6 +69,150 @@
     <message id="settings.shortcuts.openHistory">
       <translation>캡처 기록 열고 닫기</translation>
     </message>
+    <message id="settings.title">
+      <translation>Sorrel 설정</translation>
+    </message>
+    <message id="settings.tab.general">
+      <translation>일반</translation>
+    </message>
+    <message id="settings.tab.shortcuts">
+      <translation>단축키</translation>
+    </message>
+    <message id="settings.tab.watermark">
+      <translation>워터마크</translation>
+    </message>
+    <message id="settings.tab.storage">
+      <translation>저장</translation>
+    </message>
+    <message id="settings.about.tagline">
+      <translation>화면에 있던 것을 병에 담아 둡니다</translation>
+    </message>
+    <message id="settings.language.section">
+      <translation>언어</translation>
+    </message>
+    <message id="settings.language">
+      <translation>화면 표시 언어</translation>
+    </message>
+    <message id="settings.updates.section">
+      <translation>업데이트</translation>
+    </message>
+    <message id="settings.updates.autoDownload">
+      <translation>업데이트 자동으로 내려받기</translation>
+    </message>
+    <message id="settings.updates.autoDownload.desc">
+      <translation>새 버전을 미리 내려받아 두고, 설치하기 전에 물어봅니다.</translation>
+    </message>
+    <message id="settings.updates.checkNow">
+      <translation>업데이트 확인…</translation>
+    </message>
+    <message id="settings.updates.none">
+      <translation>이 빌드에는 업데이트 기능이 없습니다. 설치한 곳에서 새 버전을 받으세요.</translation>
+    </message>
+    <message id="settings.shortcuts.section">
+      <translation>어디서나 쓰는 단축키</translation>
+    </message>
+    <message id="settings.shortcuts.note">
+      <translation>칸을 누르고 새 단축키를 입력하세요. Delete 키로 비우고, Esc 키로 그대로 둡니다.</translation>
+    </message>
+    <message id="settings.shortcuts.layoutSwitch">
+      <translation>Alt와 Shift로 키보드 배열을 전환하고 있어서, 이 두 키만 쓰는 단축키는 Sorrel에 닿지 않을 수 있습니다. 다른 키로 바꾸세요.</translation>
+    </message>
+    <message id="settings.watermark.fontSection">
+      <translation>텍스트</translation>
+    </message>
+    <message id="settings.watermark.font">
+      <translation>글꼴</translation>
+    </message>
+    <message id="settings.watermark.systemFont">
+      <translation>시스템 글꼴(굵게)</translation>
+    </message>
+    <message id="settings.watermark.preview">
+      <translation>미리보기</translation>
+    </message>
+    <message id="settings.watermark.previewSample">
+      <translation>Sorrel 워터마크 2026</translation>
+    </message>
+    <message id="settings.watermark.rememberText">
+      <translation>마지막에 쓴 텍스트로 시작</translation>
+    </message>
+    <message id="settings.watermark.resetFont">
+      <translation>시스템 글꼴 사용</translation>
+    </message>
+    <message id="settings.watermark.logoSection">
+      <translation>로고</translation>
+    </message>
+    <message id="settings.watermark.logoEmpty">
+      <translation>아직 로고가 없습니다. 추가한 로고는 편집기에서 고를 수 있습니다.</translation>
+    </message>
+    <message id="settings.watermark.addLogo">
+      <translation>로고 추가…</translation>
+    </message>
+    <message id="settings.watermark.delete">
+      <translation>이 로고 삭제</translation>
+    </message>
+    <message id="settings.watermark.pickLogoMessage">
+      <translation>로고로 쓸 그림 고르기</translation>
+    </message>
+    <message id="settings.storage.autoDeleteSection">
+      <translation>오래된 스크린샷</translation>
+    </message>
+    <message id="settings.storage.autoDeletePicker">
+      <translation>휴지통으로 이동</translation>
+    </message>
+    <message id="settings.storage.autoDelete.off">
+      <translation>안 함</translation>
+    </message>
+    <message id="settings.storage.autoDelete.days">
+      <translation>%1일 뒤</translation>
+    </message>
+    <message id="settings.storage.autoDelete.onNote">
+      <translation>%1일이 지난 스크린샷은 휴지통으로 가며, 거기서 되살릴 수 있습니다.</translation>
+    </message>
+    <message id="settings.storage.autoDelete.offNote">
+      <translation>스크린샷을 직접 지울 때까지 그대로 둡니다.</translation>
+    </message>
+    <message id="settings.storage.unreadable">
+      <translation>설정 파일을 읽지 못해 선택한 값을 알 수 없습니다. Sorrel을 다시 시작할 때까지 아무것도 자동으로 휴지통에 보내지 않습니다.</translation>
+    </message>
+    <message id="settings.storage.locationSection">
+      <translation>폴더</translation>
+    </message>
+    <message id="settings.storage.currentFolder">
+      <translation>스크린샷을 저장하는 곳</translation>
+    </message>
+    <message id="settings.storage.changeFolder">
+      <translation>폴더 변경…</translation>
+    </message>
+    <message id="settings.storage.resetFolder">
+      <translation>기본 폴더 사용</translation>
+    </message>
+    <message id="settings.storage.sharedWarning">
+      <translation>이 폴더의 그림은 누가 넣었든 모두 스크린샷으로 여깁니다. 캡처 기록에 나타나고, 오래되면 휴지통으로 갑니다.</translation>
+    </message>
+    <message id="settings.storage.usePanelPrompt">
+      <translation>선택</translation>
+    </message>
+    <message id="settings.storage.usePanelMessage">
+      <translation>스크린샷을 저장할 폴더 고르기</translation>
+    </message>
+    <message id="settings.storage.confirmFolder.message">
+      <translation>이 폴더에 스크린샷을 저장할까요?</translation>
+    </message>
+    <message id="settings.storage.confirmFolder.use">
+      <translation>이 폴더 사용</translation>
+    </message>
+    <message id="settings.storage.warningNormal1">
+      <translation>이 폴더의 모든 그림을 스크린샷으로 여기게 됩니다. </translation>
+    </message>
+    <message id="settings.storage.warningDanger">
+      <translation>원래 있던 그림도 오래되면 휴지통으로 갑니다.</translation>
+    </message>
+    <message id="settings.storage.warningNormal2">
+      <translation> 지금까지의 스크린샷은 있던 곳에 남습니다.</translation>
+    </message>
+    <message id="common.cancel">
+      <translation>취소</translation>
+    </message>
     <message id="history.title">
       <translation>캡처 기록</translation>
     </message>

@@ -55,7 +55,9 @@ TEST(StringTables, koreanAndEnglishSayTheSameThings) {
     EXPECT_FALSE(english.isEmpty());
     EXPECT_EQ(english.keys(), korean.keys());
     for (const auto& [key, text] : english.asKeyValueRange()) {
-      EXPECT_EQ(text.trimmed(), text) << qPrintable(key);
+      // These are joined to one text.
+      if (!key.startsWith(u"settings.storage.warning"_s))
+        EXPECT_EQ(text.trimmed(), text) << qPrintable(key);
       EXPECT_FALSE(text.isEmpty() || korean.value(key).trimmed().isEmpty()) << qPrintable(key);
       EXPECT_EQ(placeholders(text), placeholders(korean.value(key))) << qPrintable(key);
     }

@@ -1,0 +1,115 @@
+#include "app/settings/view/AboutTab.h"
+
+#include "app/capture/Notifications.h"
+#include "app/look/LookColors.h"
+#include "app/look/SegmentedPicker.h"
+#include "app/settings/LocalizationManager.h"
+#include "app/settings/SettingsKeys.h"
+#include "platform/base/NotificationCenter.h"
+#include "platform/desktop/Image.h"
+
+#include <QCheckBox>
+#include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace sorrel {
+namespace {
+
+constexpr int headerTop = 20, headerBottom = 10, headerGap = 6;
+constexpr int iconSide = 64;
+
+class ProgramIcon : public QWidget {
+ public:
+  explicit ProgramIcon(QWidget* parent) : QWidget(parent) { setFixedSize(iconSide, iconSide); }
+
+ private:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    if (image)
+      image->icon.paint(&painter, rect());
+  }
+
+  const std::optional<platform::Image> image = platform::Image::named(QStringLiteral("sorrel"));
+};
+
+}  // namespace
+
+AboutTab::AboutTab(bool canUpdate, QWidget* parent) : SettingsTab(parent), hasUpdater(canUpdate) {
+  addHeader();
+  addLanguage();
+  addUpdates();
+}
+
+void AboutTab::addHeader() {
+  auto* const header = new QWidget;
+  auto* const column = new QVBoxLayout(header);
+  column->setContentsMargins(0, headerTop, 0, headerBottom);
+  column->setSpacing(headerGap);
+  const auto add = [&](QWidget* line) { column->addWidget(line, 0, Qt::AlignHCenter); };
+  add(new ProgramIcon(header));
+  auto* const name = new FormText({18, QFont::Bold, LookColors::label}, header);
+  name->setText(QStringLiteral("Sorrel"));
+  add(name);
+  tagline = new FormText({12, QFont::Normal, LookColors::secondaryLabel}, header);
+  add(tagline);
+  auto* const version = new FormText({11, QFont::Normal, AppColors::tertiaryLabel}, header);
+  version->setText(appVersion(QStringLiteral(SORREL_VERSION), QStringLiteral(SORREL_BUILD)));
+  version->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  add(version);
+  Form::addHeader(header);
+}
+
+void AboutTab::addLanguage() {
+  languageGroup = addGroup();
+  language = new SegmentedPicker(
+      [](int chosen) {
+        LocalizationManager::shared().setLanguage(allAppLanguages.at(static_cast<size_t>(chosen)));
+      },
+      this);
+  languageGroup->addWide(language);
+}
+
+void AboutTab::addUpdates() {
+  updates = addGroup();
+  autoDownload = new QCheckBox;
+  autoDownloadRow = updates->addRow(autoDownload);
+  checkNow = new QPushButton;
+  updates->addButtons({checkNow});
+  updatesNote = updates->addCaption();
+  autoDownload->setEnabled(hasUpdater);
+  checkNow->setEnabled(hasUpdater);
+  connect(autoDownload, &QCheckBox::clicked, this,
+          [](bool isOn) { platform::UserDefaults::standard().set(SettingsKeys::automaticallyUpdate, isOn); });
+  connect(checkNow, &QPushButton::clicked, this, [] {
+    platform::NotificationCenter::defaultCenter().post(QString::fromLatin1(Notifications::checkForUpdates));
+  });
+}
+
+void AboutTab::refresh() {
+  tagline->setText(localized(QStringLiteral("settings.about.tagline")));
+  languageGroup->setTitle(localized(QStringLiteral("settings.language.section")));
+  language->setAccessibleName(localized(QStringLiteral("settings.language")));
+  std::vector<SegmentedPicker::Choice> choices;
+  for (const AppLanguage each : allAppLanguages)
+    choices.push_back({localized(labelKey(each))});
+  language->setChoices(choices);
+  const auto& shared = LocalizationManager::shared();
+  language->setChosen(
+      static_cast<int>(std::find(allAppLanguages.begin(), allAppLanguages.end(), shared.language()) -
+                       allAppLanguages.begin()));
+  updates->setTitle(localized(QStringLiteral("settings.updates.section")));
+  autoDownloadRow->setLabel(localized(QStringLiteral("settings.updates.autoDownload")));
+  autoDownload->setChecked(platform::UserDefaults::standard().value(SettingsKeys::automaticallyUpdate));
+  checkNow->setText(localized(QStringLiteral("settings.updates.checkNow")));
+  updatesNote->setText(localized(hasUpdater ? QStringLiteral("settings.updates.autoDownload.desc")
+                                            : QStringLiteral("settings.updates.none")));
+}
+
+QString appVersion(const QString& version, const QString& build) {
+  if (version.isEmpty())
+    return {};
+  return build.isEmpty() ? u'v' + version : QStringLiteral("v%1 (build %2)").arg(version, build);
+}
+
+}  // namespace sorrel
