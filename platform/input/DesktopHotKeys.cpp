@@ -38,17 +38,31 @@ ConfigurationFiles configurationFiles(const QString& name) {
 }
 
 /// Desktops that keep their settings in GSettings have them read by a tool of ours: what reads them would
-/// stay in this program with a thread and a connection of its own.
-QStringList gsettingsAccelerators(const QString& desktop) {
-  QProcess tool;
-  tool.setProcessChannelMode(QProcess::SeparateChannels);
-  tool.start(Locations::ownTool(u"accelerators"_s), {desktop}, QIODevice::ReadOnly);
-  if (!tool.waitForFinished(longestWaitMilliseconds)) {
-    tool.kill();
-    tool.waitForFinished();
-    return {};
-  }
-  return QString::fromUtf8(tool.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+/// stay in this program with a thread and a connection of its own. Where the tool fails, none of their hot
+/// keys counts as taken, as where they have no schemas.
+std::function<QStringList()> readGSettings(const QString& desktop) {
+  const auto tool = std::make_shared<QProcess>();
+  tool->setProcessChannelMode(QProcess::SeparateChannels);
+  tool->start(Locations::ownTool(u"accelerators"_s), {desktop}, QIODevice::ReadOnly);
+  return [tool] {
+    if (!tool->waitForFinished(longestWaitMilliseconds)) {
+      tool->kill();
+      tool->waitForFinished();
+      return QStringList();
+    }
+    return QString::fromUtf8(tool->readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+  };
+}
+
+QStringList readKde() {
+  const ConfigurationFiles files = configurationFiles(u"kglobalshortcutsrc"_s);
+  return kdeAccelerators(files.user.isEmpty() ? files.system : files.user);
+}
+
+QStringList readXfce() {
+  const ConfigurationFiles files =
+      configurationFiles(u"xfce4/xfconf/xfce-perchannel-xml/xfce4-keyboard-shortcuts.xml"_s);
+  return xfceAccelerators(files.system, files.user);
 }
 
 }  // namespace
@@ -72,27 +86,22 @@ HotKeyDesktop runningHotKeyDesktop() {
   return HotKeyDesktop::None;
 }
 
-QStringList desktopAccelerators(HotKeyDesktop desktop) {
+std::function<QStringList()> readAccelerators(HotKeyDesktop desktop) {
   switch (desktop) {
     case HotKeyDesktop::Gnome:
-      return gsettingsAccelerators(u"gnome"_s);
+      return readGSettings(u"gnome"_s);
     case HotKeyDesktop::Cinnamon:
-      return gsettingsAccelerators(u"cinnamon"_s);
+      return readGSettings(u"cinnamon"_s);
     case HotKeyDesktop::Mate:
-      return gsettingsAccelerators(u"mate"_s);
-    case HotKeyDesktop::Kde: {
-      const ConfigurationFiles files = configurationFiles(u"kglobalshortcutsrc"_s);
-      return kdeAccelerators(files.user.isEmpty() ? files.system : files.user);
-    }
-    case HotKeyDesktop::Xfce: {
-      const ConfigurationFiles files =
-          configurationFiles(u"xfce4/xfconf/xfce-perchannel-xml/xfce4-keyboard-shortcuts.xml"_s);
-      return xfceAccelerators(files.system, files.user);
-    }
+      return readGSettings(u"mate"_s);
+    case HotKeyDesktop::Kde:
+      return readKde;
+    case HotKeyDesktop::Xfce:
+      return readXfce;
     case HotKeyDesktop::None:
       break;
   }
-  return {};
+  return [] { return QStringList(); };
 }
 
 }  // namespace platform

@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <functional>
+
 namespace platform {
 
 /// The desktops whose hot keys can be read from their settings.
@@ -16,7 +18,8 @@ enum class HotKeyDesktop { None, Gnome, Cinnamon, Mate, Kde, Xfce };
 /// The desktop that runs, by the session's variables.
 [[nodiscard]] HotKeyDesktop runningHotKeyDesktop();
 
-/// What the desktop's settings say at present, as text; nothing where they can't be read.
-[[nodiscard]] QStringList desktopAccelerators(HotKeyDesktop desktop);
+/// Begins to read what the desktop's settings say at present; what is given back waits for the texts, and
+/// gives none where they can't be read.
+[[nodiscard]] std::function<QStringList()> readAccelerators(HotKeyDesktop desktop);
 
 }  // namespace platform

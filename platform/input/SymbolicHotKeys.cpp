@@ -20,10 +20,11 @@ KeySymbols readKeyboard() {
 
 /// Each but once.
 std::vector<SymbolicHotKey> readDesktop() {
+  const HotKeyDesktop desktop = runningHotKeyDesktop();
+  const auto accelerators = readAccelerators(desktop);
   std::vector<SymbolicHotKey> all = HotKeyService::current().takenByOthers();
-  const QStringList accelerators = desktopAccelerators(runningHotKeyDesktop());
-  const KeySymbols keyboard = accelerators.isEmpty() ? KeySymbols() : readKeyboard();
-  for (const QString& accelerator : accelerators) {
+  const KeySymbols keyboard = desktop == HotKeyDesktop::None ? KeySymbols() : readKeyboard();
+  for (const QString& accelerator : accelerators()) {
     const std::optional<SymbolicHotKey> hotKey = parseAccelerator(accelerator, keyboard);
     if (hotKey && std::ranges::find(all, *hotKey) == all.end())
       all.push_back(*hotKey);
