@@ -57,11 +57,10 @@ double baseline(const QFont& used, double height) {
   return std::round((height + QFontMetricsF(used).capHeight()) / 2);
 }
 
-QImage drawDigits(double scale) {
-  const QFont used = font(u"DejaVu Sans"_s, digitSize * scale);
-  const QString characters = u"0123456789\u00D7"_s;
+/// Side by side, each in a cell of its own, `space` wider than a digit.
+QImage drawCharacters(const QString& characters, const QFont& used, double space, double scale) {
   const QFontMetricsF metrics(used);
-  const double cell = std::round(metrics.horizontalAdvance(u'0') + digitSpace * scale);
+  const double cell = std::round(metrics.horizontalAdvance(u'0') + space);
   QImage image = blank(cell * static_cast<double>(characters.size()), digitHeight * scale);
   QPainter painter(&image);
   painter.setFont(used);
@@ -199,8 +198,14 @@ int main(int argc, char** argv) {
   if (arguments.size() != 4)
     fail(u"usage: bake_texts EN.ts KO.ts OUT.cpp"_s);
   Output output(arguments[3]);
-  for (const double scale : scales)
-    output.add("Digits", scale, drawDigits(scale));
+  for (const double scale : scales) {
+    const QFont used = font(u"DejaVu Sans"_s, digitSize * scale);
+    output.add("Digits", scale, drawCharacters(u"0123456789\u00D7"_s, used, digitSpace * scale, scale));
+  }
+  for (const double scale : scales) {
+    const QFont used = font(u"DejaVu Sans Mono"_s, digitSize * scale);
+    output.add("HexDigits", scale, drawCharacters(u"0123456789ABCDEF#"_s, used, 0, scale));
+  }
   for (const double scale : scales)
     output.add("EnglishHint", scale, drawHint(hintsOf(arguments[1]), u"DejaVu Sans"_s, scale));
   for (const double scale : scales)

@@ -175,6 +175,12 @@ int main(int argc, char** argv) try {
                              Veil::Dims);
       },
       [&] { return timeToPicture(observer, {SORREL_BARE_CAPTURE}, Veil::None); }, 2.0, rounds});
+  figures.add(bench::MeasuredRatio{
+      "eyedropper: start to frozen picture, against bare xcb",
+      [&] {
+        return timeToPicture(observer, {SORREL_CAPTURE_TOOL, "--pick-color"}, Veil::None);
+      },
+      [&] { return timeToPicture(observer, {SORREL_BARE_CAPTURE}, Veil::None); }, 2.0, rounds});
   figures.add(bench::Amount{"selection: button's release to complete file",
                             [&] { return timeToFile(observer, input, folder); }, "ms", 40, rounds});
   const int status = figures.run();

@@ -5,14 +5,16 @@
 namespace screencapture {
 
 std::optional<Arguments> parseArguments(std::span<const char* const> words) {
+  if (words.size() == 1 && std::string_view(words[0]) == "--pick-color")
+    return Arguments{Wish::Color, {}};
   if (words.size() != 2 || std::string_view(words[0]) != "-i")
     return std::nullopt;
   const std::string_view target = words[1];
   if (target == "-c")
-    return Arguments{Destination::Clipboard, {}};
+    return Arguments{Wish::PictureOnClipboard, {}};
   if (target.empty() || target.front() == '-')
     return std::nullopt;
-  return Arguments{Destination::File, std::string(target)};
+  return Arguments{Wish::PictureInFile, std::string(target)};
 }
 
 }  // namespace screencapture

@@ -6,17 +6,19 @@
 
 namespace screencapture {
 
-enum class Destination { File, Clipboard };
+enum class Wish { PictureInFile, PictureOnClipboard, Color };
 
-/// What the command line asks for: `-i PATH` or `-i -c`, and nothing else.
+/// What the command line asks for: `-i PATH`, `-i -c` or `--pick-color`, and nothing else.
 struct Arguments {
-  Destination destination = Destination::File;
-  std::string path;  // empty for the clipboard
+  Wish wish = Wish::PictureInFile;
+  std::string path;  // of the file
 
   bool operator==(const Arguments&) const = default;
 };
 
-inline constexpr char usage[] = "usage: screencapture -i (PATH | -c)";
+inline constexpr char usage[] =
+    "usage: screencapture -i (PATH | -c)\n"
+    "       screencapture --pick-color";
 inline constexpr int wrongUseStatus = 64;  // EX_USAGE of sysexits.h
 
 /// `words` without the program's name; empty where they are wrong use.

@@ -1,11 +1,15 @@
-// The interactive capture tool: lets the user select a part of the X11 screen and makes a PNG of it.
+// The interactive capture tool: lets the user select a part of the X11 screen and makes a PNG of it, or pick
+// the color of one of its pixels.
 
 #include "platform/system/ClipboardKeeper.h"
 #include "tools/screencapture/Arguments.h"
 #include "tools/screencapture/FileWriter.h"
+#include "tools/screencapture/selection/Magnifier.h"
 #include "tools/screencapture/x11/CaptureRun.h"
+#include "tools/screencapture/x11/ColorPickRun.h"
 
 #include <array>
+#include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
@@ -43,12 +47,27 @@ std::string_view variable(const char* name) {
 }
 
 Status deliver(const platform::PngFile& png, const Arguments& arguments) {
-  if (arguments.destination == Destination::Clipboard)
+  if (arguments.wish == Wish::PictureOnClipboard)
     return leaveOnClipboard(png);
   const int error = writeFile(arguments.path, png.span());
   if (error == 0)
     return Taken;
   std::fprintf(stderr, "screencapture: %s: %s\n", arguments.path.c_str(), std::strerror(error));
+  return NothingTaken;
+}
+
+Status takePicture(const Display& display, const Arguments& arguments) {
+  const std::optional<platform::PngFile> png = captureInteractively(display, languageOf(&variable));
+  return png ? deliver(*png, arguments) : NothingTaken;
+}
+
+Status takeColor(const Display& display) {
+  const std::optional<std::uint32_t> color = pickColor(display);
+  if (!color)
+    return NothingTaken;
+  if (std::puts(hexOf(*color).c_str()) >= 0 && std::fflush(stdout) == 0)
+    return Taken;
+  std::fprintf(stderr, "screencapture: standard output: %s\n", std::strerror(errno));
   return NothingTaken;
 }
 
@@ -67,6 +86,5 @@ int main(int count, char** words) {
     std::fputs("screencapture: there is no X11 display\n", stderr);
     return NothingTaken;
   }
-  const std::optional<platform::PngFile> png = captureInteractively(*display, languageOf(&variable));
-  return png ? deliver(*png, *arguments) : NothingTaken;
+  return arguments->wish == Wish::Color ? takeColor(*display) : takePicture(*display, *arguments);
 }

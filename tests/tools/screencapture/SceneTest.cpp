@@ -148,7 +148,7 @@ TEST(Hint, isInTheFirstLanguageThatTheProgramSpeaks) {
 }
 
 TEST(TextMasks, haveTheSameLookAtEveryScale) {
-  for (const Text text : {Text::Digits, Text::EnglishHint, Text::KoreanHint}) {
+  for (const Text text : {Text::Digits, Text::HexDigits, Text::EnglishHint, Text::KoreanHint}) {
     const auto ink = [](const Coverage& coverage) {
       return std::accumulate(coverage.values.begin(), coverage.values.end(), 0.0) / 255;
     };
@@ -162,7 +162,7 @@ TEST(TextMasks, haveTheSameLookAtEveryScale) {
           << scale;
       EXPECT_NEAR(coverage.size.height, largest.size.height * ratio, 1.01) << scale;
       EXPECT_NEAR(ink(coverage), ink(largest) * ratio * ratio, 0.2 * ink(largest) * ratio * ratio) << scale;
-      EXPECT_EQ(text == Text::Digits ? coverage.size.width % digitCells : 0, 0);
+      EXPECT_EQ(coverage.size.width % cellsOf(text), 0);
     }
   }
 }

@@ -1,4 +1,5 @@
 #include "tools/screencapture/Arguments.h"
+#include "tools/screencapture/selection/ColorPick.h"
 #include "tools/screencapture/selection/HeldKeys.h"
 #include "tools/screencapture/selection/Selection.h"
 
@@ -10,7 +11,7 @@ using namespace screencapture;
 
 namespace {
 
-// What a user does. A key without a word is pressed.
+// What a user does, with the keyboard too. A key without a word is pressed.
 struct To : Point {};
 struct Press {
   Point point;
@@ -23,7 +24,27 @@ struct Release {
 struct Up {
   Key key;
 };
-using Gesture = std::variant<To, Press, Release, Key, Up>;
+struct Again {
+  Key key;
+};
+using Gesture = std::variant<To, Press, Release, Key, Up, Again>;
+
+void follow(Gestures& follower, const std::vector<Gesture>& gestures) {
+  for (const Gesture& gesture : gestures) {
+    if (const auto* to = std::get_if<To>(&gesture))
+      follower.movePointer(*to);
+    else if (const auto* press = std::get_if<Press>(&gesture))
+      follower.pressButton(press->button, press->point);
+    else if (const auto* release = std::get_if<Release>(&gesture))
+      follower.releaseButton(release->button, release->point);
+    else if (const auto* key = std::get_if<Key>(&gesture))
+      follower.pressKey(*key);
+    else if (const auto* up = std::get_if<Up>(&gesture))
+      follower.releaseKey(up->key);
+    else
+      follower.repeatKey(std::get<Again>(gesture).key);
+  }
+}
 
 const std::vector<Rectangle> windows{{10, 10, 30, 20}, {20, 15, 60, 50}};  // the first lies above the second
 
@@ -38,18 +59,7 @@ struct Case {
 void expectEach(const std::vector<Case>& cases) {
   for (const Case& each : cases) {
     Selection selection({100, 80}, windows, {50, 40});
-    for (const Gesture& gesture : each.gestures) {
-      if (const auto* to = std::get_if<To>(&gesture))
-        selection.movePointer(*to);
-      else if (const auto* press = std::get_if<Press>(&gesture))
-        selection.pressButton(press->button, press->point);
-      else if (const auto* release = std::get_if<Release>(&gesture))
-        selection.releaseButton(release->button, release->point);
-      else if (const auto* key = std::get_if<Key>(&gesture))
-        selection.pressKey(*key);
-      else
-        selection.releaseKey(std::get<Up>(gesture).key);
-    }
+    follow(selection, each.gestures);
     EXPECT_EQ(selection.outcome(), each.outcome) << each.what;
     EXPECT_TRUE(each.outcome == Outcome::Cancelled || selection.selected() == each.selected) << each.what;
   }
@@ -128,25 +138,93 @@ TEST(Selection, shiftLocksTheAxisOfTheFirstMovement) {
   });
 }
 
+struct PickCase {
+  const char* what;
+  std::vector<Gesture> gestures;
+  Point pixel;
+  std::optional<Point> jump = std::nullopt;
+  Outcome outcome = Outcome::Open;
+};
+
+/// On two monitors with a gap below the second, with the pointer at 50, 40.
+void expectEach(const std::vector<PickCase>& cases) {
+  for (const PickCase& each : cases) {
+    ColorPick pick({{0, 0, 100, 80}, {100, 0, 60, 50}}, {50, 40});
+    follow(pick, each.gestures);
+    EXPECT_EQ(pick.outcome(), each.outcome) << each.what;
+    EXPECT_EQ(pick.pixel(), each.pixel) << each.what;
+    EXPECT_EQ(pick.takeJump(), each.jump) << each.what;
+    EXPECT_EQ(pick.takeJump(), std::nullopt) << each.what;
+  }
+}
+
+TEST(ColorPick, endsWhenAKeyOrAButtonComesUp) {
+  const Point away{70, 60};
+  expectEach({
+      {"pressed", {Press{away}}, away},
+      {"a click", {Press{away}, Release{away}}, away, {}, Outcome::Taken},
+      {"where it ends", {Press{{1, 1}}, To{{9, 9}}, Release{away}}, away, {}, Outcome::Taken},
+      {"begun earlier", {Release{away}}, {50, 40}},
+      {"of two buttons the last",
+       {Press{away, Button::Right}, Press{away}, Release{away, Button::Right}},
+       away},
+      {"the right one",
+       {Press{away, Button::Right}, Release{away, Button::Right}},
+       away,
+       {},
+       Outcome::Cancelled},
+      {"another", {Press{away, Button::Other}, Release{away, Button::Other}}, away},
+      {"Return held", {Key::Return, Again{Key::Return}}, {50, 40}},
+      {"Return", {Key::Return, Up{Key::Return}}, {50, 40}, {}, Outcome::Taken},
+      {"Escape", {Key::Escape, Up{Key::Escape}}, {50, 40}, {}, Outcome::Cancelled},
+      {"nothing after the end",
+       {Press{away}, Release{away}, Key::Left, Press{{1, 1}}, Release{{1, 1}, Button::Right}},
+       away,
+       {},
+       Outcome::Taken},
+  });
+}
+
+TEST(ColorPick, theArrowKeysTakeThePointerAlong) {
+  const auto at = [](int x, int y) { return Point{x, y}; };
+  expectEach({
+      {"each way", {Key::Left, Key::Up, Key::Up}, at(49, 38), at(49, 38)},
+      {"and back", {Key::Right, Key::Down, Key::Down}, at(51, 42), at(51, 42)},
+      {"held", {Key::Right, Again{Key::Right}, Again{Key::Right}}, at(53, 40), at(53, 40)},
+      {"far", {Key::Shift, Key::Right, Up{Key::Shift}, Key::Down}, at(60, 41), at(60, 41)},
+      {"the hand is later", {Key::Right, To{{20, 20}}}, at(20, 20)},
+      {"to the edge", {To{{3, 3}}, Key::Shift, Key::Left}, at(0, 3), at(0, 3)},
+      {"and no further", {To{{0, 3}}, Key::Left, Again{Key::Left}}, at(0, 3)},
+      {"onto the other monitor", {To{{99, 40}}, Key::Right}, at(100, 40), at(100, 40)},
+      {"but into no gap", {To{{95, 60}}, Key::Shift, Key::Right}, at(99, 60), at(99, 60)},
+      {"nor by hand", {To{{150, 70}}}, at(150, 49)},
+  });
+}
+
 TEST(HeldKeys, onlyAKeyThatWasUpAtTheStartCountsAndItsRepeatsDoNot) {
   std::uint8_t keys[32] = {};
   keys[65 / 8] |= 1 << (65 % 8);
   HeldKeys held;
   held.startWith(keys);
   EXPECT_FALSE(held.press(65));  // repeats
+  EXPECT_FALSE(held.isHeld(65));
   EXPECT_FALSE(held.release(65));
   EXPECT_TRUE(held.press(65));
+  EXPECT_TRUE(held.isHeld(65));
   EXPECT_FALSE(held.press(65));
   EXPECT_TRUE(held.release(65));
+  EXPECT_FALSE(held.isHeld(65));
   EXPECT_TRUE(held.press(9));
 }
 
-TEST(Arguments, areAFileOrTheClipboardAndNothingElse) {
+TEST(Arguments, areAFileTheClipboardOrAColorAndNothingElse) {
   using Words = std::vector<const char*>;
-  EXPECT_EQ(parseArguments(Words{"-i", "/tmp/a b.png"}), (Arguments{Destination::File, "/tmp/a b.png"}));
-  EXPECT_EQ(parseArguments(Words{"-i", "-c"}), (Arguments{Destination::Clipboard, ""}));
-  for (const Words& wrong : {Words{}, Words{"-i"}, Words{"-c"}, Words{"-i", ""}, Words{"-i", "-x"},
-                             Words{"a.png", "-i"}, Words{"-i", "a.png", "b.png"}, Words{"-ic"}})
+  EXPECT_EQ(parseArguments(Words{"-i", "/tmp/a b.png"}), (Arguments{Wish::PictureInFile, "/tmp/a b.png"}));
+  EXPECT_EQ(parseArguments(Words{"-i", "-c"}), (Arguments{Wish::PictureOnClipboard, ""}));
+  EXPECT_EQ(parseArguments(Words{"--pick-color"}), (Arguments{Wish::Color, ""}));
+  for (const Words& wrong :
+       {Words{}, Words{"-i"}, Words{"-c"}, Words{"-i", ""}, Words{"-i", "-x"}, Words{"a.png", "-i"},
+        Words{"-i", "a.png", "b.png"}, Words{"-ic"}, Words{"--pick-color", "-c"}})
     EXPECT_FALSE(parseArguments(wrong));
 }
 

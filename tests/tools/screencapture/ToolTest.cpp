@@ -43,9 +43,23 @@ struct Desk {
   }
   /// The tool, once the screen can be selected from; by then it has asked for the pointer and the keyboard.
   [[nodiscard]] std::unique_ptr<Program> selecting(const QString& target) const {
-    auto started = tool(target);
+    return shown(tool(target));
+  }
+  [[nodiscard]] std::unique_ptr<Program> shown(std::unique_ptr<Program> started) const {
     until("the tool's overlay is there", [&] { return screen.find(u"screencapture"_s).has_value(); });
     return started;
+  }
+  /// Starts to pick a color with the pointer there, and waits for the magnifier.
+  [[nodiscard]] std::unique_ptr<Program> picking(QPoint pointer) {
+    hand.moveTo(pointer.x(), pointer.y());
+    const QImage before = screen.picture();
+    auto started = shown(start({QStringLiteral(SORREL_CAPTURE_TOOL), u"--pick-color"_s}));
+    until("the magnifier is there", [&] { return screen.picture() != before; });
+    return started;
+  }
+  /// What the tool prints for the pixel there.
+  [[nodiscard]] static QByteArray lineFor(const QImage& picture, QPoint point) {
+    return picture.pixelColor(point).name().toUpper().toLatin1() + '\n';
   }
   /// Runs the tool to a file, with these gestures; its exit status.
   int take(const std::function<void()>& gestures) const {
@@ -176,11 +190,87 @@ TEST(Screencapture, takesAWindowWithItsFrameAndWithoutItsShadow) {
   }
 }
 
+/// The smallest rectangle outside of which both pictures are the same.
+QRect differenceOf(const QImage& one, const QImage& other) {
+  QRect all;
+  for (int y = 0; y < one.height(); ++y)
+    for (int x = 0; x < one.width(); ++x)
+      if (one.pixel(x, y) != other.pixel(x, y))
+        all |= QRect(x, y, 1, 1);
+  return all;
+}
+
+TEST(Screencapture, picksThePixelOfAClickOnEveryMonitor) {
+  Desk desk;
+  const QRect monitors[] = {{0, 0, 200, 300}, {200, 0, 500, 300}};  // of which the second is seen in part
+  desk.screen.setMonitors({std::begin(monitors), std::end(monitors)});
+  const QImage picture = desk.screen.picture();
+  for (const QPoint point : {QPoint(10, 10), QPoint(199, 299), QPoint(200, 150), QPoint(399, 0)}) {
+    const auto tool = desk.picking({100, 100});
+    desk.hand.moveTo(point.x(), point.y());
+    const QImage shown = desk.screen.settledPicture();
+    const QRect magnifier = differenceOf(shown, picture);
+    EXPECT_TRUE(monitors[point.x() < 200 ? 0 : 1].contains(magnifier)) << point.x() << ", " << point.y();
+    EXPECT_GT(magnifier.height(), 100);
+    EXPECT_FALSE(magnifier.contains(point));
+    desk.hand.clickButton(left);
+    EXPECT_EQ(tool->waitForEnd(), 0) << tool->errors().constData();
+    EXPECT_EQ(tool->output(), Desk::lineFor(picture, point));
+    EXPECT_EQ(desk.screen.settledPicture(), picture);
+  }
+}
+
+TEST(Screencapture, theArrowKeysPickPixelByPixel) {
+  Desk desk(24, {"-ardelay", "60000"});
+  const QImage picture = desk.screen.picture();
+  const auto tool = desk.picking({100, 100});
+  until("the tool has the keyboard", [&] { return desk.screen.isKeyboardGrabbed(); });
+  // Faster than the pointer can follow.
+  for (int i = 0; i < 20; ++i)
+    desk.hand.tapKey(KEY_RIGHT);
+  for (int i = 0; i < 3; ++i)
+    desk.hand.tapKey(KEY_UP);
+  desk.hand.pressKey(KEY_LEFTSHIFT);
+  desk.hand.tapKey(KEY_DOWN);
+  desk.hand.releaseKey(KEY_LEFTSHIFT);
+  desk.hand.clickButton(left);
+  EXPECT_EQ(tool->waitForEnd(), 0);
+  EXPECT_EQ(tool->output(), Desk::lineFor(picture, {120, 107}));
+  // The pointer was taken along.
+  const auto again = desk.start({QStringLiteral(SORREL_CAPTURE_TOOL), u"--pick-color"_s});
+  until("the tool has the keyboard", [&] { return desk.screen.isKeyboardGrabbed(); });
+  desk.hand.tapKey(KEY_ENTER);
+  EXPECT_EQ(again->waitForEnd(), 0);
+  EXPECT_EQ(again->output(), Desk::lineFor(picture, {120, 107}));
+}
+
+TEST(Screencapture, picksNoColorWhenCancelled) {
+  Desk desk;
+  const auto byButton = desk.picking({50, 50});
+  desk.hand.clickButton(right);
+  const auto expectNothing = [](Program& tool) {
+    EXPECT_EQ(tool.waitForEnd(), 1);
+    EXPECT_EQ(tool.output() + tool.errors(), QByteArray());
+  };
+  expectNothing(*byButton);
+  // While another program holds keyboard and pointer nothing is lost, and Escape works as soon as it can.
+  ASSERT_TRUE(desk.screen.grabKeyboard());
+  const auto byKey = desk.picking({50, 50});
+  desk.screen.ungrabKeyboard();
+  until("the tool has the keyboard", [&] { return desk.screen.isKeyboardGrabbed(); });
+  desk.hand.tapKey(KEY_ESC);
+  expectNothing(*byKey);
+}
+
 TEST(Screencapture, takesAScreenOfSixteenBits) {
   Desk desk(16);
   EXPECT_EQ(desk.take([&] { desk.drag(everything); }), 0);
   EXPECT_EQ(desk.taken().convertToFormat(QImage::Format_RGB16),
             randomPicture(size, 1).convertToFormat(QImage::Format_RGB16));
+  const auto tool = desk.picking({40, 30});
+  desk.hand.clickButton(left);
+  EXPECT_EQ(tool->waitForEnd(), 0);
+  EXPECT_EQ(tool->output(), Desk::lineFor(desk.taken(), {40, 30}));
 }
 
 TEST(Screencapture, leavesThePictureAndNothingElseOnTheClipboard) {
@@ -218,7 +308,8 @@ TEST(Screencapture, saysWhatWentWrong) {
     EXPECT_EQ(tool->waitForEnd(), status);
     EXPECT_EQ(tool->errors(), QByteArray(said));
   };
-  expect(desk.start({program, u"-x"_s}), 64, "usage: screencapture -i (PATH | -c)\n");
+  expect(desk.start({program, u"-x"_s}), 64,
+         "usage: screencapture -i (PATH | -c)\n       screencapture --pick-color\n");
   const auto homeless = desk.selecting(u"/nowhere/shot.png"_s);
   desk.drag(QRect(1, 1, 5, 5));
   expect(homeless, 1, "screencapture: /nowhere/shot.png: No such file or directory\n");

@@ -20,6 +20,8 @@ struct Artwork {
 /// A text in white on a dark box with round corners: how large the box is around a text of that size, and the
 /// whole. `opacity` goes up to 255.
 [[nodiscard]] Size boxSize(Size text, const Metrics& metrics);
+/// Where in the box the text begins.
+[[nodiscard]] Point boxInset(const Metrics& metrics);
 [[nodiscard]] Artwork drawBox(const Coverage& text, const Metrics& metrics, int opacity = 255);
 
 /// Beside the pointer: the size of what would be taken. `text` may hold digits, spaces and "x" for the

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <vector>
 
 namespace screencapture {
@@ -28,6 +29,8 @@ struct Rectangle {
   [[nodiscard]] int bottom() const { return y + height; }  // the first row that is not inside any more
   [[nodiscard]] bool isEmpty() const { return width <= 0 || height <= 0; }
   [[nodiscard]] bool contains(Point point) const;
+  /// The point of it that is nearest to this one; not for an empty rectangle.
+  [[nodiscard]] Point nearestTo(Point point) const;
   /// Larger by `margin` on every side.
   [[nodiscard]] Rectangle grown(int margin) const;
   /// Both rectangles' common part; empty where they have none.
@@ -35,6 +38,13 @@ struct Rectangle {
   /// The smallest rectangle that holds both points' pixels.
   [[nodiscard]] static Rectangle spanning(Point one, Point other);
 };
+
+/// The one of `areas`, of which there are some, that holds the point, or else comes nearest to it.
+[[nodiscard]] const Rectangle& nearest(std::span<const Rectangle> areas, Point point);
+
+/// Where to show something of this size: right of and below a point, at this distance from it, and on the
+/// other side where `within` ends there; inside of it in any case.
+[[nodiscard]] Rectangle placeBeside(Point point, Size size, const Rectangle& within, int distance);
 
 /// What is left of `whole` without `part`, as up to four rectangles that don't overlap.
 [[nodiscard]] std::vector<Rectangle> subtract(const Rectangle& whole, const Rectangle& part);

@@ -26,6 +26,9 @@ class HeldKeys {
     return true;
   }
 
+  /// Whether the key is down and went down before our eyes.
+  [[nodiscard]] bool isHeld(std::uint8_t code) const { return ours[code]; }
+
   /// Whether the key that comes up had gone down before our eyes.
   [[nodiscard]] bool release(std::uint8_t code) {
     const bool counted = ours[code];

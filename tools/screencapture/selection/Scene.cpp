@@ -12,17 +12,6 @@ namespace {
 constexpr double largestScale = 4;
 constexpr double labelDistance = 14;  // from the pointer, at the scale 1
 
-/// Right of and below the pointer, where no hand's drag hides it; on the other side where the monitor ends.
-Rectangle labelPlace(Size size, Point pointer, const Rectangle& monitor, int distance) {
-  const auto beside = [distance](int at, int length, int begin, int end) {
-    const int after = at + distance;
-    const int place = after + length <= end ? after : at - distance - length;
-    return std::clamp(place, begin, std::max(begin, end - length));
-  };
-  return {beside(pointer.x, size.width, monitor.x, monitor.right()),
-          beside(pointer.y, size.height, monitor.y, monitor.bottom()), size.width, size.height};
-}
-
 void append(std::vector<Rectangle>& to, const std::vector<Rectangle>& more) {
   to.insert(to.end(), more.begin(), more.end());
 }
@@ -44,13 +33,10 @@ Scene sceneOf(const Selection& selection, std::span<const Rectangle> monitors, c
   Scene scene{selection.mode(), selection.selected(), std::nullopt, std::nullopt};
   if (!scene.bright)
     return scene;
-  const auto monitor = std::ranges::find_if(
-      monitors, [&](const Rectangle& each) { return each.contains(selection.pointer()); });
-  if (monitor == monitors.end())
-    return scene;
   const std::string text = std::to_string(scene.bright->width) + " x " + std::to_string(scene.bright->height);
-  scene.label = Label{text, labelPlace(labelSize(text, metrics), selection.pointer(), *monitor,
-                                       metrics.pixels(labelDistance))};
+  scene.label =
+      Label{text, placeBeside(selection.pointer(), labelSize(text, metrics),
+                              nearest(monitors, selection.pointer()), metrics.pixels(labelDistance))};
   return scene;
 }
 

@@ -47,7 +47,7 @@ struct Scene {
 };
 
 /// What to show for a selection: what it would take, bright, and the size of that beside the pointer. The
-/// hint is left to the caller. `monitors` lie on the screen.
+/// hint is left to the caller. `monitors`, of which there are some, lie on the screen.
 [[nodiscard]] Scene sceneOf(const Selection& selection, std::span<const Rectangle> monitors,
                             const Metrics& metrics);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/screencapture/selection/Geometry.h"
+#include "tools/screencapture/selection/Gestures.h"
 
 #include <optional>
 #include <vector>
@@ -8,31 +8,27 @@
 namespace screencapture {
 
 enum class Mode { Area, Window };
-enum class Button { Left, Right, Other };
-enum class Key { Space, Shift, Escape, Other };
-enum class Outcome { Open, Taken, Cancelled };
 
 /// What the user's gestures select: an area by dragging, or a window by a click.
 ///
-/// Knows no display. It is fed with what happens, each key once when it goes down and once when it comes up,
-/// and tells what to show and how it ended. An area holds the pixel under the press and the pixel under the
+/// Tells what to show. An area holds the pixel under the press and the pixel under the
 /// pointer; points outside of the screen count as its nearest pixel.
 ///
 /// Space switches between areas and windows; pressed during a drag it moves the area for as long as it is
 /// held. Shift, while held during a drag, lets the pointer move along one axis only, the one of its first
 /// movement. Escape and the right button cancel. So does a click that selects nothing.
-class Selection {
+class Selection final : public Gestures {
  public:
   /// `windows` are the shown windows' frames, the topmost first.
   Selection(Size screen, std::vector<Rectangle> windows, Point pointer);
 
-  void movePointer(Point point);
-  void pressButton(Button button, Point point);
-  void releaseButton(Button button, Point point);
-  void pressKey(Key key);
-  void releaseKey(Key key);
+  void movePointer(Point point) override;
+  void pressButton(Button button, Point point) override;
+  void releaseButton(Button button, Point point) override;
+  void pressKey(Key key) override;
+  void releaseKey(Key key) override;
 
-  [[nodiscard]] Outcome outcome() const { return ending; }
+  [[nodiscard]] Outcome outcome() const override { return ending; }
   [[nodiscard]] Mode mode() const { return currentMode; }
   [[nodiscard]] bool isDragging() const { return drag.has_value(); }
   /// Where the pointer is, inside the screen.

@@ -61,13 +61,32 @@ Coverage coverageOf(Text text, double scale) {
   const Coverage drawn{best->size, unpack(*best)};
   if (best->scale == scale)
     return drawn;
-  const int cells =
-      text == Text::Digits ? digitCells : 1;  // each of which stays a whole number of pixels wide
+  const int cells = cellsOf(text);  // each of which stays a whole number of pixels wide
   const double ratio = scale / best->scale;
   const auto length = [ratio](int before) {
     return std::max(1, static_cast<int>(std::lround(before * ratio)));
   };
   return reduced(drawn, {length(drawn.size.width / cells) * cells, length(drawn.size.height)});
+}
+
+Coverage lineOf(std::string_view text, Text characters, double scale) {
+  const std::string_view order = characters == Text::Digits ? "0123456789x" : "0123456789ABCDEF#";
+  const Coverage drawn = coverageOf(characters, scale);
+  const int cell = drawn.size.width / cellsOf(characters);
+  const auto advance = [cell](char character) { return character == ' ' ? cell / 2 : cell; };
+  Coverage line{{0, drawn.size.height}, {}};
+  for (const char character : text)
+    line.size.width += advance(character);
+  line.values.resize(static_cast<std::size_t>(line.size.width * line.size.height));
+  int x = 0;
+  for (const char character : text) {
+    const auto index = static_cast<int>(order.find(character));
+    for (int y = 0; character != ' ' && y < line.size.height; ++y)
+      std::copy_n(drawn.values.begin() + y * drawn.size.width + index * cell, cell,
+                  line.values.begin() + y * line.size.width + x);
+    x += advance(character);
+  }
+  return line;
 }
 
 }  // namespace screencapture

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace screencapture {
@@ -13,11 +14,17 @@ enum class Language { English, Korean };
 
 /// The texts that the tool can show. It has no fonts at hand, so they are drawn when the program is built.
 enum class Text {
-  Digits,  // '0' to '9' and the multiplication sign, each in a cell of the same width
+  // Of these each character has a cell of its own, all of the same width.
+  Digits,     // '0' to '9' and the multiplication sign
+  HexDigits,  // '0' to '9', 'A' to 'F' and '#'
   EnglishHint,
   KoreanHint,
 };
-inline constexpr int digitCells = 11;
+
+/// How many cells the text has; it is one of them if it isn't cut into characters.
+[[nodiscard]] constexpr int cellsOf(Text text) {
+  return text == Text::Digits ? 11 : text == Text::HexDigits ? 17 : 1;
+}
 
 /// How much of each pixel a text covers, from 0 to 255, rows without gaps.
 struct Coverage {
@@ -28,6 +35,10 @@ struct Coverage {
 /// A text for a scale between 1 and 4. It is sharpest at the scales at which it was drawn, among them the
 /// usual 1, 1.25, 1.5 and 2; between these it is made smaller from the next larger one.
 [[nodiscard]] Coverage coverageOf(Text text, double scale);
+
+/// A line of the characters of Digits ("x" standing for the multiplication sign) or HexDigits, and of spaces
+/// of half a character's width.
+[[nodiscard]] Coverage lineOf(std::string_view text, Text characters, double scale);
 
 /// A text as the build has drawn it.
 struct BakedText {

@@ -175,4 +175,32 @@ std::optional<platform::PngFile> FrozenScreen::encode(const Rectangle& part) con
   return encoder ? encoder->finish() : std::nullopt;
 }
 
+std::optional<std::vector<std::uint32_t>> FrozenScreen::pixels(const Rectangle& part) const {
+  std::vector<std::uint32_t> colors(static_cast<std::size_t>(part.width) *
+                                    static_cast<std::size_t>(part.height));
+  const Rectangle seen = part.intersected({0, 0, size().width, size().height});
+  if (seen.isEmpty())
+    return colors;
+  const std::optional<PixelFormat> format = PixelFormat::ofRoot(display);
+  if (!format)
+    return std::nullopt;
+  const xcb_rectangle_t area = toX(seen);
+  const auto image = reply(display, xcb_get_image_reply,
+                           xcb_get_image(display.connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, picture, area.x,
+                                         area.y, area.width, area.height, allPlanes));
+  const std::size_t stride = format->stride(seen.width);
+  if (!image || static_cast<std::size_t>(xcb_get_image_data_length(image.get())) <
+                    stride * static_cast<std::size_t>(seen.height))
+    return std::nullopt;
+  std::vector<std::uint8_t> rgb(static_cast<std::size_t>(seen.width) * 3);
+  for (int y = 0; y < seen.height; ++y) {
+    format->toRgb(xcb_get_image_data(image.get()) + static_cast<std::size_t>(y) * stride, seen.width,
+                  rgb.data());
+    auto color = colors.begin() + (seen.y - part.y + y) * part.width + (seen.x - part.x);
+    for (std::size_t i = 0; i < rgb.size(); i += 3)
+      *color++ = 0xff000000U | static_cast<std::uint32_t>(rgb[i] << 16 | rgb[i + 1] << 8 | rgb[i + 2]);
+  }
+  return colors;
+}
+
 }  // namespace screencapture

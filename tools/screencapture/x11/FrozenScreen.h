@@ -3,6 +3,10 @@
 #include "platform/imaging/png/PngEncoder.h"
 #include "tools/screencapture/x11/Display.h"
 
+#include <cstdint>
+#include <optional>
+#include <vector>
+
 namespace screencapture {
 
 /// The whole screen as it was at one moment: all monitors, without the pointer. The picture stays in the X
@@ -18,6 +22,10 @@ class FrozenScreen {
   /// Fetches a part, which must lie inside, and makes a PNG of it. Empty where the connection is lost, the
   /// screen's pixels are of a kind that PixelFormat doesn't know, or there is not enough memory.
   [[nodiscard]] std::optional<platform::PngFile> encode(const Rectangle& part) const;
+
+  /// Fetches a small part, row by row as 0xffRRGGBB, and 0 for each pixel that lies outside of the screen.
+  /// Empty as encode() is.
+  [[nodiscard]] std::optional<std::vector<std::uint32_t>> pixels(const Rectangle& part) const;
 
  private:
   const Display& display;

@@ -9,19 +9,29 @@ namespace screencapture {
 
 namespace {
 
-constexpr xcb_keysym_t space = 0x0020, escape = 0xff1b, leftShift = 0xffe1, rightShift = 0xffe2;
 constexpr std::uint16_t pointerEvents =
     XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION;
 
 Key keyOf(xcb_keysym_t symbol) {
   switch (symbol) {
-    case space:
+    case 0x0020:
       return Key::Space;
-    case escape:
+    case 0xff1b:
       return Key::Escape;
-    case leftShift:
-    case rightShift:
+    case 0xffe1:  // left
+    case 0xffe2:  // right
       return Key::Shift;
+    case 0xff0d:
+    case 0xff8d:  // of the keypad
+      return Key::Return;
+    case 0xff51:
+      return Key::Left;
+    case 0xff52:
+      return Key::Up;
+    case 0xff53:
+      return Key::Right;
+    case 0xff54:
+      return Key::Down;
     default:
       return Key::Other;
   }
@@ -99,20 +109,32 @@ void Input::setCursor(xcb_cursor_t look) {
     xcb_change_active_pointer_grab(display.connection(), cursor, XCB_CURRENT_TIME, pointerEvents);
 }
 
-void Input::deliver(const xcb_generic_event_t& event, Selection& to) {
-  // The events of keys, buttons and motion have one shape.
+void Input::warpPointer(Point to) {
+  const auto asked = xcb_warp_pointer(display.connection(), XCB_NONE, display.root(), 0, 0, 0, 0,
+                                      static_cast<std::int16_t>(to.x), static_cast<std::int16_t>(to.y));
+  warp = Warp{asked.sequence, to};
+}
+
+void Input::deliver(const xcb_generic_event_t& event, Gestures& to) {
+  feed(event, to);
+  if (const std::optional<Point> jump = to.takeJump())
+    warpPointer(*jump);
+}
+
+void Input::feed(const xcb_generic_event_t& event, Gestures& to) {
   const auto& input = reinterpret_cast<const xcb_key_press_event_t&>(event);
-  const Point point{input.root_x, input.root_y};
   switch (event.response_type & 0x7f) {
     case XCB_MOTION_NOTIFY:
-      return to.movePointer(point);
+      return to.movePointer(pointOf(event));
     case XCB_BUTTON_PRESS:
-      return to.pressButton(buttonOf(input.detail), point);
+      return to.pressButton(buttonOf(input.detail), pointOf(event));
     case XCB_BUTTON_RELEASE:
-      return to.releaseButton(buttonOf(input.detail), point);
+      return to.releaseButton(buttonOf(input.detail), pointOf(event));
     case XCB_KEY_PRESS:
       if (heldKeys.press(input.detail))
         to.pressKey(keyOf(input.detail));
+      else if (heldKeys.isHeld(input.detail))
+        to.repeatKey(keyOf(input.detail));
       return;
     case XCB_KEY_RELEASE:
       if (heldKeys.release(input.detail))
@@ -121,6 +143,15 @@ void Input::deliver(const xcb_generic_event_t& event, Selection& to) {
     default:
       return;
   }
+}
+
+Point Input::pointOf(const xcb_generic_event_t& event) {
+  // An event bears the number of our last request that the server had done by then; the numbers wrap around.
+  if (warp && static_cast<std::int32_t>(event.full_sequence - warp->sequence) < 0)
+    return warp->target;
+  // The events of keys, buttons and motion have one shape.
+  const auto& input = reinterpret_cast<const xcb_key_press_event_t&>(event);
+  return {input.root_x, input.root_y};
 }
 
 Key Input::keyOf(xcb_keycode_t code) {

@@ -1,8 +1,7 @@
 #include "tools/screencapture/x11/Overlay.h"
 
-#include "tools/screencapture/selection/Painting.h"
-
 #include <bit>
+#include <memory>
 
 namespace screencapture {
 
@@ -80,12 +79,10 @@ class Overlay::Uploaded {
   const xcb_render_picture_t picture;
 };
 
-Overlay::Overlay(const Display& used, const FrozenScreen& screen, const DrawingFormats& known,
-                 Language shownLanguage)
+Overlay::Overlay(const Display& used, const FrozenScreen& screen, const DrawingFormats& known)
     : display(used),
       frozen(screen),
       formats(known),
-      language(shownLanguage),
       window(used.newId()),
       canvas(used.newId()),
       copying(used.newId()),
@@ -102,17 +99,19 @@ Overlay::Overlay(const Display& used, const FrozenScreen& screen, const DrawingF
                       static_cast<std::uint32_t>(name.size()), name.data());
 }
 
-void Overlay::show() {
+void Overlay::show(const std::optional<Color>& veil) {
   xcb_connection_t* const connection = display.connection();
   const auto width = static_cast<std::uint16_t>(whole().width);
   const auto height = static_cast<std::uint16_t>(whole().height);
   xcb_map_window(connection, window);
-  // The veil goes straight onto the window: the first picture is there with one pass less over the pixels.
-  const xcb_render_picture_t onWindow = display.newId();
-  const xcb_rectangle_t all = toX(whole());
-  xcb_render_create_picture(connection, onWindow, window, formats.screen, 0, nullptr);
-  xcb_render_fill_rectangles(connection, XCB_RENDER_PICT_OP_OVER, onWindow, toX(veil), 1, &all);
-  xcb_render_free_picture(connection, onWindow);
+  if (veil) {
+    // It goes straight onto the window: the first picture is there with one pass less over the pixels.
+    const xcb_render_picture_t onWindow = display.newId();
+    const xcb_rectangle_t all = toX(whole());
+    xcb_render_create_picture(connection, onWindow, window, formats.screen, 0, nullptr);
+    xcb_render_fill_rectangles(connection, XCB_RENDER_PICT_OP_OVER, onWindow, toX(*veil), 1, &all);
+    xcb_render_free_picture(connection, onWindow);
+  }
   // From here on the server must not paint the window by itself, which would show the screen without the
   // veil; it tells what to paint instead.
   const std::uint32_t values[] = {XCB_BACK_PIXMAP_NONE, XCB_EVENT_MASK_EXPOSURE};
@@ -128,30 +127,6 @@ void Overlay::hide() {
   xcb_destroy_window(display.connection(), window);
 }
 
-void Overlay::show(const Scene& next) {
-  const std::vector<Rectangle> changed = difference(scene, next, measures);
-  scene = next;
-  const std::vector<Piece> pieces = piecesOfScene();
-  for (const Rectangle& part : changed)
-    paint(part, pieces);
-}
-
-void Overlay::repaint(const Rectangle& part) {
-  paint(part, piecesOfScene());
-}
-
-std::vector<Overlay::Piece> Overlay::piecesOfScene() const {
-  std::vector<Piece> pieces;
-  const auto add = [&](const Artwork& artwork, const Rectangle& place) {
-    pieces.push_back({std::make_unique<Uploaded>(display, artwork, formats.translucent), place});
-  };
-  if (scene.hint)
-    add(drawHint(language, measures, scene.hint->opacity), scene.hint->place);
-  if (scene.label)
-    add(drawLabel(scene.label->text, measures), scene.label->place);
-  return pieces;
-}
-
 xcb_cursor_t Overlay::makeCursor(const Artwork& look) const {
   const Uploaded picture(display, look, formats.translucent);
   const xcb_cursor_t cursor = display.newId();
@@ -161,30 +136,38 @@ xcb_cursor_t Overlay::makeCursor(const Artwork& look) const {
   return cursor;
 }
 
-void Overlay::paint(const Rectangle& part, const std::vector<Piece>& pieces) {
+void Overlay::paint(std::span<const Rectangle> parts, const Layers& layers) {
   xcb_connection_t* const connection = display.connection();
-  const Rectangle within = part.intersected(whole());
-  if (within.isEmpty())
-    return;
-  const xcb_rectangle_t area = toX(within);
-  xcb_copy_area(connection, frozen.pixmap(), canvas, copying, area.x, area.y, area.x, area.y, area.width,
-                area.height);
-  for (const Fill& fill : fillsOf(scene, within, measures)) {
-    const xcb_rectangle_t filled = toX(fill.area);
-    xcb_render_fill_rectangles(connection, XCB_RENDER_PICT_OP_OVER, canvasPicture, toX(fill.color), 1,
-                               &filled);
-  }
-  for (const Piece& piece : pieces) {
-    const Rectangle place = piece.place.intersected(within);
-    if (place.isEmpty())
+  std::vector<std::unique_ptr<Uploaded>> uploads;
+  for (const Layers::Piece& piece : layers.pieces)
+    uploads.push_back(std::make_unique<Uploaded>(display, piece.artwork, formats.translucent));
+  for (const Rectangle& part : parts) {
+    const Rectangle within = part.intersected(whole());
+    if (within.isEmpty())
       continue;
-    const xcb_rectangle_t to = toX(place);
-    xcb_render_composite(connection, XCB_RENDER_PICT_OP_OVER, piece.artwork->picture, XCB_RENDER_PICTURE_NONE,
-                         canvasPicture, static_cast<std::int16_t>(place.x - piece.place.x),
-                         static_cast<std::int16_t>(place.y - piece.place.y), 0, 0, to.x, to.y, to.width,
-                         to.height);
+    const xcb_rectangle_t area = toX(within);
+    xcb_copy_area(connection, frozen.pixmap(), canvas, copying, area.x, area.y, area.x, area.y, area.width,
+                  area.height);
+    for (const Fill& fill : layers.fills(within)) {
+      const xcb_rectangle_t filled = toX(fill.area);
+      xcb_render_fill_rectangles(connection, XCB_RENDER_PICT_OP_OVER, canvasPicture, toX(fill.color), 1,
+                                 &filled);
+    }
+    for (std::size_t i = 0; i < uploads.size(); ++i)
+      composite(*uploads[i], layers.pieces[i].place, within);
+    xcb_copy_area(connection, canvas, window, copying, area.x, area.y, area.x, area.y, area.width,
+                  area.height);
   }
-  xcb_copy_area(connection, canvas, window, copying, area.x, area.y, area.x, area.y, area.width, area.height);
+}
+
+void Overlay::composite(const Uploaded& piece, const Rectangle& place, const Rectangle& within) {
+  const Rectangle shown = place.intersected(within);
+  if (shown.isEmpty())
+    return;
+  const xcb_rectangle_t to = toX(shown);
+  xcb_render_composite(display.connection(), XCB_RENDER_PICT_OP_OVER, piece.picture, XCB_RENDER_PICTURE_NONE,
+                       canvasPicture, static_cast<std::int16_t>(shown.x - place.x),
+                       static_cast<std::int16_t>(shown.y - place.y), 0, 0, to.x, to.y, to.width, to.height);
 }
 
 Rectangle Overlay::whole() const {

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "tools/screencapture/selection/Artwork.h"
-#include "tools/screencapture/selection/Hint.h"
-#include "tools/screencapture/selection/Scene.h"
+#include "tools/screencapture/selection/Painting.h"
 #include "tools/screencapture/x11/Display.h"
 #include "tools/screencapture/x11/FrozenScreen.h"
 
-#include <memory>
+#include <functional>
 #include <optional>
+#include <span>
+#include <vector>
 
 namespace screencapture {
 
@@ -21,49 +22,45 @@ struct DrawingFormats {
                                                           const xcb_screen_t& screen);
 };
 
-/// The window over all monitors that shows the frozen screen under a dim veil, and a scene above it.
+/// What lies over the frozen screen: plain rectangles, and artwork above them.
+struct Layers {
+  struct Piece {
+    Artwork artwork;
+    Rectangle place;
+  };
+
+  /// For a part of the screen, all within that part.
+  std::function<std::vector<Fill>(const Rectangle& within)> fills;
+  std::vector<Piece> pieces;
+};
+
+/// The window over all monitors that shows the frozen screen and what lies over it.
 ///
-/// Each change is put together off the screen and copied to the window in one go, and only where it differs
-/// from what is shown, so nothing flickers.
+/// Each change is put together off the screen and copied to the window in one go, so nothing flickers.
 class Overlay {
  public:
-  Overlay(const Display& display, const FrozenScreen& frozen, const DrawingFormats& formats,
-          Language language);
+  Overlay(const Display& display, const FrozenScreen& frozen, const DrawingFormats& formats);
 
-  /// Shows the veiled screen. Sends requests without waiting.
-  void show();
+  /// Shows the frozen screen, under a veil if there is one. Sends requests without waiting.
+  void show(const std::optional<Color>& veil);
   void hide();
-  void setMetrics(const Metrics& metrics) { measures = metrics; }
-  [[nodiscard]] const Metrics& metrics() const { return measures; }
-  /// Draws what changes from the scene shown so far to this one.
-  void show(const Scene& scene);
-  [[nodiscard]] const Scene& shown() const { return scene; }
-  /// Draws a part that another window had covered.
-  void repaint(const Rectangle& part);
+  /// Draws these parts of the screen with what lies over them.
+  void paint(std::span<const Rectangle> parts, const Layers& layers);
 
   [[nodiscard]] xcb_cursor_t makeCursor(const Artwork& look) const;
 
  private:
   class Uploaded;
-  /// Artwork that lies above the scene's plain rectangles.
-  struct Piece {
-    std::unique_ptr<Uploaded> artwork;
-    Rectangle place;
-  };
-  [[nodiscard]] std::vector<Piece> piecesOfScene() const;
-  void paint(const Rectangle& part, const std::vector<Piece>& pieces);
+  void composite(const Uploaded& piece, const Rectangle& place, const Rectangle& within);
   [[nodiscard]] Rectangle whole() const;
 
   const Display& display;
   const FrozenScreen& frozen;
   const DrawingFormats formats;
-  const Language language;  // of the hint
   const xcb_window_t window;
   const xcb_pixmap_t canvas;  // where changes are put together
   const xcb_gcontext_t copying;
   const xcb_render_picture_t canvasPicture;
-  Metrics measures;
-  Scene scene;
 };
 
 }  // namespace screencapture

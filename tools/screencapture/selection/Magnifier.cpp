@@ -1,0 +1,134 @@
+#include "tools/screencapture/selection/Magnifier.h"
+
+#include "tools/screencapture/selection/Painter.h"
+
+#include <algorithm>
+
+namespace screencapture {
+
+namespace {
+
+constexpr int across = 15;  // pixels; odd, so that there is one in the middle
+constexpr int middle = across / 2;
+constexpr std::size_t middleIndex = middle * across + middle;
+
+// Lengths at the scale 1.
+constexpr double cellSide = 9;
+constexpr double ringWidth = 2;
+constexpr double distanceFromPointer = 18;
+constexpr double valueDistance = 8;  // of the value from the lens
+constexpr double sampleSide = 12, sampleRadius = 3, sampleDistance = 7;
+
+constexpr Paint darkLine{0.06, 0.07, 0.06, 0.75};
+constexpr Paint sampleEdge{1, 1, 1, 0.55};
+constexpr std::uint32_t beyondTheScreen = 0x232523;
+constexpr int gridStrength = 20;  // percent
+
+/// How bright a color looks, of 255, by the weights of ITU-R BT.709.
+int brightness(std::uint32_t rgb) {
+  return static_cast<int>((2126 * (rgb >> 16 & 0xff) + 7152 * (rgb >> 8 & 0xff) + 722 * (rgb & 0xff)) /
+                          10000);
+}
+
+/// The grid's line beside a pixel: a little darker than a bright one, a little brighter than a dark one.
+std::uint32_t gridColor(std::uint32_t rgb) {
+  const std::uint32_t towards = brightness(rgb) < 128 ? 0xff : 0;
+  std::uint32_t mixed = 0;
+  for (int shift = 0; shift < 24; shift += 8)
+    mixed |= ((rgb >> shift & 0xff) * (100 - gridStrength) + towards * gridStrength) / 100 << shift;
+  return mixed;
+}
+
+}  // namespace
+
+std::string hexOf(std::uint32_t rgb) {
+  std::string text = "#";
+  for (int shift = 20; shift >= 0; shift -= 4)
+    text += "0123456789ABCDEF"[rgb >> shift & 0xf];
+  return text;
+}
+
+Magnifier::Magnifier(const Metrics& used)
+    : metrics(used), cell(metrics.pixels(cellSide)), rim(2 * metrics.line + metrics.pixels(ringWidth)) {
+  const Size text = lineOf(hexOf(0), Text::HexDigits, metrics.scale).size;
+  value = boxSize({metrics.pixels(sampleSide) + metrics.pixels(sampleDistance) + text.width, text.height},
+                  metrics);
+  const int side = across * cell - metrics.line;
+  const int width = std::max(side + 2 * rim, value.width);
+  lens = {(width - side) / 2, rim, side, side};
+  const Circle circle{{lens.x + side / 2.0, lens.y + side / 2.0}, side / 2.0};
+  const auto ring = [&](int beyond) { return Circle{circle.center, circle.radius + beyond}; };
+
+  Painter painter({width, lens.bottom() + rim + metrics.pixels(valueDistance) + value.height});
+  painter.fill(darkLine, ring(rim));
+  painter.fill(white, ring(rim - metrics.line));
+  painter.fill(ink, ring(metrics.line));
+  ground = std::move(painter.artwork);
+
+  Painter mask({width, lens.bottom()});
+  mask.fill(white, circle);
+  inside.size = {side, side};
+  for (int y = lens.y; y < lens.bottom(); ++y)
+    for (int x = lens.x; x < lens.right(); ++x)
+      inside.values.push_back(
+          static_cast<std::uint8_t>(mask.artwork.pixels[static_cast<std::size_t>(y * width + x)] >> 24));
+}
+
+Rectangle Magnifier::sourceAround(Point pixel) {
+  return {pixel.x - middle, pixel.y - middle, across, across};
+}
+
+Rectangle Magnifier::placeFor(Point pixel, const Rectangle& monitor) const {
+  return placeBeside(pixel, ground.size, monitor, metrics.pixels(distanceFromPointer));
+}
+
+Artwork Magnifier::draw(std::span<const std::uint32_t> pixels) const {
+  Painter painter(ground.size);
+  painter.artwork = ground;
+  const std::uint32_t picked = pixels[middleIndex] & 0xffffff;
+  drawPixels(painter, pixels);
+  drawMark(painter, picked);
+  drawValue(painter, picked);
+  return std::move(painter.artwork);
+}
+
+void Magnifier::drawPixels(Painter& painter, std::span<const std::uint32_t> pixels) const {
+  const auto isLine = [this](int at) { return at % cell >= cell - metrics.line; };
+  for (int y = 0; y < lens.height; ++y) {
+    for (int x = 0; x < lens.width; ++x) {
+      const std::uint8_t coverage = inside.values[static_cast<std::size_t>(y * lens.width + x)];
+      if (coverage == 0)
+        continue;
+      const std::uint32_t pixel = pixels[static_cast<std::size_t>(y / cell * across + x / cell)];
+      const std::uint32_t rgb = pixel == 0 ? beyondTheScreen : pixel & 0xffffff;
+      const bool isGrid = pixel != 0 && (isLine(x) || isLine(y));
+      painter.blend({lens.x + x, lens.y + y}, Paint::of(isGrid ? gridColor(rgb) : rgb), coverage / 255.0);
+    }
+  }
+}
+
+void Magnifier::drawMark(Painter& painter, std::uint32_t rgb) const {
+  const int side = cell - metrics.line;
+  const Rectangle square{lens.x + middle * cell, lens.y + middle * cell, side, side};
+  painter.fill(square.grown(2 * metrics.line), ink);
+  painter.fill(square.grown(metrics.line), white);
+  painter.fill(square, Paint::of(rgb));
+}
+
+void Magnifier::drawValue(Painter& painter, std::uint32_t rgb) const {
+  const Size whole = ground.size;
+  const Rectangle box{(whole.width - value.width) / 2, whole.height - value.height, value.width,
+                      value.height};
+  painter.fillBox(box, metrics);
+  const Point inset = boxInset(metrics);
+  const int side = metrics.pixels(sampleSide);
+  const double half = side / 2.0;
+  const RoundedBox sample{
+      {box.x + inset.x + half, box.y + box.height / 2.0}, {half, half}, sampleRadius * metrics.scale};
+  painter.fill(sampleEdge, sample);
+  painter.fill(Paint::of(rgb), grown(sample, -metrics.line));
+  painter.fill(lineOf(hexOf(rgb), Text::HexDigits, metrics.scale),
+               {box.x + inset.x + side + metrics.pixels(sampleDistance), box.y + inset.y}, white);
+}
+
+}  // namespace screencapture

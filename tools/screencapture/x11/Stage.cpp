@@ -1,0 +1,44 @@
+#include "tools/screencapture/x11/Stage.h"
+
+#include <cstdio>
+#include <xcb/randr.h>
+
+namespace screencapture {
+
+Stage::Stage(const Display& used) : display(used), input(used), frozen(used) {
+}
+
+std::unique_ptr<Stage> Stage::set(const Display& display, const std::optional<Color>& veil) {
+  // Three turns of the server lead to the frozen picture: which extensions it has, what they offer, done.
+  xcb_prefetch_extension_data(display.connection(), &xcb_render_id);
+  std::unique_ptr<Stage> stage(new Stage(display));
+  if (!display.has(xcb_render_id)) {
+    complain(display, "the X server lacks the RENDER extension");
+    return nullptr;
+  }
+  stage->input.prepare();
+  stage->input.request();
+  const auto answer = reply(display, xcb_render_query_pict_formats_reply,
+                            xcb_render_query_pict_formats(display.connection()));
+  const auto formats = answer ? DrawingFormats::from(*answer, display.screen()) : std::nullopt;
+  if (!formats) {
+    complain(display, "the X server can't draw onto this screen");
+    return nullptr;
+  }
+  stage->overlay.emplace(display, stage->frozen, *formats);
+  stage->overlay->show(veil);
+  xcb_prefetch_extension_data(display.connection(), &xcb_randr_id);
+  return stage;
+}
+
+void Stage::clear() {
+  overlay->hide();
+  input.release();
+  display.flush();
+}
+
+void complain(const Display& display, const char* reason) {
+  std::fprintf(stderr, "screencapture: %s\n", display.isLost() ? "lost the X server" : reason);
+}
+
+}  // namespace screencapture
