@@ -6,6 +6,14 @@
 namespace platform {
 namespace {
 
+/// What the window manager does by these keys it does only while it moves a window or switches between them.
+bool isForTheMomentOnly(const QString& action) {
+  static const QStringList actions{QStringLiteral("up_key"), QStringLiteral("down_key"),
+                                   QStringLiteral("left_key"), QStringLiteral("right_key"),
+                                   QStringLiteral("cancel_key")};
+  return actions.contains(action);
+}
+
 /// A channel's values by their places: "/commands/custom/<Alt>F2".
 using Channel = QMap<QString, QString>;
 
@@ -39,10 +47,12 @@ QStringList xfceAccelerators(const QByteArray& systemText, const QByteArray& use
     const bool hasOwn = channel.take(part + QStringLiteral("custom/override")) == u"true";
     const QString folder = part + (hasOwn ? QStringLiteral("custom/") : QStringLiteral("default/"));
     for (auto entry = channel.lowerBound(folder); entry != channel.end() && entry.key().startsWith(folder);
-         ++entry)
-      if (const QString name = entry.key().sliced(folder.size());
-          !entry.value().isEmpty() && !name.contains(u'/'))
+         ++entry) {
+      const QString name = entry.key().sliced(folder.size());
+      const bool isInUse = !entry.value().isEmpty() && !isForTheMomentOnly(entry.value());
+      if (isInUse && !name.contains(u'/'))
         accelerators << name;
+    }
   }
   return accelerators;
 }

@@ -90,6 +90,7 @@ TEST(DesktopHotKeys, XfceKeepsTheUsersInPlaceOfTheDefaults) {
       </property></property>
       <property name="xfwm4" type="empty"><property name="default" type="empty">
         <property name="&lt;Alt&gt;F4" type="string" value="close_window_key"/>
+        <property name="Escape" type="string" value="cancel_key"/>
       </property></property>
     </channel>)";
   const QByteArray user = R"(<channel><property name="commands" type="empty">
