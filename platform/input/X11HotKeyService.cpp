@@ -55,6 +55,7 @@ Result<HotKeyReference> X11HotKeyService::registerHotKey(const HotKey& hotKey) {
   const GrabbedKey added{{hotKey.keyCode, hotKey.modifiers}, static_cast<xcb_keycode_t>(keycode), hotKey.id};
   if (grabbedKey(added.chord) || grab(added) == Grab::Refused)
     return Error{QStringLiteral("the key is taken"), HotKeyStatuses::hotKeyExists};
+  ignoreUntilReleased(added.keycode);
   const HotKeyReference reference{++lastReference};
   grabbedKeys.emplace(reference, added);
   return reference;
@@ -207,29 +208,44 @@ KeyOutcome X11HotKeyService::send(KeyAction action, const Chord& rawKey) const {
                                            : KeyOutcome::Passed;
 }
 
+/// Of a key that isn't down nothing is to be ignored.
+void X11HotKeyService::ignoreUntilReleased(xcb_keycode_t keycode) {
+  if (held.contains(keycode) || !isDown(keycode, xcb_query_keymap(connection)))
+    return;
+  held.emplace(keycode, std::nullopt);
+  setRawReleases(RawReleases::Heard);
+  if (!isDown(keycode, xcb_query_keymap(connection)))  // released before releases were heard
+    endHold(keycode);
+}
+
 void X11HotKeyService::endHold(xcb_keycode_t keycode) {
   const auto found = held.find(keycode);
   if (found == held.end())
     return;
-  const Chord chord = found->second;
+  const std::optional<Chord> chord = found->second;
   held.erase(found);
   if (held.empty()) {
     setRawReleases(RawReleases::Ignored);
     xcb_flush(connection);
   }
+  if (!chord)
+    return;
   // A menu may have opened or closed since the press: the handler hears the release in the way it listens
   // now.
   if (listening == Keys::Raw)
-    send(KeyAction::Release, chord);
-  else if (const GrabbedKey* const released = grabbedKey(chord))
+    send(KeyAction::Release, *chord);
+  else if (const GrabbedKey* const released = grabbedKey(*chord))
     send(KeyAction::Release, released->id);
 }
 
 bool X11HotKeyService::isStillDown() {
   const xcb_query_keymap_cookie_t request = xcb_query_keymap(connection);
   lastTap.askedBy = request.sequence;
-  const int keycode = lastTap.keycode;
-  const XcbPointer<xcb_query_keymap_reply_t> keys(xcb_query_keymap_reply(connection, request, nullptr));
+  return isDown(lastTap.keycode, request);
+}
+
+bool X11HotKeyService::isDown(xcb_keycode_t keycode, xcb_query_keymap_cookie_t asked) const {
+  const auto keys = xcbReply(connection, xcb_query_keymap_reply, asked);
   return keys && (keys->keys[keycode / 8] & (1U << (keycode % 8)));
 }
 

@@ -15,7 +15,8 @@ namespace platform {
 /// A grab takes the whole keyboard from the press to the release of its key. It is given back at once at the
 /// press, so the release is heard as a raw event, which the server sends whoever has the keyboard; these are
 /// asked for only while a hot key is held, so that otherwise no key wakes the program. The server repeats a
-/// held key by further presses, which count for nothing until its release.
+/// held key by further presses, which count for nothing until its release; nor does a key that is down as it
+/// becomes a hot key, until it is pressed anew.
 ///
 /// While raw keys are listened to, a menu of this program is open. It sees no modifier key by itself (it
 /// would close at one) and no press that the handler has dealt with.
@@ -67,9 +68,12 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
   void send(KeyAction action, HotKeyId id) const;
   KeyOutcome send(KeyAction action, const Chord& rawKey) const;
 
+  void ignoreUntilReleased(xcb_keycode_t keycode);
   void endHold(xcb_keycode_t keycode);
   /// Asks the server about the key of the last tap.
   [[nodiscard]] bool isStillDown();
+  /// The answer to a request for the keymap.
+  [[nodiscard]] bool isDown(xcb_keycode_t keycode, xcb_query_keymap_cookie_t asked) const;
   enum class RawReleases { Ignored, Heard };
   void setRawReleases(RawReleases wanted) const;
 
@@ -86,8 +90,9 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
   quint64 lastReference = 0;
   EventHandler eventHandler;
   Keys listening = Keys::None;
-  std::map<xcb_keycode_t, Chord> held;  // pressed, reported and not released yet
-  Tap lastTap;                          // of the key that was reported last
+  /// Pressed and not released yet; none where the press wasn't reported.
+  std::map<xcb_keycode_t, std::optional<Chord>> held;
+  Tap lastTap;  // of the key that was reported last
   const X11KeyboardWatch keyboardWatch;
 };
 
