@@ -29,6 +29,8 @@ Shortcut::Shortcut(Key key, platform::ModifierFlags modifiers) : Shortcut(key.ra
 std::optional<Shortcut> Shortcut::forEvent(const platform::Event& event) {
   if (event.type != platform::EventType::KeyDown && event.type != platform::EventType::KeyUp)
     return std::nullopt;
+  if (event.keyCode < 0)
+    return std::nullopt;
   auto modifiers = event.modifierFlags;
   modifiers.setFlag(platform::ModifierFlag::Function, false);
   return Shortcut(Key(event.keyCode), modifiers);

@@ -19,8 +19,8 @@ class Shortcut {
   Shortcut(qint64 carbonKeyCode, qint64 carbonModifiers);
   Shortcut(Key key, platform::ModifierFlags modifiers);
 
-  /// What a key event pressed; nullopt for any other event. The function flag, which marks all function and
-  /// arrow keys, doesn't count as a modifier.
+  /// What a key event pressed; nullopt for any other event, and for a key without a code. The function flag,
+  /// which marks all function and arrow keys, doesn't count as a modifier.
   [[nodiscard]] static std::optional<Shortcut> forEvent(const platform::Event& event);
   /// The shortcut stored for a name.
   [[nodiscard]] static std::optional<Shortcut> forName(const Name& name);

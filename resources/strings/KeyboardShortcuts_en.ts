@@ -9,6 +9,12 @@
     <message id="press_shortcut">
       <translation>Press Keys…</translation>
     </message>
+    <message id="clear_shortcut">
+      <translation>Clear Shortcut</translation>
+    </message>
+    <message id="recorder_help">
+      <translation>Press the new keys. Backspace clears the shortcut; Escape leaves it as it is.</translation>
+    </message>
     <message id="keyboard_shortcut_used_by_menu_item">
       <translation>This shortcut already belongs to the menu item “%1”. Please choose another one.</translation>
     </message>

@@ -9,6 +9,12 @@
     <message id="press_shortcut">
       <translation>키를 누르세요…</translation>
     </message>
+    <message id="clear_shortcut">
+      <translation>단축키 지우기</translation>
+    </message>
+    <message id="recorder_help">
+      <translation>새 단축키를 누르세요. Backspace 키를 누르면 지워지고, Esc 키를 누르면 그대로 남아요.</translation>
+    </message>
     <message id="keyboard_shortcut_used_by_menu_item">
       <translation>이미 메뉴 항목 “%1”에서 쓰는 단축키예요. 다른 단축키를 골라 주세요.</translation>
     </message>
