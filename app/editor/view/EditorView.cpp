@@ -3,8 +3,10 @@
 #include "app/editor/model/EditorModel.h"
 #include "app/editor/view/Canvas.h"
 #include "app/editor/view/CropTool.h"
+#include "platform/system/FreeMemory.h"
 
 #include <QHBoxLayout>
+#include <QHideEvent>
 
 namespace sorrel {
 
@@ -18,5 +20,15 @@ EditorView::EditorView(std::unique_ptr<EditorModel> opened, std::function<void()
 }
 
 EditorView::~EditorView() = default;
+
+void EditorView::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  if (event->spontaneous())
+    return;  // only put away, and soon wanted again
+  leavingScreen = platform::MainQueue::main().asyncAfter({}, [this] {
+    destroy();  // what the window system and the toolkit hold for a window that may be shown again
+    platform::giveBackFreeMemory();
+  });
+}
 
 }  // namespace sorrel

@@ -8,6 +8,7 @@
 #include "platform/desktop/Image.h"
 #include "platform/desktop/Screens.h"
 #include "platform/desktop/WindowFront.h"
+#include "platform/system/FreeMemory.h"
 
 namespace sorrel {
 namespace {
@@ -56,6 +57,7 @@ EditorWindowController::~EditorWindowController() {
 }
 
 void EditorWindowController::DeleteLater::operator()(QWidget* window) const {
+  QObject::connect(window, &QObject::destroyed, [] { platform::giveBackFreeMemory(); });
   window->deleteLater();
 }
 
