@@ -2,6 +2,12 @@
 #include "platform/desktop/ColorSampler.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ScratchHome.h"
+#include "tests/support/Screen.h"
+#include "tests/support/Waiting.h"
+#include "tests/support/XTestInput.h"
+#include "tests/support/XvfbServer.h"
+
+#include <QScopeGuard>
 
 #include <gtest/gtest.h>
 
@@ -95,6 +101,33 @@ TEST_F(ColorSamplerTest, TheToolGoesWithItsSampler) {
   runs[1].end({true, "#123456\n"});
   EXPECT_FALSE(sampler);
   EXPECT_TRUE(runs[1].owner.expired());
+}
+
+TEST(ColorSampler, PicksFromTheRealScreen) {
+  using namespace testing_support;
+  XvfbServer server(600, 400);
+  Screen screen(server.display());
+  XTestInput hand(server.display());
+  const QImage picture = randomPicture({600, 400}, 3);
+  screen.paintRoot(picture);
+  const auto restoring = qScopeGuard(
+      [before = qgetenv("DISPLAY")] { before.isNull() ? qunsetenv("DISPLAY") : qputenv("DISPLAY", before); });
+  qputenv("DISPLAY", QByteArray::fromStdString(server.display()));
+  const auto isShown = [&] { return screen.find(u"screencapture"_s).has_value(); };
+
+  auto sampler = std::make_unique<ColorSampler>();
+  std::optional<quint32> picked;
+  sampler->show([&](std::optional<quint32> color) { picked = color; });
+  until("the magnifier is there", isShown);
+  hand.moveTo(300, 200);
+  hand.clickButton(1);
+  until("the color is there", [&] { return picked.has_value(); });
+  EXPECT_EQ(picked, picture.pixel(300, 200) & 0xffffff);
+
+  sampler->show([](auto) { FAIL(); });
+  until("the magnifier is there", isShown);
+  sampler.reset();
+  until("it has gone with its sampler", [&] { return !isShown() && !screen.isPointerGrabbed(); });
 }
 
 }  // namespace

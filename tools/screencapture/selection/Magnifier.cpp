@@ -3,6 +3,7 @@
 #include "tools/screencapture/selection/Painter.h"
 
 #include <algorithm>
+#include <array>
 
 namespace screencapture {
 
@@ -51,18 +52,22 @@ std::string hexOf(std::uint32_t rgb) {
 Magnifier::Magnifier(const Metrics& used)
     : metrics(used), cell(metrics.pixels(cellSide)), rim(2 * metrics.line + metrics.pixels(ringWidth)) {
   const Size text = lineOf(hexOf(0), Text::HexDigits, metrics.scale).size;
-  value = boxSize({metrics.pixels(sampleSide) + metrics.pixels(sampleDistance) + text.width, text.height},
-                  metrics);
+  const Size box = boxSize(
+      {metrics.pixels(sampleSide) + metrics.pixels(sampleDistance) + text.width, text.height}, metrics);
   const int side = across * cell - metrics.line;
-  const int width = std::max(side + 2 * rim, value.width);
+  const int width = std::max(side + 2 * rim, box.width);
   lens = {(width - side) / 2, rim, side, side};
   const Circle circle{{lens.x + side / 2.0, lens.y + side / 2.0}, side / 2.0};
   const auto ring = [&](int beyond) { return Circle{circle.center, circle.radius + beyond}; };
 
-  Painter painter({width, lens.bottom() + rim + metrics.pixels(valueDistance) + value.height});
+  value = {(width - box.width) / 2, lens.bottom() + rim + metrics.pixels(valueDistance), box.width,
+           box.height};
+
+  Painter painter({width, value.bottom()});
   painter.fill(darkLine, ring(rim));
   painter.fill(white, ring(rim - metrics.line));
   painter.fill(ink, ring(metrics.line));
+  painter.fillBox(value, metrics);
   ground = std::move(painter.artwork);
 
   Painter mask({width, lens.bottom()});
@@ -93,16 +98,24 @@ Artwork Magnifier::draw(std::span<const std::uint32_t> pixels) const {
 }
 
 void Magnifier::drawPixels(Painter& painter, std::span<const std::uint32_t> pixels) const {
+  std::array<std::uint32_t, across * across> squares{}, lines{};
+  for (std::size_t i = 0; i < squares.size(); ++i) {
+    squares[i] = pixels[i] == 0 ? beyondTheScreen : pixels[i] & 0xffffff;
+    lines[i] = pixels[i] == 0 ? beyondTheScreen : gridColor(squares[i]);
+  }
   const auto isLine = [this](int at) { return at % cell >= cell - metrics.line; };
+  const std::uint8_t* coverage = inside.values.data();
   for (int y = 0; y < lens.height; ++y) {
-    for (int x = 0; x < lens.width; ++x) {
-      const std::uint8_t coverage = inside.values[static_cast<std::size_t>(y * lens.width + x)];
-      if (coverage == 0)
+    for (int x = 0; x < lens.width; ++x, ++coverage) {
+      if (*coverage == 0)
         continue;
-      const std::uint32_t pixel = pixels[static_cast<std::size_t>(y / cell * across + x / cell)];
-      const std::uint32_t rgb = pixel == 0 ? beyondTheScreen : pixel & 0xffffff;
-      const bool isGrid = pixel != 0 && (isLine(x) || isLine(y));
-      painter.blend({lens.x + x, lens.y + y}, Paint::of(isGrid ? gridColor(rgb) : rgb), coverage / 255.0);
+      const auto index = static_cast<std::size_t>(y / cell * across + x / cell);
+      const std::uint32_t rgb = isLine(x) || isLine(y) ? lines[index] : squares[index];
+      const Point at{lens.x + x, lens.y + y};
+      if (*coverage == 255)
+        painter.set(at, rgb);
+      else
+        painter.blend(at, Paint::of(rgb), *coverage / 255.0);
     }
   }
 }
@@ -116,19 +129,15 @@ void Magnifier::drawMark(Painter& painter, std::uint32_t rgb) const {
 }
 
 void Magnifier::drawValue(Painter& painter, std::uint32_t rgb) const {
-  const Size whole = ground.size;
-  const Rectangle box{(whole.width - value.width) / 2, whole.height - value.height, value.width,
-                      value.height};
-  painter.fillBox(box, metrics);
   const Point inset = boxInset(metrics);
   const int side = metrics.pixels(sampleSide);
+  const Rectangle sample{value.x + inset.x, value.y + (value.height - side) / 2, side, side};
   const double half = side / 2.0;
-  const RoundedBox sample{
-      {box.x + inset.x + half, box.y + box.height / 2.0}, {half, half}, sampleRadius * metrics.scale};
-  painter.fill(sampleEdge, sample);
-  painter.fill(Paint::of(rgb), grown(sample, -metrics.line));
+  const RoundedBox shape{{sample.x + half, sample.y + half}, {half, half}, sampleRadius * metrics.scale};
+  painter.fill(sample, sampleEdge, shape);
+  painter.fill(sample, Paint::of(rgb), grown(shape, -metrics.line));
   painter.fill(lineOf(hexOf(rgb), Text::HexDigits, metrics.scale),
-               {box.x + inset.x + side + metrics.pixels(sampleDistance), box.y + inset.y}, white);
+               {sample.right() + metrics.pixels(sampleDistance), value.y + inset.y}, white);
 }
 
 }  // namespace screencapture

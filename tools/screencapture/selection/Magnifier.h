@@ -35,8 +35,8 @@ class Magnifier {
   Metrics metrics;
   int cell;         // the side of a pixel's square, with the grid's line after it
   int rim;          // around the lens
-  Size value;       // the box below
   Rectangle lens;   // the square that it fills
+  Rectangle value;  // the box below
   Coverage inside;  // how much of each of that square's pixels lies in the lens
   Artwork ground;   // what is the same for all pixels
 };

@@ -11,7 +11,7 @@ constexpr double boxRadius = 7;  // at the scale 1
 }  // namespace
 
 void Painter::blend(Point at, const Paint& paint, double coverage) {
-  std::uint32_t& pixel = artwork.pixels[static_cast<std::size_t>(at.y * artwork.size.width + at.x)];
+  std::uint32_t& pixel = pixelAt(at);
   const double alpha = paint.alpha * coverage;
   const double channels[] = {1, paint.red, paint.green, paint.blue};
   std::uint32_t result = 0;
@@ -31,8 +31,8 @@ void Painter::fill(const Rectangle& area, const Paint& paint) {
 void Painter::fill(const Coverage& mask, Point at, const Paint& paint) {
   for (int y = 0; y < mask.size.height; ++y) {
     for (int x = 0; x < mask.size.width; ++x) {
-      const double coverage = mask.values[static_cast<std::size_t>(y * mask.size.width + x)] / 255.0;
-      blend({at.x + x, at.y + y}, paint, coverage);
+      if (const int covered = mask.values[static_cast<std::size_t>(y * mask.size.width + x)]; covered > 0)
+        blend({at.x + x, at.y + y}, paint, covered / 255.0);
     }
   }
 }

@@ -49,6 +49,7 @@ class Painter {
     fill({0, 0, artwork.size.width, artwork.size.height}, paint, distance);
   }
 
+  void set(Point at, std::uint32_t rgb) { pixelAt(at) = 0xff000000 | rgb; }
   void blend(Point at, const Paint& paint, double coverage);
   void fill(const Rectangle& area, const Paint& paint);
   void fill(const Coverage& mask, Point at, const Paint& paint);
@@ -58,6 +59,11 @@ class Painter {
   void fade(int opacity);
 
   Artwork artwork;
+
+ private:
+  std::uint32_t& pixelAt(Point at) {
+    return artwork.pixels[static_cast<std::size_t>(at.y * artwork.size.width + at.x)];
+  }
 };
 
 /// A rectangle with round corners, as a shape.
