@@ -3,9 +3,34 @@
 #include "platform/base/Environment.h"
 
 #include <QFileDialog>
+#include <QMimeDatabase>
+#include <QSet>
 
 namespace platform {
 namespace {
+
+/// The names that files of these types have, as a filter of the toolkit's.
+QString nameFilter(const QString& title, const QStringList& contentTypes) {
+  const QMimeDatabase database;
+  QSet<QString> patterns;
+  const auto add = [&](const QMimeType& type) {
+    for (const QString& pattern : type.globPatterns())
+      patterns << pattern.toLower() << pattern.toUpper();  // some choosers tell them apart
+  };
+  for (const QString& contentType : contentTypes) {
+    if (!contentType.endsWith(u'*')) {
+      add(database.mimeTypeForName(contentType));
+      continue;
+    }
+    const QStringView family = QStringView(contentType).chopped(1);
+    for (const QMimeType& type : database.allMimeTypes())
+      if (type.name().startsWith(family))
+        add(type);
+  }
+  QStringList sorted(patterns.begin(), patterns.end());
+  sorted.sort();
+  return QStringLiteral("%1 (%2)").arg(title, sorted.join(u' '));
+}
 
 class DesktopOpenPanel : public OpenPanelPresenter {
  public:
@@ -26,8 +51,10 @@ class DesktopOpenPanel : public OpenPanelPresenter {
         dialog->setOption(QFileDialog::ShowDirsOnly);
         break;
     }
-    if (!panel.contentTypes.isEmpty())
-      dialog->setMimeTypeFilters(panel.contentTypes);
+    if (!panel.contentTypes.isEmpty()) {
+      dialog->setOption(QFileDialog::HideNameFilterDetails);
+      dialog->setNameFilter(nameFilter(panel.contentsTitle, panel.contentTypes));
+    }
     if (!panel.prompt.isEmpty())
       dialog->setLabelText(QFileDialog::Accept, panel.prompt);
     QObject::connect(dialog, &QDialog::finished, dialog, [dialog, chosen = std::move(chosen)](int result) {

@@ -20,8 +20,10 @@ struct OpenPanel {
   QString message;
   /// On the button that confirms; empty: the chooser's own word.
   QString prompt;
-  /// The media types of the files that can be chosen, "image/png" or "image/*"; all if there are none.
+  /// The media types of the files that can be chosen, "image/png" or "image/*", and what such files are
+  /// called; all files if there are none.
   QStringList contentTypes;
+  QString contentsTitle;
 
   bool operator==(const OpenPanel&) const = default;
 };

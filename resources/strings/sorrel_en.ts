@@ -210,6 +210,9 @@
     <message id="settings.storage.warningNormal2">
       <translation> Screenshots taken so far stay where they are.</translation>
     </message>
+    <message id="common.pictures">
+      <translation>Pictures</translation>
+    </message>
     <message id="common.cancel">
       <translation>Cancel</translation>
     </message>

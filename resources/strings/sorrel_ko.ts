@@ -210,6 +210,9 @@
     <message id="settings.storage.warningNormal2">
       <translation> 지금까지의 스크린샷은 있던 곳에 남습니다.</translation>
     </message>
+    <message id="common.pictures">
+      <translation>그림</translation>
+    </message>
     <message id="common.cancel">
       <translation>취소</translation>
     </message>

@@ -92,6 +92,7 @@ void WatermarkSettingsTab::addLogo() {
   platform::OpenPanel panel;
   panel.choice = platform::OpenPanel::Choice::Files;
   panel.message = localized(QStringLiteral("settings.watermark.pickLogoMessage"));
+  panel.contentsTitle = localized(QStringLiteral("common.pictures"));
   panel.contentTypes = QStringList{QStringLiteral("image/png"), QStringLiteral("image/jpeg"),
                                    QStringLiteral("image/tiff"), QStringLiteral("image/*")};
   platform::OpenPanelPresenter::shared().present(panel, *window(),

@@ -88,6 +88,15 @@ TEST_F(AlertTest, AFolderIsChosenInTheToolkitsChooserWhereTheDesktopHasNone) {
     QTest::keyClick(dialog, isConfirmed ? Qt::Key_Return : Qt::Key_Escape);
   }
   EXPECT_EQ(choices, QList<QList<QUrl>>({{QUrl::fromLocalFile(home.path(u"pictures"_s))}, {}}));
+
+  panel.choice = OpenPanel::Choice::Files;
+  panel.contentTypes = QStringList{u"image/*"_s};
+  panel.contentsTitle = u"Pictures"_s;
+  OpenPanelPresenter::shared().present(panel, *window, [](const auto&) {});
+  const QString filter = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())->nameFilters().first();
+  EXPECT_TRUE(filter.startsWith(u"Pictures (*"_s) && filter.contains(u" *.png "_s) &&
+              filter.contains(u" *.PNG "_s) && !filter.contains(u"*.txt"_s))
+      << qPrintable(filter);
 }
 
 }  // namespace
