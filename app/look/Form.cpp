@@ -67,6 +67,7 @@ FormRow::FormRow(QWidget* rowControl, QWidget* parent)
   row->setSpacing(rowGap);
   row->addWidget(label, 1);
   row->addWidget(control);
+  label->setBuddy(control);
   setMinimumHeight(rowHeight);
 }
 

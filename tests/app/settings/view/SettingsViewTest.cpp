@@ -1,0 +1,248 @@
+#include "app/capture/Notifications.h"
+#include "app/settings/LocalizationManager.h"
+#include "app/settings/SettingsKeys.h"
+#include "app/settings/WatermarkPresets.h"
+#include "app/settings/view/AboutTab.h"
+#include "app/settings/view/FontPicker.h"
+#include "app/settings/view/SettingsView.h"
+#include "platform/base/NotificationCenter.h"
+#include "platform/desktop/OpenPanel.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/ScratchHome.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDialog>
+#include <QFile>
+#include <QImage>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace sorrel;
+using platform::NotificationCenter;
+using platform::OpenPanel;
+using platform::UserDefaults;
+
+namespace {
+
+enum Tab { general, shortcuts, watermark, storage };
+
+/// Answers in the user's place.
+class OpenPanelDouble : public platform::OpenPanelPresenter {
+ public:
+  void present(const OpenPanel& panel, QWidget&, Chosen chosen) override {
+    asked = panel;
+    chosen(answer);
+  }
+
+  OpenPanel asked;
+  QList<QUrl> answer;
+};
+
+class SettingsViewTest : public testing::Test {
+ protected:
+  SettingsViewTest() {
+    platform::Environment::provide<platform::OpenPanelPresenter>(openPanel);
+    LocalizationManager::shared().setLanguage(AppLanguage::en);
+    for (const char* name : {Notifications::retentionChanged, Notifications::storageLocationChanged})
+      subscriptions.push_back(NotificationCenter::defaultCenter().addObserver(
+          QString::fromLatin1(name), NotificationCenter::Queue::PostingThread,
+          [this](const platform::Notification& notification) { posted << notification.name; }));
+  }
+
+  void open(Tab tab) {
+    view = std::make_unique<SettingsView>(false, tab, [](int) {});
+    view->show();
+  }
+  template <typename Control = QPushButton>
+  [[nodiscard]] Control* control(const QString& name) const {
+    for (auto* candidate : view->findChildren<Control*>())
+      if (candidate->accessibleName() == name ||
+          QAccessible::queryAccessibleInterface(candidate)->text(QAccessible::Name) == name)
+        return candidate;
+    ADD_FAILURE() << "no " << qPrintable(name);
+    return nullptr;
+  }
+  /// What can be read on the tab, from top to bottom.
+  [[nodiscard]] QString text() const {
+    QStringList lines;
+    for (const auto* label : view->findChildren<QLabel*>())
+      if (label->isVisible())
+        lines << label->text();
+    return lines.join(u'|');
+  }
+  template <typename Value>
+  void store(const platform::SettingsKey<Value>& key, const Value& value) {
+    UserDefaults::standard().set(key, value);
+    clock.run();
+  }
+  [[nodiscard]] static QDialog* alert() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
+  static void choose(QComboBox* picker, int row) {
+    picker->setCurrentIndex(row);
+    Q_EMIT picker->activated(row);
+  }
+
+  testing_support::ScratchHome home;
+  platform::ManualClock clock;
+  testing_support::LogCapture log;
+  const std::shared_ptr<OpenPanelDouble> openPanel = std::make_shared<OpenPanelDouble>();
+  QStringList posted;
+  std::vector<platform::Subscription> subscriptions;
+  std::unique_ptr<SettingsView> view;
+};
+
+TEST_F(SettingsViewTest, TheVersionTellsItsBuildWhereThereIsOne) {
+  EXPECT_EQ(appVersion(u"1.2"_s, u"34"_s), u"v1.2 (build 34)"_s);
+  EXPECT_EQ(appVersion(u"1.2"_s, {}), u"v1.2"_s);
+  EXPECT_EQ(appVersion({}, u"34"_s), QString());
+}
+
+TEST_F(SettingsViewTest, WhatTakesTheKeyboardHasAName) {
+  store(SettingsKeys::storageDirectory, home.path(u"pictures"_s));
+  store(SettingsKeys::watermarkFontFamily, u"Some Family"_s);
+  for (const Tab tab : {general, shortcuts, watermark, storage}) {
+    open(tab);
+    for (auto* const widget : view->findChildren<QWidget*>()) {
+      const bool takesKeyboard = widget->isVisible() && (widget->focusPolicy() & Qt::TabFocus);
+      EXPECT_FALSE(takesKeyboard &&
+                   QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).isEmpty())
+          << widget->metaObject()->className() << " on tab " << tab;
+    }
+  }
+}
+
+TEST_F(SettingsViewTest, TextsFollowTheLanguageAtOnce) {
+  open(storage);
+  EXPECT_EQ(view->windowTitle(), u"Sorrel Settings"_s);
+  store(SettingsKeys::appLanguage, u"ko"_s);
+  EXPECT_EQ(view->windowTitle(), u"Sorrel 설정"_s);
+  EXPECT_EQ(view->findChild<QTabBar*>()->tabText(watermark), u"워터마크"_s);
+  EXPECT_EQ(control<QComboBox>(u"휴지통으로 이동"_s)->currentText(), u"30일 뒤"_s);
+}
+
+TEST_F(SettingsViewTest, TheAgeOfOldScreenshotsIsStoredThenTold) {
+  open(storage);
+  auto* const days = control<QComboBox>(u"Move to Trash"_s);
+  EXPECT_EQ(days->currentText(), u"After 30 days"_s);
+  qint64 stored = 0;
+  const auto told = NotificationCenter::defaultCenter().addObserver(
+      QString::fromLatin1(Notifications::retentionChanged), NotificationCenter::Queue::PostingThread,
+      [&](const auto&) { stored = UserDefaults::standard().value(SettingsKeys::autoDeleteDays); });
+  choose(days, 1);
+  EXPECT_EQ(stored, 7);
+  choose(days, 1);
+  EXPECT_EQ(posted.size(), 1) << "nothing has changed";
+  clock.run();
+  EXPECT_TRUE(text().contains(u"older than 7 days"_s)) << qPrintable(text());
+
+  store(SettingsKeys::autoDeleteDays, qint64(45));
+  EXPECT_EQ(days->currentIndex(), -1) << "edited by hand";
+  EXPECT_TRUE(text().contains(u"older than 45 days"_s)) << qPrintable(text());
+  choose(days, 0);
+  clock.run();
+  EXPECT_TRUE(text().contains(u"until you delete them"_s)) << qPrintable(text());
+}
+
+TEST_F(SettingsViewTest, ABrokenSettingsFileIsTold) {
+  open(storage);
+  EXPECT_FALSE(text().contains(u"couldn’t be read"_s));
+  view.reset();
+  home.write(u".config/Sorrel/defaults.json"_s, "not a setting");
+  home.restart();
+  open(storage);
+  EXPECT_TRUE(text().contains(u"couldn’t be read"_s)) << qPrintable(text());
+}
+
+TEST_F(SettingsViewTest, AFolderIsUsedOnceItsWarningIsAnswered) {
+  open(storage);
+  const auto path = [&] { return view->findChild<QPlainTextEdit*>()->toPlainText(); };
+  const auto folder = [] { return UserDefaults::standard().value(SettingsKeys::storageDirectory); };
+  EXPECT_EQ(path(), u"~/Documents/Sorrel bottle"_s);
+  auto* const change = control(u"Change Folder…"_s);
+  change->click();
+  EXPECT_FALSE(alert()) << "the chooser was left";
+  EXPECT_EQ(openPanel->asked.choice, OpenPanel::Choice::Folder);
+
+  openPanel->answer = {QUrl::fromLocalFile(home.path(u"Documents/Sorrel bottle"_s))};
+  change->click();
+  ASSERT_TRUE(alert());
+  EXPECT_EQ(alert()->accessibleDescription(), home.path(u"Documents/Sorrel bottle"_s)) << "in full";
+  QTest::keyClick(alert(), Qt::Key_Escape);
+  EXPECT_TRUE(folder().isEmpty() && posted.isEmpty());
+  EXPECT_FALSE(text().contains(u"whoever put it there"_s));
+
+  change->click();
+  QTest::keyClick(alert(), Qt::Key_Return);
+  EXPECT_EQ(folder(), home.path(u"Documents/Sorrel bottle"_s)) << "the default folder too, if chosen by hand";
+  EXPECT_EQ(std::exchange(posted, {}),
+            QStringList{QString::fromLatin1(Notifications::storageLocationChanged)});
+  clock.run();
+  EXPECT_EQ(path(), u"~/Documents/Sorrel bottle"_s);
+  EXPECT_TRUE(text().contains(u"whoever put it there"_s)) << qPrintable(text());
+
+  control(u"Use Default Folder"_s)->click();
+  EXPECT_FALSE(alert());
+  EXPECT_TRUE(folder().isEmpty());
+  EXPECT_EQ(posted.size(), 1);
+  clock.run();
+  EXPECT_FALSE(text().contains(u"whoever put it there"_s));
+}
+
+TEST_F(SettingsViewTest, LogosAreAddedSeveralAtOnceAndRemoved) {
+  QImage picture(4, 4, QImage::Format_RGB32);
+  picture.fill(Qt::red);
+  ASSERT_TRUE(picture.save(home.path(u"one.png"_s)) && picture.save(home.path(u"two.png"_s)));
+  open(watermark);
+  EXPECT_TRUE(text().contains(u"No logos yet"_s));
+  openPanel->answer = {QUrl::fromLocalFile(home.path(u"one.png"_s)),
+                       QUrl::fromLocalFile(home.path(u"gone.png"_s)),
+                       QUrl::fromLocalFile(home.path(u"two.png"_s))};
+  control(u"Add Logos…"_s)->click();
+  EXPECT_EQ(openPanel->asked.choice, OpenPanel::Choice::Files);
+  EXPECT_EQ(WatermarkPresets::all().size(), 2);
+  EXPECT_EQ(log.logged.size(), 1);
+  EXPECT_FALSE(text().contains(u"No logos yet"_s));
+  for (int left = 1; left >= 0; --left) {
+    control<QAbstractButton>(u"Delete this logo"_s)->click();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(WatermarkPresets::all().size(), left);
+  }
+  EXPECT_TRUE(text().contains(u"No logos yet"_s));
+  EXPECT_TRUE(QFile::exists(home.path(u"one.png"_s))) << "the copy alone went";
+}
+
+TEST_F(SettingsViewTest, AFontIsChosenAmongTheInstalledAndGivenUp) {
+  open(watermark);
+  auto* const font = dynamic_cast<FontPicker*>(control<QComboBox>(u"Font"_s));
+  ASSERT_TRUE(font && font->count() > 1);
+  EXPECT_EQ(font->currentText(), u"System font, bold"_s);
+  choose(font, 1);
+  const auto stored = [] { return UserDefaults::standard().value(SettingsKeys::watermarkFontFamily); };
+  EXPECT_EQ(stored(), font->itemText(1));
+  clock.run();
+  control(u"Use System Font"_s)->click();
+  EXPECT_EQ(stored(), QString());
+  clock.run();
+  EXPECT_EQ(font->currentIndex(), 0);
+  store(SettingsKeys::watermarkFontFamily, u"Not Installed"_s);
+  EXPECT_EQ(font->currentIndex(), -1);
+  EXPECT_EQ(font->placeholderText(), u"Not Installed"_s);
+}
+
+TEST_F(SettingsViewTest, TheKeyboardGoesThroughTheTabsAndOut) {
+  open(general);
+  auto* const bar = view->findChild<QTabBar*>();
+  QTest::keyClick(view.get(), Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_EQ(bar->currentIndex(), shortcuts);
+  QTest::keyClick(view.get(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+  QTest::keyClick(view.get(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(bar->currentIndex(), storage);
+  QTest::keyClick(view.get(), Qt::Key_Escape);
+  EXPECT_FALSE(view->isVisible());
+}
+
+}  // namespace
