@@ -5,6 +5,7 @@
 #include "bench/Figures.h"
 #include "platform/base/Environment.h"
 #include "platform/input/HotKeyService.h"
+#include "platform/input/KeyboardLayout.h"
 #include "platform/input/SymbolicHotKeys.h"
 #include "platform/input/XkbKeymap.h"
 #include "platform/x11/X11Connection.h"
@@ -63,6 +64,10 @@ int main(int argc, char** argv) {
                                 return millisecondsOf([] { (void)platform::copySymbolicHotKeys(); });
                               },
                               "ms", 20, rounds});
+  figures.add(bench::Amount{
+      "what a key prints",
+      [] { return millisecondsOf([] { (void)platform::KeyboardLayout::forDesktop()->translate(0); }); }, "ms",
+      2, rounds});
   figures.add(bench::Amount{"what switches the layout",
                             [] {
                               return millisecondsOf([] {

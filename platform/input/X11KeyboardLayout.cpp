@@ -1,13 +1,11 @@
 #include "platform/input/X11KeyboardLayout.h"
 
 #include "platform/input/KeyCodes.h"
-#include "platform/input/XcbXkb.h"
+#include "platform/input/XkbKeymap.h"
 #include "platform/x11/X11Connection.h"
 
 #include <algorithm>
 #include <array>
-#include <span>
-#include <vector>
 #include <xkbcommon/xkbcommon.h>
 
 namespace platform {
@@ -16,75 +14,21 @@ namespace {
 constexpr int noSuchKey = 1;
 constexpr int noText = 2;
 
-/// The keysyms without modifiers of each key, one a group.
-class Keymap {
- public:
-  explicit Keymap(const xcb_xkb_get_map_reply_t* reply) : firstKeycode(reply->firstKeySym) {
-    xcb_xkb_get_map_map_t map;
-    xcb_xkb_get_map_map_unpack(xcb_xkb_get_map_map(reply), reply->nTypes, reply->nKeySyms, reply->nKeyActions,
-                               reply->totalActions, reply->totalKeyBehaviors, reply->virtualMods,
-                               reply->totalKeyExplicit, reply->totalModMapKeys, reply->totalVModMapKeys,
-                               reply->present, &map);
-    for (auto key = xcb_xkb_get_map_map_syms_rtrn_iterator(reply, &map); key.rem > 0;
-         xcb_xkb_key_sym_map_next(&key)) {
-      const std::span symbols(xcb_xkb_key_sym_map_syms(key.data),
-                              static_cast<size_t>(xcb_xkb_key_sym_map_syms_length(key.data)));
-      Key& entry = keys.emplace_back(Key{key.data->groupInfo, {}});
-      const int groups = key.data->groupInfo & 0x0F;
-      for (int group = 0; group < groups; ++group)
-        entry.symbols.push_back(symbols[static_cast<size_t>(group * key.data->width)]);
-    }
-  }
+/// What the key prints in a layout without modifiers; a key with fewer layouts says itself which of them
+/// stands in for the others.
+xkb_keysym_t symbolOf(xkb_keymap* keymap, int keyCode, xkb_layout_index_t layout) {
+  const auto keycode = static_cast<xkb_keycode_t>(evdevCode(keyCode).value_or(0) + x11KeycodeOffset);
+  const xkb_keysym_t* symbols = nullptr;
+  const int count = xkb_keymap_key_get_syms_by_level(keymap, keycode, layout, 0, &symbols);
+  return count == 1 ? *symbols : XKB_KEY_NoSymbol;
+}
 
-  /// A key with fewer groups than the keymap says itself which of them stands in for the others.
-  xcb_keysym_t symbol(int keycode, int group) const {
-    const int index = keycode - firstKeycode;
-    if (index < 0 || index >= static_cast<int>(keys.size()))
-      return XKB_KEY_NoSymbol;
-    const Key& key = keys[static_cast<size_t>(index)];
-    const int groups = static_cast<int>(key.symbols.size());
-    if (groups == 0)
-      return XKB_KEY_NoSymbol;
-    if (group >= groups) {
-      const int redirected = (key.groupInfo >> 4) & 3;
-      switch (key.groupInfo & 0xC0) {
-        case XCB_XKB_GROUPS_WRAP_CLAMP_INTO_RANGE:
-          group = groups - 1;
-          break;
-        case XCB_XKB_GROUPS_WRAP_REDIRECT_INTO_RANGE:
-          group = redirected < groups ? redirected : 0;
-          break;
-        default:
-          group %= groups;
-      }
-    }
-    return key.symbols[static_cast<size_t>(group)];
-  }
-
-  int groups() const {
-    size_t most = 0;
-    for (const Key& key : keys)
-      most = std::max(most, key.symbols.size());
-    return static_cast<int>(most);
-  }
-
-  bool hasLatinLetters(int group) const {
-    for (int code = 0; code <= KeyCode::m; ++code) {  // the codes of all letters lie in this range
-      const int keycode = evdevCode(code).value_or(0) + x11KeycodeOffset;
-      if (const auto letter = symbol(keycode, group); letter >= XKB_KEY_a && letter <= XKB_KEY_z)
-        return true;
-    }
-    return false;
-  }
-
- private:
-  struct Key {
-    uint8_t groupInfo;
-    std::vector<xcb_keysym_t> symbols;
-  };
-  int firstKeycode;
-  std::vector<Key> keys;
-};
+bool hasLatinLetters(xkb_keymap* keymap, xkb_layout_index_t layout) {
+  for (int code = 0; code <= KeyCode::m; ++code)  // the codes of all letters lie in this range
+    if (const auto letter = symbolOf(keymap, code, layout); letter >= XKB_KEY_a && letter <= XKB_KEY_z)
+      return true;
+  return false;
+}
 
 /// The accent of a dead key as a character that stands on its own; 0 for any other keysym.
 char32_t accent(xcb_keysym_t symbol) {
@@ -110,34 +54,20 @@ char32_t accent(xcb_keysym_t symbol) {
 }  // namespace
 
 X11KeyboardLayout::X11KeyboardLayout(xcb_connection_t* connection) : connection(connection) {
-  xcb_discard_reply(connection,
-                    xcb_xkb_use_extension(connection, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION).sequence);
 }
 
 std::optional<KeyboardLayout::Translation> X11KeyboardLayout::translate(quint16 keyCode) const {
-  const auto* const extension = xcb_get_extension_data(connection, &xcb_xkb_id);
-  if (!extension || !extension->present)
+  const XkbKeymap keymap = readX11Keymap(connection);
+  if (!keymap)
     return std::nullopt;
-  const xcb_setup_t* const setup = xcb_get_setup(connection);
-  const auto keys = static_cast<uint8_t>(setup->max_keycode - setup->min_keycode + 1);
-  const auto stateCookie = xcb_xkb_get_state(connection, XCB_XKB_ID_USE_CORE_KBD);
-  const auto mapCookie = xcb_xkb_get_map(connection, XCB_XKB_ID_USE_CORE_KBD, 0, XCB_XKB_MAP_PART_KEY_SYMS, 0,
-                                         0, setup->min_keycode, keys, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
-  const XcbPointer<xcb_xkb_get_state_reply_t> state(
-      xcb_xkb_get_state_reply(connection, stateCookie, nullptr));
-  const XcbPointer<xcb_xkb_get_map_reply_t> map(xcb_xkb_get_map_reply(connection, mapCookie, nullptr));
-  if (!state || !map)
-    return std::nullopt;
-
-  const std::optional<int> position = evdevCode(keyCode);
-  if (!position)
+  if (!evdevCode(keyCode))
     return Translation{noSuchKey, {}};
-  const Keymap keymap(map.get());
-  int group = state->group;
-  for (int other = 0; !keymap.hasLatinLetters(group) && other < keymap.groups(); ++other)
-    if (keymap.hasLatinLetters(other))
-      group = other;
-  const xcb_keysym_t symbol = keymap.symbol(*position + x11KeycodeOffset, group);
+  xkb_layout_index_t layout = currentX11Layout(connection, keymap.get());
+  for (xkb_layout_index_t other = 0;
+       !hasLatinLetters(keymap.get(), layout) && other < xkb_keymap_num_layouts(keymap.get()); ++other)
+    if (hasLatinLetters(keymap.get(), other))
+      layout = other;
+  const xkb_keysym_t symbol = symbolOf(keymap.get(), keyCode, layout);
   const char32_t spacing = accent(symbol);
   const char32_t character = spacing ? spacing : xkb_keysym_to_utf32(symbol);
   if (character == 0)

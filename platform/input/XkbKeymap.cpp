@@ -67,6 +67,12 @@ XkbKeymap readX11Keymap(xcb_connection_t* connection) {
                                                                  XKB_KEYMAP_COMPILE_NO_FLAGS));
 }
 
+xkb_layout_index_t currentX11Layout(xcb_connection_t* connection, xkb_keymap* keymap) {
+  const int32_t keyboard = xkb_x11_get_core_keyboard_device_id(connection);
+  const XkbState state(keyboard < 0 ? nullptr : xkb_x11_state_new_from_device(keymap, connection, keyboard));
+  return state ? xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE) : 0;
+}
+
 std::vector<HotKeyModifiers> modifiersThatSwitchLayout(xkb_keymap* keymap) {
   const ModifierKeys keys = findModifierKeys(keymap);
   std::vector<HotKeyModifiers> found;
