@@ -115,9 +115,11 @@ void addPngFigures(bench::Figures& figures, const std::string& what, const QImag
 }
 
 /// On every 16th row, as tables and lists have them.
-QImage withFlatLines(QImage picture) {
+QImage withFlatLines(QImage picture, const QColor& color) {
+  QPainter painter(&picture);
+  painter.setCompositionMode(QPainter::CompositionMode_Source);
   for (int y = 0; y < picture.height(); y += 16)
-    std::memset(picture.scanLine(y), 0xc8, static_cast<std::size_t>(picture.bytesPerLine()));
+    painter.fillRect(0, y, picture.width(), 1, color);
   return picture;
 }
 
@@ -155,7 +157,11 @@ int main(int argc, char** argv) {
     addPngFigures(figures, "a photo, " + pixels, bench::photo(size), 0.025);
   }
   const QSize size(2880, 1800);
-  addSizeFigure(figures, "a photo with flat lines", withFlatLines(bench::photo(size)), 1);
+  const int grey = 200;
+  addSizeFigure(figures, "a photo with flat lines",
+                withFlatLines(bench::photo(size), QColor(grey, grey, grey)), 1);
+  addSizeFigure(figures, "a photo with translucent lines",
+                withFlatLines(bench::photo(size), QColor(255, 255, 255, grey)), 1);
   addSizeFigure(figures, "a slope to the right", slope(size, {1, 0}), 1.2);
   addSizeFigure(figures, "a slope to the corner", slope(size, {1, 1}), 1.2);
   addSizeFigure(figures, "a glow", glow(size), 1.2);
