@@ -13,7 +13,6 @@ namespace sorrel {
 namespace {
 
 constexpr TextStyle titleText{12, QFont::DemiBold, LookColors::secondaryLabel};
-constexpr TextStyle labelText{13, QFont::Normal, LookColors::label};
 constexpr TextStyle noteText{11, QFont::Normal, LookColors::secondaryLabel};
 constexpr TextStyle warningText{11, QFont::Normal, LookColors::warning};
 
@@ -60,8 +59,10 @@ void FormCaption::paintEvent(QPaintEvent*) {
                        {LookColors::warning.resolved(), LookColors::ground.resolved()});
 }
 
+const TextStyle FormRow::text{13, QFont::Normal, LookColors::label};
+
 FormRow::FormRow(QWidget* rowControl, QWidget* parent)
-    : QWidget(parent), label(new FormText(labelText, this)), control(rowControl) {
+    : QWidget(parent), label(new FormText(text, this)), control(rowControl) {
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(rowSide, rowEdge, rowSide, rowEdge);
   row->setSpacing(rowGap);
@@ -71,9 +72,9 @@ FormRow::FormRow(QWidget* rowControl, QWidget* parent)
   setMinimumHeight(rowHeight);
 }
 
-void FormRow::setLabel(const QString& text) {
-  label->setText(text);
-  control->setAccessibleName(text);
+void FormRow::setLabel(const QString& title) {
+  label->setText(title);
+  control->setAccessibleName(title);
 }
 
 /// The rounded sheet that the rows of a group lie on, with a hairline between each two that can be seen.

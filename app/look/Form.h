@@ -46,9 +46,12 @@ class FormCaption : public QWidget {
 
 class FormRow : public QWidget {
  public:
+  /// Of the label.
+  static const TextStyle text;
+
   FormRow(QWidget* control, QWidget* parent);
   /// It is the control's accessible name too.
-  void setLabel(const QString& text);
+  void setLabel(const QString& title);
 
  private:
   FormText* const label;

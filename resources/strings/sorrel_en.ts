@@ -109,13 +109,13 @@
       <translation>This build has no updater: new versions come from where you installed it.</translation>
     </message>
     <message id="settings.shortcuts.section">
-      <translation>Shortcuts everywhere</translation>
+      <translation>Global shortcuts</translation>
     </message>
     <message id="settings.shortcuts.note">
-      <translation>Click a field and press the new keys. Delete empties it, Escape leaves it as it was.</translation>
+      <translation>Click a field and press the new keys. Delete empties it, Escape cancels.</translation>
     </message>
     <message id="settings.shortcuts.layoutSwitch">
-      <translation>Alt and Shift together switch your keyboard layout, so shortcuts with just these two may never reach Sorrel. Choose other keys for them.</translation>
+      <translation>Your keyboard’s layout is switched by the modifiers of %1, so these keys never reach Sorrel. Choose others.</translation>
     </message>
     <message id="settings.watermark.fontSection">
       <translation>Text</translation>

@@ -115,7 +115,7 @@
       <translation>칸을 누르고 새 단축키를 입력하세요. Delete 키로 비우고, Esc 키로 그대로 둡니다.</translation>
     </message>
     <message id="settings.shortcuts.layoutSwitch">
-      <translation>Alt와 Shift로 키보드 배열을 전환하고 있어서, 이 두 키만 쓰는 단축키는 Sorrel에 닿지 않을 수 있습니다. 다른 키로 바꾸세요.</translation>
+      <translation>%1의 보조 키는 키보드 배열을 바꾸는 데 쓰이므로 이 단축키가 Sorrel에 닿지 않습니다. 다른 키로 바꾸세요.</translation>
     </message>
     <message id="settings.watermark.fontSection">
       <translation>텍스트</translation>

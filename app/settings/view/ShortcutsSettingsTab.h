@@ -2,9 +2,15 @@
 
 #include "app/settings/view/SettingsTab.h"
 
+#include <vector>
+
+namespace KeyboardShortcuts {
+class Recorder;
+}
+
 namespace sorrel {
 
-/// The shortcuts that work everywhere.
+/// The shortcuts that work everywhere. The recorders store what is chosen and act by themselves.
 class ShortcutsSettingsTab : public SettingsTab {
  public:
   explicit ShortcutsSettingsTab(QWidget* parent);
@@ -12,7 +18,10 @@ class ShortcutsSettingsTab : public SettingsTab {
   void refresh() override;
 
  private:
+  void refreshLayoutNote();
+
   FormGroup* const group;
+  std::vector<KeyboardShortcuts::Recorder*> recorders;
   FormCaption* const layoutNote;
   FormCaption* const note;
   const platform::Subscription layoutChange;

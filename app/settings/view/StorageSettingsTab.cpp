@@ -73,7 +73,7 @@ void StorageSettingsTab::addFolder() {
   auto* const column = new QVBoxLayout(place);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(pathGap);
-  pathLabel = new FormText({13, QFont::Normal, LookColors::label}, place);
+  pathLabel = new FormText(FormRow::text, place);
   path = new FormPath({11, QFont::Normal, LookColors::secondaryLabel}, place);
   column->addWidget(pathLabel);
   column->addWidget(path);

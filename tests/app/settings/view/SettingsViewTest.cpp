@@ -1,3 +1,4 @@
+#include "KeyboardShortcuts/recorder/RecorderCocoa.h"
 #include "app/capture/Notifications.h"
 #include "app/settings/LocalizationManager.h"
 #include "app/settings/SettingsKeys.h"
@@ -5,8 +6,11 @@
 #include "app/settings/view/AboutTab.h"
 #include "app/settings/view/FontPicker.h"
 #include "app/settings/view/SettingsView.h"
+#include "app/shell/ShortcutNames.h"
 #include "platform/base/NotificationCenter.h"
 #include "platform/desktop/OpenPanel.h"
+#include "platform/input/LayoutSwitch.h"
+#include "tests/support/HotKeyServiceDouble.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ScratchHome.h"
 
@@ -47,6 +51,8 @@ class SettingsViewTest : public testing::Test {
  protected:
   SettingsViewTest() {
     platform::Environment::provide<platform::OpenPanelPresenter>(openPanel);
+    platform::Environment::provide<platform::HotKeyService>(
+        std::make_shared<testing_support::HotKeyServiceDouble>());
     LocalizationManager::shared().setLanguage(AppLanguage::en);
     for (const char* name : {Notifications::retentionChanged, Notifications::storageLocationChanged})
       subscriptions.push_back(NotificationCenter::defaultCenter().addObserver(
@@ -145,6 +151,20 @@ TEST_F(SettingsViewTest, TheAgeOfOldScreenshotsIsStoredThenTold) {
   choose(days, 0);
   clock.run();
   EXPECT_TRUE(text().contains(u"until you delete them"_s)) << qPrintable(text());
+}
+
+TEST_F(SettingsViewTest, ShortcutsThatTheLayoutsSwitchTakesAreNamed) {
+  auto& layoutSwitch = platform::LayoutSwitch::current();
+  ShortcutNames::openHistory().setShortcut(
+      KeyboardShortcuts::Shortcut(KeyboardShortcuts::Key::f5, platform::ModifierFlag::Control));
+  open(shortcuts);
+  EXPECT_EQ(view->findChildren<KeyboardShortcuts::RecorderCocoa*>().size(), 4);
+  EXPECT_FALSE(text().contains(u"layout is switched"_s));
+  layoutSwitch.update({platform::HotKeyModifier::Control});
+  EXPECT_TRUE(text().contains(u"layout is switched by the modifiers of ⌃F5, so"_s)) << qPrintable(text());
+  ShortcutNames::openHistory().setShortcut(std::nullopt);
+  clock.run();
+  EXPECT_FALSE(text().contains(u"layout is switched"_s));
 }
 
 TEST_F(SettingsViewTest, ABrokenSettingsFileIsTold) {
