@@ -88,6 +88,11 @@ class Replacement {
   QPoint origin;
 };
 
+constexpr int tileSize = LineMask::tileSize;
+int onTile(int pixel) {
+  return pixel / tileSize * tileSize;
+}
+
 /// The rows that the line can touch, as far as they lie between two rows: from `first` up to but without
 /// `second`.
 std::pair<int, int> rowsOf(const RoundLine& line, int top, int bottom) {
@@ -163,9 +168,10 @@ void DrawingSurface::replace(const QRectF& shape, const QImage& image, const QPo
   brush().setCompositionMode(QPainter::CompositionMode_SourceOver);
 }
 
-/// In bands, so that the mask of all lines fits the processor's cache and every core has a share.
+/// In bands, so that the mask of all lines fits the processor's cache and every core has a share. A mask's
+/// tiles lie where they would lie for the whole surface, so that rounding is the same in every part of it.
 void DrawingSurface::rasterise(const std::vector<RoundLine>& lines, const Paint& paint) const {
-  constexpr int bandHeight = 64;
+  constexpr int bandHeight = tileSize;
   qsizetype points = 0;
   int top = clip.bottom() + 1;
   int bottom = clip.top();
@@ -178,13 +184,16 @@ void DrawingSurface::rasterise(const std::vector<RoundLine>& lines, const Paint&
   }
   if (top >= bottom || clip.isEmpty())
     return;
+  top = onTile(top);
+  const int left = onTile(clip.left());
   constexpr qsizetype pointsWorthAThread = 500;
   forEachBand((bottom - top + bandHeight - 1) / bandHeight, 1,
               points < pointsWorthAThread ? Cores::One : Cores::All, [&](int first, int end) {
                 LineMask mask;
                 for (int band = first; band < end; ++band) {
                   const int begin = top + band * bandHeight;
-                  const QRect area(clip.left(), begin, clip.width(), std::min(bandHeight, bottom - begin));
+                  const QRect area(left, begin, clip.right() + 1 - left,
+                                   std::min(bandHeight, bottom - begin));
                   for (std::size_t index = 0; index < lines.size(); ++index) {
                     if (rows[index].first >= begin + bandHeight || rows[index].second <= begin)
                       continue;
@@ -192,7 +201,7 @@ void DrawingSurface::rasterise(const std::vector<RoundLine>& lines, const Paint&
                     mask.restart(line.width * line.scale, area);
                     for (const QPointF& point : line.points)
                       mask.append(line.onSurface(point));
-                    mask.forEachStretch(area, [&](int x, int y, const Samples* samples, int count) {
+                    mask.forEachStretch(area & clip, [&](int x, int y, const Samples* samples, int count) {
                       paint(index, x, y, samples, count);
                     });
                   }
@@ -238,7 +247,8 @@ void DrawingSurface::replace(const LineMask& shape, const QImage& image, const Q
 void DrawingSurface::replaceBelow(int row, const RoundLine& shape, const QImage& image,
                                   const QPoint& origin) {
   beginPixels();
-  LineMask mask(shape.width * shape.scale, {clip.left(), row, clip.width(), 1});
+  LineMask mask(shape.width * shape.scale,
+                QRect(QPoint(onTile(clip.left()), onTile(row)), QPoint(clip.right(), row)));
   for (const QPointF& point : shape.points)
     mask.append(shape.onSurface(point));
   const Replacement replacement(image, origin);

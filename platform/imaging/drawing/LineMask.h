@@ -18,11 +18,13 @@ namespace platform {
 /// Each pixel holds 64 samples, and each piece of the line adds those that it covers. So it doesn't matter
 /// how often or in what order a place is passed, a line doesn't get thicker by being drawn back and forth,
 /// and a point costs the same whatever is there already. No pixel is off by more than 16 of 255 from the
-/// covered area, for widths from 1. Memory follows the line, in tiles.
+/// covered area, for widths from 1. Memory follows the line, in tiles of the kept rectangle; where tiles lie
+/// decides how numbers round, so only masks whose tiles coincide are the same to the last sample.
 class LineMask {
  public:
   using Samples = std::uint64_t;
   static constexpr int samplesPerPixel = 64;
+  static constexpr int tileSize = 64;
 
   LineMask() = default;
   /// Only pixels inside `kept` count.
@@ -40,7 +42,6 @@ class LineMask {
   void forEachStretch(const QRect& part, const Work& work) const;
 
  private:
-  static constexpr int tileSize = 64;
   /// The columns of a tile's row in which something may be covered: from `begin` up to but without `end`.
   struct Extent {
     int begin = tileSize;
