@@ -94,7 +94,7 @@ int main(int argc, char** argv) {
       "300 pen strokes of 200 points, 2880x1800",
       [=](DrawingSurface& surface) { paintStrokes(surface, many, inFile); }, 80));
   const BlurRegion brush{.kind = BlurRegion::Stroke{scribble(20'000, 2), 34}, .style = BlurStyle::gaussian};
-  const FilteredPicture blurred{filtered(bench::textAndWindows(pixels), BlurStyle::gaussian, 0.5, 2880), {}};
+  const PlacedPicture blurred{filtered(bench::textAndWindows(pixels), BlurStyle::gaussian, 0.5, 2880), {}};
   figures.add(milliseconds(
       "a blur brush of 20000 points, 2880x1800",
       [=](DrawingSurface& surface) { paintBlurRegion(surface, brush, blurred, inFile); }, 300));

@@ -70,20 +70,29 @@ QString EditorModel::fontFamily() const {
 QImage EditorModel::processed(BlurStyle style) {
   const QSize size = displaySize->toSize();
   if (atDisplaySize.size != size)
-    atDisplaySize = {size, reduced(baseImage, size), {}};
+    atDisplaySize = {size, sorrel::reduced(baseImage, size), {}};
   QImage& kept = atDisplaySize.filtered.at(size_t(style));
   if (kept.isNull())
     kept = filtered(atDisplaySize.base, style, blurIntensity, displaySize->width());
   return kept;
 }
 
-QImage EditorModel::processed(BlurStyle style, const QSize& shown) {
+EditorModel::ReducedPicture& EditorModel::reducedTo(const QSize& shown) {
   const QSize size = shown.boundedTo(imagePixelSize);
   if (asShown.size != size)
-    asShown = {size, reduced(baseImage, size), {}};
-  QImage& kept = asShown.filtered.at(size_t(style));
+    asShown = {size, sorrel::reduced(baseImage, size), {}};
+  return asShown;
+}
+
+QImage EditorModel::reduced(const QSize& shown) {
+  return reducedTo(shown).base;
+}
+
+QImage EditorModel::processed(BlurStyle style, const QSize& shown) {
+  ReducedPicture& picture = reducedTo(shown);
+  QImage& kept = picture.filtered.at(size_t(style));
   if (kept.isNull())
-    kept = filteredCopy(asShown.base, style, blurIntensity, imagePixelSize->width());
+    kept = filteredCopy(picture.base, style, blurIntensity, imagePixelSize->width());
   return kept;
 }
 

@@ -104,6 +104,9 @@ class EditorModel {
   /// cells where the file has them; kept until the intensity, the base image or the resolution changes.
   [[nodiscard]] QImage processed(BlurStyle style, const QSize& shown);
 
+  /// The base image as it is shown at that size, or itself if it is no larger; kept as long.
+  [[nodiscard]] QImage reduced(const QSize& shown);
+
   /// Takes the last undoable edit back.
   void undoLast();
 
@@ -133,6 +136,13 @@ class EditorModel {
   EditorModel(const QUrl& fileURL, qint64 byteCount, const platform::FileIdentity& file,
               const QImage& decoded);
 
+  /// The base image at a lower resolution, and under each style's filter.
+  struct ReducedPicture {
+    QSize size;
+    QImage base;
+    std::array<QImage, 2> filtered;
+  };
+
   void restoreCrop();
   void become(const Document& next);
   template <typename Layer>
@@ -148,15 +158,10 @@ class EditorModel {
   void repaintLogo();
 
   void intensityChanged();
+  ReducedPicture& reducedTo(const QSize& shown);
   void dropProcessed();
   void dropFilterCaches();
 
-  /// The base image at a lower resolution, and under each style's filter.
-  struct ReducedPicture {
-    QSize size;
-    QImage base;
-    std::array<QImage, 2> filtered;
-  };
   struct LaidOutText {
     QString text;
     platform::TextStyle style;

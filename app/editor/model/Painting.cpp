@@ -23,15 +23,40 @@ RoundLine placed(const QList<QPointF>& points, double width, const Placement& pl
   return {points, width, placement.scale, placement.origin};
 }
 
-/// The surface's pixels that the region touches.
-QRect touched(const DrawingSurface& surface, const BlurRegion& region, const Placement& placement) {
-  QRectF bounds = placement.rectangle(boundsOf(region));
-  if (std::holds_alternative<BlurRegion::Stroke>(region.kind)) {
-    bounds.adjust(-1, -1, 1, 1);
-    if (bounds.bottom() >= placement.firstRowBelow() - 1)
-      bounds.setBottom(std::max(bounds.bottom(), placement.lowerEdge));
+QImage nothing(const QSize& size) {
+  QImage picture(size, QImage::Format_RGBA8888_Premultiplied);
+  picture.fill(Qt::transparent);
+  return picture;
+}
+
+/// What `paint` paints of a rectangle on a surface of its own, whose place it is told. All of it unless that
+/// is large: where it is cut off can be seen in how a painter rounds.
+template <typename Paint>
+PlacedPicture painted(const QRectF& rectangle, const QRect& part, const Paint& paint) {
+  constexpr double pixelsAtMost = 4e6;
+  const QRectF seen = rectangle.intersected(QRectF(part));
+  if (seen.isEmpty())
+    return {};
+  const bool isLarge = rectangle.width() * rectangle.height() > pixelsAtMost;
+  const QRect bounds = (isLarge ? seen : rectangle).toAlignedRect();
+  DrawingSurface surface(nothing(bounds.size()));
+  paint(surface, bounds.topLeft());
+  return {surface.finish(), bounds.topLeft()};
+}
+
+/// In strips, so that a picture of any size needs no second one of its size.
+void layStrokes(DrawingSurface& surface, const QList<PenStroke>& strokes, const Placement& placement) {
+  constexpr int stripHeight = 8 * platform::LineMask::tileSize;
+  if (strokes.isEmpty())
+    return;
+  const QSize size = surface.size();
+  for (int top = 0; top < size.height(); top += stripHeight) {
+    DrawingSurface strip(nothing({size.width(), std::min(stripHeight, size.height() - top)}));
+    Placement inStrip = placement;
+    inStrip.origin.ry() -= top;
+    paintStrokes(strip, strokes, inStrip);
+    surface.lay(strip.finish(), {0, top});
   }
-  return bounds.intersected(QRectF(surface.dirty())).toAlignedRect();
 }
 
 /// The regions of a style share one filtered picture, worked out no further than they reach together.
@@ -39,7 +64,7 @@ FilteredPictures filteredFor(const DrawingSurface& surface, const Document& docu
                              const Placement& placement) {
   std::array<QRect, 2> parts;
   for (const BlurRegion& region : document.blurRegions)
-    parts.at(size_t(region.style)) |= touched(surface, region, placement);
+    parts.at(size_t(region.style)) |= pixelsOf(boundsOf(region), placement) & surface.dirty();
   FilteredPictures pictures;
   for (const BlurStyle style : {BlurStyle::gaussian, BlurStyle::mosaic})
     if (const QRect& part = parts.at(size_t(style)); !part.isEmpty())
@@ -88,9 +113,18 @@ QRectF boundsOf(const BlurRegion& region) {
   return std::get<QRectF>(region.kind);
 }
 
+/// With a pixel for soft edges.
+QRect pixelsOf(const QRectF& rectangle, const Placement& placement) {
+  QRectF bounds = placement.rectangle(rectangle).adjusted(-1, -1, 1, 1);
+  if (bounds.bottom() >= placement.firstRowBelow() - 1)
+    bounds.setBottom(std::max(bounds.bottom(), placement.lowerEdge));
+  constexpr double farAway = 1e8;
+  return bounds.intersected({-farAway, -farAway, 2 * farAway, 2 * farAway}).toAlignedRect();
+}
+
 /// What the picture is replaced by isn't drawn over what is there: through a translucent picture's blur the
 /// sharp pixels would still be seen.
-void paintBlurRegion(DrawingSurface& surface, const BlurRegion& region, const FilteredPicture& picture,
+void paintBlurRegion(DrawingSurface& surface, const BlurRegion& region, const PlacedPicture& picture,
                      const Placement& placement) {
   if (picture.image.isNull())
     return;
@@ -100,8 +134,7 @@ void paintBlurRegion(DrawingSurface& surface, const BlurRegion& region, const Fi
     if (const double below = placement.firstRowBelow(); below < placement.lowerEdge)
       surface.replaceBelow(int(below) - 1, line, picture.image, picture.topLeft);
   } else {
-    surface.replace(placement.rectangle(std::get<QRectF>(region.kind)), picture.image, picture.topLeft,
-                    placement.scale * placement.cornerRadius);
+    surface.replace(placement.rectangle(std::get<QRectF>(region.kind)), picture.image, picture.topLeft);
   }
 }
 
@@ -119,22 +152,23 @@ void paintStrokes(DrawingSurface& surface, const QList<PenStroke>& strokes, cons
   surface.draw(lines);
 }
 
-void paintLogo(DrawingSurface& surface, const Document& document, const Placement& placement) {
-  if (!document.logoWM)
-    return;
-  const QRectF rectangle = document.logoRect();
-  surface.draw(document.logoWM->image,
-               {placement.point(rectangle.topLeft()), placement.scale * rectangle.size()},
-               document.logoWM->opacity);
+PlacedPicture logoPicture(const Document& document, const Placement& placement, const QRect& part) {
+  const QRectF display = document.logoRect();
+  const QRectF rectangle(placement.point(display.topLeft()), placement.scale * display.size());
+  return painted(rectangle, part, [&](DrawingSurface& surface, const QPoint& at) {
+    surface.draw(document.logoWM->image, rectangle.translated(-at), document.logoWM->opacity);
+  });
 }
 
-void paintText(DrawingSurface& surface, const TextWatermark& text, const QString& fontFamily,
-               const Placement& placement) {
+PlacedPicture textPicture(const TextWatermark& text, const QString& fontFamily, const Placement& placement,
+                          const QRect& part) {
   if (text.isBlank())
-    return;
+    return {};
   const platform::TextBlock block(text.text, text.style(placement.scale, fontFamily));
   const QSizeF size = block.size();
-  surface.draw(block, placement.point(text.center) - QPointF(size.width(), size.height()) / 2);
+  const QPointF topLeft = placement.point(text.center) - QPointF(size.width(), size.height()) / 2;
+  return painted(block.inkRect().translated(topLeft), part,
+                 [&](DrawingSurface& surface, const QPoint& at) { surface.draw(block, topLeft - at); });
 }
 
 QImage flattened(const Document& document, double blurIntensity, const QString& fontFamily) {
@@ -142,9 +176,11 @@ QImage flattened(const Document& document, double blurIntensity, const QString& 
   if (const auto placement = document.placement()) {
     paintBlurRegions(surface, document.blurRegions, filteredFor(surface, document, blurIntensity, *placement),
                      *placement);
-    paintStrokes(surface, document.strokes, *placement);
-    paintLogo(surface, document, *placement);
-    paintText(surface, document.textWM, fontFamily, *placement);
+    layStrokes(surface, document.strokes, *placement);
+    const QRect whole({0, 0}, surface.size());
+    for (const PlacedPicture& mark : {logoPicture(document, *placement, whole),
+                                      textPicture(document.textWM, fontFamily, *placement, whole)})
+      surface.lay(mark.image, mark.topLeft);
   }
   return surface.finish();
 }

@@ -12,16 +12,17 @@
 
 namespace sorrel {
 
-// How a document looks, on the screen as in the file: layer by layer, on a surface on which display space
-// lies somewhere at some scale, and only in the surface's dirty rectangle.
+// How a document looks, on the screen as in the file: layer by layer, on surfaces on which display space lies
+// somewhere at some scale, and only in a surface's dirty rectangle. Regions are painted into the picture.
+// Strokes, the logo and the text are painted on nothing, each apart, and laid over what is below: so one may
+// change while the others keep their pixels.
 
-/// The base image, or a part of it, under a blur style's filter.
-struct FilteredPicture {
+struct PlacedPicture {
   QImage image;
   QPoint topLeft;  // on the surface
 };
-/// One for each BlurStyle; one that no region needs may be null.
-using FilteredPictures = std::array<FilteredPicture, 2>;
+/// The base image, or a part of it, under each BlurStyle's filter; one that no region needs may be null.
+using FilteredPictures = std::array<PlacedPicture, 2>;
 
 /// A picture `width` wide under the style's filter, which grows with the width and the intensity, 0 to 1.
 /// Null without a picture.
@@ -37,14 +38,20 @@ using FilteredPictures = std::array<FilteredPicture, 2>;
 [[nodiscard]] QRectF boundsOf(const BlurRegion& region);
 
 void paintBlurRegion(platform::DrawingSurface& surface, const BlurRegion& region,
-                     const FilteredPicture& picture, const Placement& placement);
+                     const PlacedPicture& picture, const Placement& placement);
 void paintBlurRegions(platform::DrawingSurface& surface, const QList<BlurRegion>& regions,
                       const FilteredPictures& pictures, const Placement& placement);
+/// The surface's pixels that change with a rectangle in display space, of a region, a stroke or a watermark.
+[[nodiscard]] QRect pixelsOf(const QRectF& rectangle, const Placement& placement);
+
+/// On a surface of their own.
 void paintStrokes(platform::DrawingSurface& surface, const QList<PenStroke>& strokes,
                   const Placement& placement);
-void paintLogo(platform::DrawingSurface& surface, const Document& document, const Placement& placement);
-void paintText(platform::DrawingSurface& surface, const TextWatermark& text, const QString& fontFamily,
-               const Placement& placement);
+/// As far as they are seen in `part` of the surface; null where there is nothing to see.
+[[nodiscard]] PlacedPicture logoPicture(const Document& document, const Placement& placement,
+                                        const QRect& part);
+[[nodiscard]] PlacedPicture textPicture(const TextWatermark& text, const QString& fontFamily,
+                                        const Placement& placement, const QRect& part);
 
 /// The base image with all layers, at full size.
 [[nodiscard]] QImage flattened(const Document& document, double blurIntensity, const QString& fontFamily);

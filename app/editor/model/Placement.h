@@ -14,8 +14,6 @@ struct Placement {
   /// Where the picture ends on the surface. One scale for both axes can leave rows below the display; what
   /// reaches the display's lower edge reaches them too, since who covers everything means everything.
   double lowerEdge = 0;
-  /// Of areas, in display points.
-  double cornerRadius = 0;
 
   [[nodiscard]] QPointF point(const QPointF& display) const { return scale * display + origin; }
 

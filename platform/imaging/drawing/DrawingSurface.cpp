@@ -33,6 +33,10 @@ QImage copied(const QImage& source) {
   return copy;
 }
 
+std::uint32_t alphaOf(std::uint32_t pixel) {
+  return std::endian::native == std::endian::little ? pixel >> 24 : pixel & 255;
+}
+
 /// `share` of 64 parts of `above`, the rest of `below`, each channel rounded to the nearest.
 std::uint32_t mixed(std::uint32_t below, std::uint32_t above, std::uint32_t share) {
   static_assert(LineMask::samplesPerPixel == 64);
@@ -42,6 +46,18 @@ std::uint32_t mixed(std::uint32_t below, std::uint32_t above, std::uint32_t shar
   const std::uint32_t low = ((below & even) * rest + (above & even) * share + halves) >> 6 & even;
   const std::uint32_t high = ((below >> 8 & even) * rest + (above >> 8 & even) * share + halves) >> 6 & even;
   return low | high << 8;
+}
+
+/// Each channel rounded to the nearest.
+std::uint32_t laidOver(std::uint32_t below, std::uint32_t above) {
+  constexpr std::uint32_t even = 0x00ff00ff;
+  constexpr std::uint32_t halves = 0x00800080;
+  const std::uint32_t rest = 255 - alphaOf(above);
+  const auto share = [rest](std::uint32_t pair) {
+    const std::uint32_t product = pair * rest + halves;
+    return (product + (product >> 8 & even)) >> 8 & even;
+  };
+  return above + (share(below & even) | share(below >> 8 & even) << 8);
 }
 
 /// `above(x)` gives what is to be seen where a sample is covered.
@@ -148,19 +164,28 @@ void DrawingSurface::draw(const TextBlock& text, const QPointF& topLeft) {
   text.draw(brush(), topLeft);
 }
 
+void DrawingSurface::lay(const QImage& image, const QPoint& topLeft) {
+  const QRect part = QRect(topLeft, image.size()) & clip;
+  if (part.isEmpty())
+    return;
+  beginPixels();
+  constexpr int rowsWorthAThread = 128;
+  forEachBand(part.height(), rowsWorthAThread, Cores::All, [&](int first, int end) {
+    for (int y = part.top() + first; y < part.top() + end; ++y) {
+      const auto* const above = reinterpret_cast<const std::uint32_t*>(image.constScanLine(y - topLeft.y())) +
+                                (part.left() - topLeft.x());
+      std::uint32_t* const below = pixels(part.left(), y);
+      for (int x = 0; x < part.width(); ++x)
+        if (const std::uint32_t alpha = alphaOf(above[x]))
+          below[x] = alpha == 255 ? above[x] : laidOver(below[x], above[x]);
+    }
+  });
+}
+
 /// A filled path and no clip, since a painter may round a clip to whole pixels.
-void DrawingSurface::replace(const QRectF& shape, const QImage& image, const QPoint& origin,
-                             double cornerRadius) {
-  const QRectF there(QRect(origin, image.size()));
+void DrawingSurface::replace(const QRectF& shape, const QImage& image, const QPoint& origin) {
   QPainterPath path;
-  if (cornerRadius > 0) {
-    QPainterPath whole;
-    whole.addRoundedRect(shape, cornerRadius, cornerRadius);
-    path.addRect(there);
-    path &= whole;
-  } else {
-    path.addRect(shape & there);
-  }
+  path.addRect(shape & QRectF(QRect(origin, image.size())));
   QBrush texture(image);
   texture.setTransform(QTransform::fromTranslate(origin.x(), origin.y()));
   brush().setCompositionMode(QPainter::CompositionMode_Source);

@@ -58,9 +58,12 @@ class DrawingSurface {
   /// Puts the block's measured rectangle at `topLeft`.
   void draw(const TextBlock& text, const QPointF& topLeft);
 
+  /// Lays a picture of the surface's format over what is there, pixel on pixel.
+  void lay(const QImage& image, const QPoint& topLeft);
+
   /// Puts the image in the place of what is there, as far as the shape covers it: nothing of that shines
   /// through. The image's top left corner is at `origin`; the shape ends where the image does.
-  void replace(const QRectF& shape, const QImage& image, const QPoint& origin, double cornerRadius = 0);
+  void replace(const QRectF& shape, const QImage& image, const QPoint& origin);
   void replace(const RoundLine& shape, const QImage& image, const QPoint& origin);
   void replace(const LineMask& shape, const QImage& image, const QPoint& origin);
   /// Replaces the rows below `row` as far as the shape covers that row.

@@ -30,11 +30,16 @@ class PaintingTest : public DocumentFixture {
     if (model.currentBlurRect.get())
       regions.append({.kind = *model.currentBlurRect.get(), .style = model.blurStyle});
     paintBlurRegions(surface, regions, pictures, placement);
-    paintStrokes(surface, document.strokes, placement);
+    QImage ink(size, QImage::Format_RGBA8888_Premultiplied);
+    ink.fill(Qt::transparent);
+    platform::DrawingSurface inked(ink, dirty);
+    paintStrokes(inked, document.strokes, placement);
     if (model.current.get())
-      paintStrokes(surface, {*model.current.get()}, placement);
-    paintLogo(surface, document, placement);
-    paintText(surface, document.textWM, {}, placement);
+      paintStrokes(inked, {*model.current.get()}, placement);
+    surface.lay(inked.finish(), {0, 0});
+    for (const PlacedPicture& mark : {logoPicture(document, placement, surface.dirty()),
+                                      textPicture(document.textWM, {}, placement, surface.dirty())})
+      surface.lay(mark.image, mark.topLeft);
     return surface.finish();
   }
 

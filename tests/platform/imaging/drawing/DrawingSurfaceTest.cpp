@@ -73,7 +73,8 @@ TEST(DrawingSurface, changesNothingOutsideOfItsDirtyRectangle) {
   const QList<QPointF> points{{-10, 20}, {190, 150}, {30, 90}};
   const auto drawnIn = [&](const QRect& dirty) {
     DrawingSurface surface(before, dirty);
-    surface.replace(QRectF(10.5, 10.5, 120, 40), white, {0, 0}, 6);
+    surface.replace(QRectF(10.5, 10.5, 120, 40), white, {0, 0});
+    surface.lay(plain({300, 30}, QColor(0, 0, 255, 100)), {-20, 60});
     surface.replace(RoundLine{points, 24}, white, {0, 0});
     surface.draw({{RoundLine{points, 7}, Qt::red}});
     surface.draw(plain({9, 9}, Qt::green), {100, 90, 60.5, 40}, 0.5);
