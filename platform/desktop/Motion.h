@@ -37,6 +37,8 @@ class Motion {
   void moveTo(double target);
   /// Without motion.
   void jumpTo(double target);
+  /// Rests where it is, and tells nobody.
+  void stop() { nextStep.cancel(); }
 
  private:
   void scheduleStep();

@@ -122,6 +122,8 @@ class EditorModel {
   /// none is shown.
   [[nodiscard]] QRectF logoRect() const;
   [[nodiscard]] QRectF textRect() const;
+  /// Of the text; empty for the bold system font.
+  [[nodiscard]] QString fontFamily() const;
   /// To be called with each change of the watermark's text.
   void maybeTriggerBurst(const QString& text);
 
@@ -148,7 +150,6 @@ class EditorModel {
   template <typename Layer>
   void takeLast(Own<QList<Layer>>& layers);
   [[nodiscard]] QImage renderBitmap() const;
-  [[nodiscard]] QString fontFamily() const;
   [[nodiscard]] const platform::TextBlock& textBlock() const;
 
   void tellRepainting(Field field, const QRectF& rectangle) const;

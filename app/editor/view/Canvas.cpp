@@ -1,16 +1,29 @@
 #include "app/editor/view/Canvas.h"
 
-#include "platform/imaging/drawing/SmoothImage.h"
+#include "app/look/SlimScrollBar.h"
+#include "app/settings/SettingsKeys.h"
+#include "platform/base/UserDefaults.h"
 
-#include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
+#include <QScrollBar>
 
-#include <algorithm>
 #include <cmath>
 
 namespace sorrel {
+namespace {
 
-Canvas::Canvas(EditorModel& shown, QWidget* parent) : QAbstractScrollArea(parent), model(shown) {
+constexpr std::chrono::milliseconds zoomDuration(150);
+/// How long a pinch or a wheel has to rest before the pixels are painted anew.
+constexpr std::chrono::milliseconds settlingDelay(120);
+
+}  // namespace
+
+Canvas::Canvas(EditorModel& document, QWidget* parent)
+    : QAbstractScrollArea(parent),
+      model(document),
+      layers(document),
+      zoomMotion(zoomDuration, platform::Easing::Out, [this](double factor) { stepZoom(factor); }) {
   setFrameShape(NoFrame);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -18,11 +31,10 @@ Canvas::Canvas(EditorModel& shown, QWidget* parent) : QAbstractScrollArea(parent
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   viewport()->setMouseTracking(true);
   changes = model.observe([this](EditorModel::Field field) { modelChanges(field); });
-  repainting = model.observeRepainting([this](EditorModel::Field field, const QRectF&) {
-    if (field == &model.baseImage)
-      fitAnew();
-    viewport()->update();
-  });
+  repainting = model.observeRepainting(
+      [this](EditorModel::Field field, const QRectF& rectangle) { modelRepaints(field, rectangle); });
+  fontChanges = platform::UserDefaults::standard().observe(SettingsKeys::watermarkFontFamily,
+                                                           [this] { update(layers.followText()); });
   fitAnew();
 }
 
@@ -30,6 +42,7 @@ Canvas::~Canvas() = default;
 
 void Canvas::setTool(EditorModel::Tool which, std::unique_ptr<CanvasTool> tool) {
   tools[which] = std::move(tool);
+  (void)toolNow();
 }
 
 CanvasTool* Canvas::toolNow() {
@@ -51,7 +64,7 @@ CanvasTool* Canvas::toolNow() {
 
 /// The new value isn't in place yet.
 void Canvas::modelChanges(EditorModel::Field field) {
-  if (field == &model.tool || field == &model.textWM)
+  if (field == &model.tool || field == &model.textWM || field == &model.isEditingText)
     reaction = platform::MainQueue::main().asyncAfter({}, [this] { react(); });
 }
 
@@ -59,9 +72,21 @@ void Canvas::react() {
   (void)toolNow();
   if (model.tool != EditorModel::Tool::watermark && model.isEditingText)
     model.isEditingText = false;
+  update(layers.followEditing());
   if (model.textWM->text != knownText) {
     knownText = model.textWM->text;
     model.maybeTriggerBurst(knownText);
+  }
+}
+
+void Canvas::modelRepaints(EditorModel::Field field, const QRectF& rectangle) {
+  const QRegion changed = layers.follow(field, rectangle);
+  if (field == &model.baseImage) {
+    settle();
+    fitAnew();
+    viewport()->update();
+  } else {
+    update(changed);
   }
 }
 
@@ -74,18 +99,111 @@ void Canvas::show(const CanvasFit& next) {
   if (next == place)
     return;
   place = next;
+  fitScrollBars();
   viewport()->update();
 }
 
 void Canvas::resizeEvent(QResizeEvent*) {
+  settle();
   fitAnew();
 }
 
-/// In points, and large enough for each device pixel that is touched.
-QRect Canvas::pointsOf(const QRectF& pixels) const {
-  return QRectF(pixels.topLeft() / place.ratio, pixels.size() / place.ratio)
-      .toAlignedRect()
-      .adjusted(-1, -1, 1, 1);
+/// In device pixels, so that no rounding keeps the picture from where the user drags it.
+void Canvas::fitScrollBars() {
+  isFittingScrollBars = true;
+  const QPoint limit = place.isZoomed() ? place.scrollLimit() : QPoint();
+  const QSize area = place.areaPixels();
+  const auto fit = [](QScrollBar* bar, int most, int page, int value) {
+    bar->setRange(0, most);
+    bar->setPageStep(page);
+    bar->setSingleStep(page / 20);
+    bar->setValue(value);
+  };
+  fit(horizontalScrollBar(), limit.x(), area.width(), place.scrolled.x());
+  fit(verticalScrollBar(), limit.y(), area.height(), place.scrolled.y());
+  isFittingScrollBars = false;
+}
+
+void Canvas::scrollContentsBy(int, int) {
+  if (isFittingScrollBars)
+    return;
+  settle();
+  show(place.scrolledTo(QPointF(horizontalScrollBar()->value(), verticalScrollBar()->value())));
+}
+
+platform::Subscription Canvas::observeZoom(std::function<void()> observer) {
+  return zoomObservers.add(std::move(observer));
+}
+
+void Canvas::zoomIn() {
+  zoomBy(&CanvasZoom::in);
+}
+
+void Canvas::zoomOut() {
+  zoomBy(&CanvasZoom::out);
+}
+
+void Canvas::zoomToFit() {
+  zoomBy(&CanvasZoom::fit);
+}
+
+void Canvas::zoomBy(void (CanvasZoom::*command)()) {
+  (zoom.*command)();
+  zoomObservers.tell();
+  if (place.zoom == zoom.factor)
+    return settle();
+  beginStretching();
+  zooming = {place, QPointF(place.area.width() / 2, place.area.height() / 2)};
+  zoomMotion.jumpTo(place.zoom);
+  zoomMotion.moveTo(zoom.factor);
+}
+
+void Canvas::stepZoom(double factor) {
+  show(zooming.start.zoomedTo(factor, zooming.anchor));
+  if (factor == zoom.factor)
+    settle();
+}
+
+void Canvas::zoomAtOnce(const QPointF& anchor) {
+  zoomObservers.tell();
+  if (place.zoom == zoom.factor)
+    return;
+  beginStretching();
+  zoomMotion.stop();
+  show(place.zoomedTo(zoom.factor, anchor));
+  settling = platform::MainQueue::main().asyncAfter(settlingDelay, [this] { settle(); });
+}
+
+void Canvas::beginStretching() {
+  settling.cancel();
+  if (stretched.isShown() || place.area.isEmpty())
+    return;
+  CanvasFit whole = place;
+  whole.zoom = 1;
+  layers.show(place);
+  stretched.begin(layers.picture().image, layers.isOpaque(), layers.shownView(),
+                  model.reduced(whole.shown()));
+}
+
+void Canvas::settle() {
+  settling.cancel();
+  zoomMotion.stop();
+  if (!stretched.isShown())
+    return;
+  stretched.end();
+  show(place.zoomedTo(zoom.factor, zooming.anchor));
+  viewport()->update();
+}
+
+/// A point more on each side: a device pixel may belong to two of them.
+void Canvas::update(const QRegion& inPicture) {
+  const QPoint corner = place.picture().topLeft();
+  for (const QRect& part : inPicture) {
+    const QRect pixels = part.translated(corner);
+    viewport()->update(QRectF(QPointF(pixels.topLeft()) / place.ratio, QSizeF(pixels.size()) / place.ratio)
+                           .toAlignedRect()
+                           .adjusted(-1, -1, 1, 1));
+  }
 }
 
 void Canvas::updateOver(const QRectF& rectangle) {
@@ -94,101 +212,56 @@ void Canvas::updateOver(const QRectF& rectangle) {
                          .adjusted(-1, -1, 1, 1));
 }
 
-void Canvas::updateCursor() {
-  CanvasTool* const now = toolNow();
-  viewport()->setCursor(now && hoverLocation ? now->cursorAt(*hoverLocation) : QCursor(Qt::ArrowCursor));
-}
-
-bool Canvas::viewportEvent(QEvent* event) {
-  if (event->type() == QEvent::Leave && !isDragging)
-    hover(std::nullopt);
-  return QAbstractScrollArea::viewportEvent(event);
-}
-
-void Canvas::hover(const std::optional<QPointF>& point) {
-  hoverLocation.reset();
-  if (point && QRectF(place.picture()).contains(*point * place.ratio))
-    hoverLocation = place.toDisplay(*point);
-  if (CanvasTool* const now = toolNow())
-    now->hovered(hoverLocation);
-  if (!isDragging)
-    updateCursor();
-}
-
-void Canvas::press(const QPointF& point, bool isDouble) {
-  hover(point);
-  CanvasTool* const now = toolNow();
-  if (!now || !hoverLocation)
-    return;
-  if (model.isEditingText) {  // a click beside the text ends it, and nothing else
-    model.isEditingText = false;
-    return;
-  }
-  isDragging = true;
-  if (isDouble)
-    now->doublePressed(*hoverLocation);
-  else
-    now->pressed(*hoverLocation);
-}
-
-void Canvas::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton)
-    press(event->position(), false);
-}
-
-void Canvas::mouseDoubleClickEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton)
-    press(event->position(), true);
-}
-
-void Canvas::mouseMoveEvent(QMouseEvent* event) {
-  if (isDragging)
-    if (CanvasTool* const now = toolNow(); now && isDragging)
-      now->dragged(place.toDisplay(event->position()));
-  hover(event->position());
-}
-
-void Canvas::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton)
-    return;
-  endDrag();
-  hover(event->position());
-}
-
-void Canvas::endDrag() {
-  if (!isDragging)
-    return;
-  isDragging = false;
-  if (chosen)
-    chosen->released();
-}
-
 void Canvas::paintEvent(QPaintEvent* event) {
+  if (place.ratio != viewport()->devicePixelRatioF())  // the window has come to another screen
+    fitAnew();
   QPainter painter(viewport());
   // From here on a unit is a device pixel, also where the canvas itself doesn't begin on one.
   const QTransform toDevice = painter.deviceTransform();
-  const QTransform whole =
-      QTransform::fromTranslate(std::round(toDevice.dx()), std::round(toDevice.dy())) * toDevice.inverted();
-  painter.setTransform(whole);
-  const QRectF exposed(QPointF(event->rect().topLeft()) * place.ratio,
-                       QSizeF(event->rect().size()) * place.ratio);
-  paintPicture(painter, exposed.toAlignedRect());
+  painter.setTransform(QTransform::fromTranslate(std::round(toDevice.dx()), std::round(toDevice.dy())) *
+                       toDevice.inverted());
+  if (!stretched.isShown())
+    layers.show(place);
+  const QRect picture = place.picture();
+  const QRegion region = event->region();
+  const auto pixelsOf = [this](const QRect& points) {
+    return QRectF(QPointF(points.topLeft()) * place.ratio, QSizeF(points.size()) * place.ratio)
+        .toAlignedRect();
+  };
+  for (const QRect& points : region)
+    paintPicture(painter, pixelsOf(points));
+  paintTool(painter);
+  backdrop.paintAroundCorners(painter, pixelsOf(region.boundingRect()), picture, place.ratio);
 }
 
 void Canvas::paintPicture(QPainter& painter, const QRect& exposed) {
   const QRect picture = place.picture();
-  backdrop.paint(painter, exposed, picture, place.ratio);
-  platform::drawSmoothly(painter, model.baseImage, picture);
-  if (chosen) {
-    painter.save();
-    painter.setClipRect(picture, Qt::IntersectClip);
-    painter.translate(picture.topLeft());
-    painter.scale(place.pixelsPerUnit(), place.pixelsPerUnit());
-    painter.setRenderHint(QPainter::Antialiasing);
-    chosen->paintOver(painter, canvasScale());
-    painter.restore();
-  }
-  backdrop.paintAroundCorners(painter, exposed, picture, place.ratio);
+  if (!layers.isOpaque() || !picture.contains(exposed))
+    backdrop.paint(painter, exposed, picture, place.ratio);
+  if (stretched.isShown())
+    return stretched.paint(painter, picture);
+  const PlacedPicture pixels = layers.picture();
+  const QRect part = exposed.translated(-picture.topLeft()) & QRect(pixels.topLeft, pixels.image.size());
+  if (part.isEmpty())
+    return;
+  const QImage drawn(pixels.image.constBits(), pixels.image.width(), pixels.image.height(),
+                     pixels.image.bytesPerLine(),
+                     layers.isOpaque() ? QImage::Format_RGBX8888 : QImage::Format_RGBA8888_Premultiplied);
+  painter.drawImage(part.topLeft() + picture.topLeft(), drawn, part.translated(-pixels.topLeft));
+}
+
+void Canvas::paintTool(QPainter& painter) {
+  const CanvasTool* const tool = toolNow();
+  if (!tool)
+    return;
+  const QRect picture = place.picture();
+  painter.save();
+  painter.setClipRect(picture, Qt::IntersectClip);
+  painter.translate(picture.topLeft());
+  painter.scale(place.pixelsPerUnit(), place.pixelsPerUnit());
+  painter.setRenderHint(QPainter::Antialiasing);
+  tool->paintOver(painter, canvasScale());
+  painter.restore();
 }
 
 }  // namespace sorrel

@@ -1,8 +1,10 @@
 #include "app/editor/view/EditorView.h"
 
 #include "app/editor/model/EditorModel.h"
+#include "app/editor/view/BlurTool.h"
 #include "app/editor/view/Canvas.h"
 #include "app/editor/view/CropTool.h"
+#include "app/editor/view/PenTool.h"
 #include "platform/system/FreeMemory.h"
 
 #include <QHBoxLayout>
@@ -15,6 +17,8 @@ EditorView::EditorView(std::unique_ptr<EditorModel> opened, std::function<void()
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   auto* const canvas = new Canvas(*model, this);
+  canvas->setTool(EditorModel::Tool::pen, std::make_unique<PenTool>(*model));
+  canvas->setTool(EditorModel::Tool::blur, std::make_unique<BlurTool>(*model, *canvas));
   canvas->setTool(EditorModel::Tool::crop, std::make_unique<CropTool>(*model, *canvas));
   row->addWidget(canvas, 1);
 }

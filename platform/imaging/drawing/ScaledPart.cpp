@@ -1,8 +1,8 @@
 #include "platform/imaging/drawing/ScaledPart.h"
 
-#include "platform/imaging/filters/PixelMemory.h"
-#include "platform/imaging/filters/Vectorised.h"
+#include "platform/imaging/filters/BlankPicture.h"
 #include "platform/imaging/png/Bands.h"
+#include "platform/imaging/png/Vectorised.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "app/editor/view/CanvasFit.h"
+#include "app/editor/view/InkLayer.h"
+#include "app/editor/view/UnderLayer.h"
+
+#include <QImage>
+#include <QRegion>
+
+namespace sorrel {
+
+/// The part of the document that a canvas shows, in pixels that are ready for the screen: layers, painted by
+/// what paints the file, and what they are together. After a change only what it touches is painted, whatever
+/// else there is.
+///
+/// Places are device pixels of the shown picture, from its own corner.
+class CanvasLayers {
+ public:
+  explicit CanvasLayers(EditorModel& document);
+
+  /// What is to be ready from now on.
+  void show(const CanvasFit& place);
+  /// A field of the document has changed what is seen in a rectangle of display space. Returns where the
+  /// pixels will be others.
+  [[nodiscard]] QRegion follow(const void* field, const QRectF& rectangle);
+  /// The text has another font.
+  [[nodiscard]] QRegion followText();
+  /// Perhaps the text has begun to be edited, in its own place, or is no longer.
+  [[nodiscard]] QRegion followEditing();
+
+  /// All together, up to date, and where it lies in the picture.
+  [[nodiscard]] PlacedPicture picture();
+  [[nodiscard]] const CanvasView& shownView() const { return view; }
+  /// Whether nothing can be seen through the picture.
+  [[nodiscard]] bool isOpaque();
+
+ private:
+  [[nodiscard]] QRegion inPicture(const QRegion& ofLayer) const {
+    return ofLayer.translated(view.area.topLeft());
+  }
+  void compose(const QRect& part);
+
+  EditorModel& model;
+  CanvasView view;
+  UnderLayer under;
+  InkLayer ink;
+  PlacedPicture logo;
+  PlacedPicture text;
+  QImage together;
+  // What has to be painted before the next look, in the layers' pixels.
+  QRegion staleUnder;
+  QRegion stale;
+  bool isLogoStale = true;
+  bool isTextStale = true;
+  bool isTextHidden = false;
+  std::optional<bool> opaque;
+};
+
+}  // namespace sorrel

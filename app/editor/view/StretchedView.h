@@ -1,0 +1,30 @@
+#pragma once
+
+#include "app/editor/view/CanvasView.h"
+
+#include <QImage>
+
+class QPainter;
+
+namespace sorrel {
+
+/// What the canvas showed when its zoom began to change: until that rests, the old pixels are stretched,
+/// which costs the same whatever is on the picture.
+class StretchedView {
+ public:
+  [[nodiscard]] bool isShown() const { return !pixels.isNull(); }
+  /// `together`: of that view; `isOpaque`: all of it. `whole`: the picture, for what comes into view from
+  /// beyond.
+  void begin(const QImage& together, bool isOpaque, const CanvasView& view, const QImage& whole);
+  void end() { pixels = whole = {}; }
+
+  /// With the whole picture on that rectangle.
+  void paint(QPainter& painter, const QRect& picture) const;
+
+ private:
+  QImage pixels;
+  QImage whole;
+  CanvasView view;
+};
+
+}  // namespace sorrel
