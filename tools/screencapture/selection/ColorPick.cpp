@@ -25,7 +25,8 @@ void ColorPick::movePointer(Point point) {
 
 void ColorPick::pressButton(Button button, Point point) {
   movePointer(point);
-  pressed = button;
+  if (button != Button::Other)  // such as the wheel's
+    pressed = button;
 }
 
 void ColorPick::releaseButton(Button button, Point point) {
