@@ -8,6 +8,7 @@
 #include "platform/desktop/Alert.h"
 #include "platform/desktop/Beep.h"
 
+#include <QApplication>
 #include <QFocusEvent>
 #include <QPainter>
 #include <QStyleOptionFrame>
@@ -33,7 +34,12 @@ QString localized(const char* key) {
 
 RecorderCocoa::Recording::Recording(RecorderCocoa& field)
     : keyboard(field.window()->winId()),
-      monitor([&field](const RecorderEvent& event) { return field.handle(event); }) {
+      monitor([&field](const RecorderEvent& event) { return field.handle(event); }),
+      pointer([&field](platform::PointerButtons::Change change) {
+        // A click on another program, which may want the keyboard, even if it leaves the window its focus.
+        if (change == platform::PointerButtons::Change::Pressed && !QApplication::topLevelAt(QCursor::pos()))
+          field.blur();
+      }) {
 }
 
 RecorderCocoa::RecorderCocoa(const Name& name, OnChange onChange, QWidget* parent)

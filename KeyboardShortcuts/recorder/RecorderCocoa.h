@@ -4,6 +4,7 @@
 #include "KeyboardShortcuts/recorder/LocalEventMonitor.h"
 #include "platform/base/MainQueue.h"
 #include "platform/base/Subscription.h"
+#include "platform/desktop/panel/PointerButtons.h"
 #include "platform/input/KeyboardGrab.h"
 
 #include <QLineEdit>
@@ -50,6 +51,7 @@ class RecorderCocoa : public QLineEdit {
 
     platform::KeyboardGrab keyboard;
     LocalEventMonitor monitor;
+    platform::PointerButtons pointer;
   };
 
   bool event(QEvent* event) override;

@@ -13,6 +13,8 @@ using enum RecorderAction;
 constexpr qreal clickMargin = 3;  // a click as near as this is one on the field
 
 bool isFunctionKey(Key key) {
+  if (key == Key::printScreen || key == Key::scrollLock || key == Key::pause)
+    return true;  // where other keyboards have F13 to F15
   constexpr QChar f1(0xF704), f35(0xF726);
   const auto equivalent = keyToSpecialKeyMapping().value(key).appKitMenuItemKeyEquivalent;
   return equivalent && equivalent->size() == 1 && equivalent->front() >= f1 && equivalent->front() <= f35;

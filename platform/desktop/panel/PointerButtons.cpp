@@ -9,6 +9,9 @@
 namespace platform {
 namespace {
 
+/// The program asks for the events once, however many of its parts hear of them.
+int listeners = 0;
+
 bool isWheel(quint32 button) {
   return button >= 4 && button <= 7;
 }
@@ -28,7 +31,8 @@ PointerButtons::PointerButtons(std::function<void(Change)> handler) : onChange(s
     return;
   pointer = asked->deviceid;
   extension = data->major_opcode;
-  select(XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE);
+  if (++listeners == 1)
+    select(XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE);
   qGuiApp->installNativeEventFilter(this);
 }
 
@@ -36,7 +40,8 @@ PointerButtons::~PointerButtons() {
   if (extension < 0)
     return;
   qGuiApp->removeNativeEventFilter(this);
-  select(0);
+  if (--listeners == 0)
+    select(0);
 }
 
 void PointerButtons::select(quint32 events) const {
@@ -65,7 +70,7 @@ bool PointerButtons::nativeEventFilter(const QByteArray& eventType, void* messag
     const auto handler = onChange;  // outlives this object
     handler(isPress ? Change::Pressed : Change::Released);
   }
-  return true;
+  return false;  // others may listen too
 }
 
 }  // namespace platform

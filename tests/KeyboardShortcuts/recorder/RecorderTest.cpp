@@ -166,6 +166,12 @@ TEST_F(RecorderTest, EveryWayOutFreesTheKeyboardAndTheHotKeys) {
   const std::pair<const char*, std::function<void()>> ways[] = {
       {"Escape", [this] { press({KEY_ESC}); }},
       {"a click elsewhere in the window", [this] { click(window->mapToGlobal(QPoint(3, 3))); }},
+      {"a click on what takes no focus, as a desktop's bar",
+       [this] {
+         other.openWindow(u"Bar"_s, {10, 10}, QImage(50, 20, QImage::Format_RGB32),
+                          testing_support::WindowKind::Menu);
+         click(QPoint(20, 20));
+       }},
       {"the field goes", [this] { field->hide(); }},
       {"the window goes",
        [this] {
@@ -189,6 +195,8 @@ TEST_F(RecorderTest, EveryWayOutFreesTheKeyboardAndTheHotKeys) {
        }},
       {"it is recorded", [this] { press(recordedKeys); }},
   };
+  int presses = 0;
+  const platform::PointerButtons others([&](platform::PointerButtons::Change) { ++presses; });
   for (const auto& [how, leave] : ways) {
     record(field);
     leave();
@@ -199,7 +207,9 @@ TEST_F(RecorderTest, EveryWayOutFreesTheKeyboardAndTheHotKeys) {
     EXPECT_FALSE(field->isRecording()) << how << ": it doesn't begin by itself";
   }
   EXPECT_EQ(changes, QList({std::optional(recorded)}));
+  presses = 0;
   record(field);
+  EXPECT_GT(presses, 0) << "who else hears of clicks still does";
   window.reset();
   expectOver("the window is destroyed");
 }
