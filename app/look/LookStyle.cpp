@@ -29,9 +29,9 @@ bool isMenu(const QWidget* widget) {
   return qobject_cast<const QMenu*>(widget);
 }
 
-/// What holds the list of a combo box.
+/// What holds the list of a combo box. Other lists may be windows of their own.
 bool isList(const QWidget* widget) {
-  return widget->inherits("QComboBoxPrivateContainer");
+  return widget && widget->inherits("QComboBoxPrivateContainer");
 }
 
 /// A popup is a window, and windows don't inherit a palette.

@@ -1,6 +1,7 @@
 #include "platform/desktop/OpenPanel.h"
 
 #include "platform/base/Environment.h"
+#include "platform/base/Locations.h"
 
 #include <QFileDialog>
 #include <QMimeDatabase>
@@ -39,6 +40,7 @@ class DesktopOpenPanel : public OpenPanelPresenter {
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowModality(Qt::WindowModal);
     dialog->setSupportedSchemes({QStringLiteral("file")});
+    dialog->setDirectoryUrl(folder);
     switch (panel.choice) {
       case OpenPanel::Choice::File:
         dialog->setFileMode(QFileDialog::ExistingFile);
@@ -57,11 +59,16 @@ class DesktopOpenPanel : public OpenPanelPresenter {
     }
     if (!panel.prompt.isEmpty())
       dialog->setLabelText(QFileDialog::Accept, panel.prompt);
-    QObject::connect(dialog, &QDialog::finished, dialog, [dialog, chosen = std::move(chosen)](int result) {
-      chosen(result == QDialog::Accepted ? dialog->selectedUrls() : QList<QUrl>());
-    });
+    QObject::connect(dialog, &QDialog::finished, dialog,
+                     [this, dialog, chosen = std::move(chosen)](int result) {
+                       folder = dialog->directoryUrl();
+                       chosen(result == QDialog::Accepted ? dialog->selectedUrls() : QList<QUrl>());
+                     });
     dialog->show();
   }
+
+ private:
+  QUrl folder = QUrl::fromLocalFile(Locations::home());  // where the user was last
 };
 
 }  // namespace

@@ -2,38 +2,31 @@
 
 #include "app/look/LookColors.h"
 
-#include <QAbstractItemView>
 #include <QFontDatabase>
+#include <QListView>
 #include <QPainter>
 #include <QStringListModel>
-#include <QStyledItemDelegate>
 
 #include <algorithm>
 
 namespace sorrel {
 namespace {
 
-constexpr int rowTextSize = 13, rowHeight = 26;
 constexpr int systemRow = 0;
 constexpr int previewSize = 24;
 constexpr double leastScale = 0.4;
 
-class FamilyRows : public QStyledItemDelegate {
+/// The families' names, each to be drawn in itself.
+class FamilyRows : public QStringListModel {
  public:
-  using QStyledItemDelegate::QStyledItemDelegate;
+  using QStringListModel::QStringListModel;
 
- private:
-  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-    QStyledItemDelegate::initStyleOption(option, index);
-    if (index.row() != systemRow)
-      option->font.setFamily(option->text);
-    option->font.setPixelSize(rowTextSize);
-    option->fontMetrics = QFontMetrics(option->font);
-  }
-
-  /// The same for all, so that no font is loaded to measure its row.
-  [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override {
-    return {0, rowHeight};
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
+    if (role != Qt::FontRole || index.row() == systemRow)
+      return QStringListModel::data(index, role);
+    QFont font = fontOf(FormRow::text);
+    font.setFamily(stringList().at(index.row()));
+    return font;
   }
 };
 
@@ -43,8 +36,9 @@ FontPicker::FontPicker(QWidget* parent) : FormPicker(parent) {
   QStringList rows = QFontDatabase::families();
   std::sort(rows.begin(), rows.end());
   rows.prepend(QString());
-  setModel(new QStringListModel(rows, this));
-  setItemDelegate(new FamilyRows(this));
+  setModel(new FamilyRows(rows, this));
+  // All rows are as high as the first, so that no font is loaded to measure its own.
+  static_cast<QListView*>(view())->setUniformItemSizes(true);
   setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
   setMinimumContentsLength(20);
 }

@@ -6,6 +6,8 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
+#include <QCompleter>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
@@ -107,6 +109,15 @@ TEST_F(ControlsTest, APickerTellsWhatItsUserChooses) {
   first->setFocus();
   QTest::keyClick(first, Qt::Key_Right);
   EXPECT_EQ(told, (std::vector{2, 0, 1}));
+}
+
+TEST_F(ControlsTest, AListMayBeAWindowOfItsOwn) {
+  QLineEdit field;
+  auto* const completer = new QCompleter(QStringList{u"pictures"_s}, &field);
+  field.setCompleter(completer);
+  field.show();
+  QTest::keyClick(&field, Qt::Key_P);
+  EXPECT_TRUE(completer->popup()->isVisible());
 }
 
 }  // namespace
