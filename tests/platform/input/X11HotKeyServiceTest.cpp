@@ -1,4 +1,5 @@
 #include "platform/input/KeyCodes.h"
+#include "platform/input/LayoutSwitch.h"
 #include "platform/input/X11HotKeyService.h"
 #include "platform/x11/X11Connection.h"
 #include "tests/platform/input/X11Fixture.h"
@@ -217,6 +218,19 @@ TEST_F(X11HotKeyServiceTest, AnotherLayoutInUseDoesntMatter) {
   log.settle();
   tapChord(KEY_Y);
   EXPECT_EQ(taken(), once);
+}
+
+TEST_F(X11HotKeyServiceTest, WhatSwitchesTheLayoutIsNoHotKey) {
+  const auto layoutSwitch = LayoutSwitch::forDesktop();
+  EXPECT_TRUE(add(KeyCode::s));
+  for (const QString& option : {u"grp:alt_shift_toggle"_s, u"grp:ctrl_shift_toggle"_s}) {
+    setLayout(u"us,kr"_s, option);
+    log.settle();
+    tapChord(KEY_S);
+    const bool arrives = taken() == once;
+    EXPECT_EQ(layoutSwitch->takes(HotKeyModifiers::fromInt(optionShift)), !arrives) << qPrintable(option);
+    EXPECT_EQ(arrives, option == u"grp:ctrl_shift_toggle"_s);
+  }
 }
 
 TEST_F(X11HotKeyServiceTest, MovedNumLockIsFollowed) {
