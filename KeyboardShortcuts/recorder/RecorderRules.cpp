@@ -20,6 +20,19 @@ bool isFunctionKey(Key key) {
   return equivalent && equivalent->size() == 1 && equivalent->front() >= f1 && equivalent->front() <= f35;
 }
 
+/// A menu's Command is pressed as Control on this desktop, or as the logo key.
+Shortcut asMenusHaveIt(const Shortcut& shortcut) {
+  ModifierFlags modifiers = shortcut.modifiers();
+  if (modifiers.testFlag(ModifierFlag::Control) && !modifiers.testFlag(ModifierFlag::Command))
+    modifiers.setFlag(ModifierFlag::Control, false).setFlag(ModifierFlag::Command);
+  return {shortcut.key(), modifiers};
+}
+
+const platform::MenuItem* itemFor(const Shortcut& shortcut, const platform::Menu& menu) {
+  const auto* const item = menuItemWithMatchingShortcut(shortcut, menu);
+  return item ? item : menuItemWithMatchingShortcut(asMenusHaveIt(shortcut), menu);
+}
+
 RecorderDecision afterClick(const QPointF& location, const QRectF& bounds) {
   const bool isInside =
       bounds.adjusted(-clickMargin, -clickMargin, clickMargin, clickMargin).contains(location);
@@ -34,7 +47,7 @@ RecorderDecision afterChord(const platform::Event& event, const RecorderContext&
   if (!shortcut || (!modifiers && !isFunctionKey(shortcut->key())))
     return {Beep, {}, {}};
   if (context.mainMenu)
-    if (const auto* const item = menuItemWithMatchingShortcut(*shortcut, *context.mainMenu))
+    if (const auto* const item = itemFor(*shortcut, *context.mainMenu))
       return {RefuseForMenu, {}, item->title};
   if (isDisallowed(*shortcut, context.surroundings))
     return {RefuseDisallowed, {}, {}};

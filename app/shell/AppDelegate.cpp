@@ -46,10 +46,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   item = std::make_unique<platform::StatusItem>(
       SorrelIcon::image(0, statusImageSize),
       [this](const platform::Event& event) { statusItemClicked(event); },
-      [this] {
-        buildContextMenu();
-        return menu;
-      });
+      [this] { return buildContextMenu(); });
   registerObservers();
   runRetentionSweep();
   scheduleRetentionSweep();
@@ -149,15 +146,14 @@ void AppDelegate::updateFolderIcon(bool isEmpty) {
 void AppDelegate::statusItemClicked(const platform::Event& event) {
   if (event.type == platform::EventType::RightMouseUp ||
       event.modifierFlags.testFlag(platform::ModifierFlag::Control)) {
-    buildContextMenu();
-    item->popUpMenu(menu);
+    item->popUpMenu(buildContextMenu());
     return;
   }
   if (!historyPanel().isClosedByPresentClick())
     openPanel();
 }
 
-void AppDelegate::buildContextMenu() {
+std::shared_ptr<const platform::Menu> AppDelegate::buildContextMenu() {
   using platform::MenuItem;
   struct Row {
     const char* titleKey;  // null for a separator
@@ -187,6 +183,7 @@ void AppDelegate::buildContextMenu() {
     entry.action = [this, action = row.action] { (this->*action)(); };
     menu->items.push_back(std::move(entry));
   }
+  return menu;
 }
 
 HistoryPanelController& AppDelegate::historyPanel() {

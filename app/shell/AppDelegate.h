@@ -41,6 +41,7 @@ class AppDelegate {
   void applicationShouldHandleReopen();
 
   [[nodiscard]] const platform::StatusItem* statusItem() const { return item.get(); }
+  std::shared_ptr<const platform::Menu> buildContextMenu();
   /// The menu as it was last built.
   [[nodiscard]] const platform::Menu& contextMenu() const { return *menu; }
   [[nodiscard]] HistoryViewModel& history() { return *viewModel; }
@@ -59,7 +60,6 @@ class AppDelegate {
   void updateFolderIcon(bool isEmpty);
 
   void statusItemClicked(const platform::Event& event);
-  void buildContextMenu();
   void openPanel();
   void showPanel();
   void openSettings();

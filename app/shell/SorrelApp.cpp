@@ -4,6 +4,7 @@
 #include "app/shell/AppColors.h"
 #include "app/shell/AppDelegate.h"
 #include "platform/base/InPlaceFile.h"
+#include "platform/base/MainMenu.h"
 #include "platform/base/TerminationSignals.h"
 #include "platform/base/UserDefaults.h"
 #include "platform/input/HotKeyService.h"
@@ -38,6 +39,8 @@ int SorrelApp::run() {
   windows.openSettings = [this] { settings.open(); };
   appDelegate = std::make_unique<AppDelegate>(std::move(windows), nullptr, &QApplication::quit);
   instance.setRungHandler([this] { appDelegate->applicationShouldHandleReopen(); });
+  platform::Environment::provide(
+      std::make_shared<platform::MainMenu>([this] { return appDelegate->buildContextMenu(); }));
   appDelegate->applicationDidFinishLaunching();
   appearance.emplace(AppColors::accent);
   return QApplication::exec();

@@ -5,7 +5,8 @@
 namespace platform {
 
 std::shared_ptr<const Menu> mainMenu() {
-  return Environment::shared<const Menu>([] { return nullptr; });
+  const auto source = Environment::shared<MainMenu>([] { return nullptr; });
+  return source ? (*source)() : nullptr;
 }
 
 }  // namespace platform

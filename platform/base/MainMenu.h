@@ -2,10 +2,15 @@
 
 #include "platform/base/Menu.h"
 
+#include <functional>
+#include <memory>
+
 namespace platform {
 
-/// The menu whose keys act in all windows of the program, with the modifiers as they are pressed; null where
-/// the environment has none.
+/// Gives the menu that speaks for the whole program, anew at each call.
+using MainMenu = std::function<std::shared_ptr<const Menu>()>;
+
+/// What the environment's one gives; null where it has none.
 [[nodiscard]] std::shared_ptr<const Menu> mainMenu();
 
 }  // namespace platform

@@ -107,15 +107,17 @@ TEST(RecorderRules, ConflictsDecideInTheirOrder) {
     return taken;
   }));
   platform::Menu menu;
-  for (const auto modifier : {control, option}) {
+  for (const auto modifier : {command, option}) {
     platform::MenuItem item;
-    item.title = modifier == control ? u"Save"_s : u"Set Aside"_s;
+    item.title = modifier == command ? u"Save"_s : u"Set Aside"_s;
     item.keyEquivalent = u"s"_s;
     item.keyEquivalentModifierMask = modifier;
     menu.items.push_back(item);
   }
   RecorderContext context{{}, &menu, {{15, 1}, true}};
-  EXPECT_EQ(decide(press(Key::s, control), context), (RecorderDecision{RefuseForMenu, {}, u"Save"_s}));
+  for (const auto modifier : {command, control})
+    EXPECT_EQ(decide(press(Key::s, modifier), context), (RecorderDecision{RefuseForMenu, {}, u"Save"_s}));
+  EXPECT_EQ(decide(press(Key::s, command | control), context).action, Save);
   EXPECT_EQ(decide(press(Key::s, option), context), (RecorderDecision{RefuseForMenu, {}, u"Set Aside"_s}));
   context.mainMenu = nullptr;
   EXPECT_EQ(decide(press(Key::s, option), context), (RecorderDecision{RefuseDisallowed, {}, {}}));

@@ -263,6 +263,13 @@ TEST_F(RecorderTest, BeepsAtWhatNoShortcutCanHaveAndSaysNothingToModifiersAndRep
   EXPECT_EQ(beeps, 1);
   press({KEY_LEFTCTRL, KEY_CALC});
   EXPECT_EQ(beeps, 2);
+  testing_support::setLayout(u"us,de"_s, u"grp:alt_shift_toggle"_s);
+  log->settle();
+  press({KEY_LEFTALT, KEY_LEFTSHIFT});
+  EXPECT_EQ(beeps, 2) << "which now switches to the second layout";
+  press({KEY_RIGHTALT, KEY_LEFTCTRL, KEY_Q});
+  EXPECT_EQ(beeps, 3) << "AltGr can't be had";
+  testing_support::setLayout(u"us"_s);
   EXPECT_TRUE(field->isRecording());
   EXPECT_TRUE(changes.isEmpty());
 }
@@ -300,7 +307,7 @@ TEST_F(RecorderTest, WhatTheProgramsMenuHasIsRefused) {
   item.title = u"Print 100%1"_s;
   item.keyEquivalent = u"p"_s;
   item.keyEquivalentModifierMask = ModifierFlag::Control | ModifierFlag::Option;
-  Environment::provide<const platform::Menu>(menu);
+  Environment::provide(std::make_shared<platform::MainMenu>([&] { return menu; }));
   record(field);
   press(recordedKeys);
   ASSERT_TRUE(QApplication::activeModalWidget());
