@@ -1,5 +1,6 @@
 #include "app/look/SymbolButton.h"
 
+#include "app/look/ControlPainting.h"
 #include "app/look/FocusRing.h"
 #include "app/shell/AppColors.h"
 #include "platform/desktop/Symbols.h"
@@ -44,6 +45,8 @@ void SymbolButton::paintEvent(QPaintEvent*) {
   painter.setPen(Qt::NoPen);
   painter.setBrush(disc);
   painter.drawEllipse(rect());
+  strokeRounded(painter, rect(), rect().height() / 2.0, look.rim.resolved(appearance), 1);
+  painter.setPen(Qt::NoPen);
   QColor ink = look.ink.resolved(appearance);
   if (underMouse() && isEnabled()) {  // stronger while pressed, and never so that a white symbol pales
     const int strength = isDown() ? 70 : 36;

@@ -18,6 +18,8 @@ class SymbolButton : public QAbstractButton {
     platform::Color mark{0, 0};
     /// A circle behind the symbol, as large as the button.
     platform::Color disc{0, 0};
+    /// A line around it.
+    platform::Color rim{0, 0};
 
     bool operator==(const Look&) const = default;
   };

@@ -45,6 +45,12 @@ void Motion::moveTo(double where) {
   scheduleStep();
 }
 
+void Motion::moveTo(double where, Duration howLong, Easing how) {
+  duration = howLong;
+  easing = how;
+  moveTo(where);
+}
+
 void Motion::jumpTo(double where) {
   nextStep.cancel();
   arriveAt(where);

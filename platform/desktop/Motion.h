@@ -35,6 +35,8 @@ class Motion {
   [[nodiscard]] bool isMoving() const { return nextStep.isPending(); }
   /// From where it is, in its whole duration however short the way. The first step comes with the next frame.
   void moveTo(double target);
+  /// The same at another pace, which it keeps.
+  void moveTo(double target, Duration duration, Easing easing);
   /// Without motion.
   void jumpTo(double target);
   /// Rests where it is, and tells nobody.
@@ -45,8 +47,8 @@ class Motion {
   void step();
   void arriveAt(double value);
 
-  const Duration duration;
-  const Easing easing;
+  Duration duration;
+  Easing easing;
   const std::function<void(double)> onStep;
   double now = 0;
   double start = 0;

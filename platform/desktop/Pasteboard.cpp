@@ -32,6 +32,13 @@ void addForms(const QUrl& url, std::vector<Form>& forms) {
   forms.push_back({QStringLiteral("x-special/gnome-copied-files"), "copy\n" + address});
 }
 
+void addForms(const QString& text, std::vector<Form>& forms) {
+  for (const auto* const type : {"UTF8_STRING", "text/plain;charset=utf-8", "text/plain"})
+    forms.push_back({QString::fromLatin1(type), text.toUtf8()});
+  if (QString::fromLatin1(text.toLatin1()) == text)
+    forms.push_back({QStringLiteral("STRING"), text.toLatin1()});  // of programs that know no other
+}
+
 bool giveToKeeper(const std::vector<Form>& forms) {
   std::vector<std::string> targets;
   for (const Form& form : forms)

@@ -13,7 +13,7 @@ struct PasteboardImage {
   QByteArray png;
 };
 
-using PasteboardObject = std::variant<PasteboardImage, QUrl>;
+using PasteboardObject = std::variant<PasteboardImage, QUrl, QString>;
 
 /// The general pasteboard, which on other desktops is called the clipboard. Main thread only.
 namespace Pasteboard {
@@ -27,7 +27,7 @@ void clearContents();
 /// were, where that can't be done.
 ///
 /// A picture is offered as image/png; a file's address as text/uri-list and as file managers mark a file to
-/// be copied. Nothing is offered as text, which some programs would take in place of the picture.
+/// be copied. Neither is offered as text, which some programs would take in place of the picture; a text is.
 ///
 /// On X11 a process of its own keeps the contents, so that they outlive this program however it ends; the
 /// call returns when they can be pasted. Elsewhere they end with this program.

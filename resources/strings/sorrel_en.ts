@@ -48,6 +48,108 @@
     <message id="editor.crop.apply">
       <translation>Crop</translation>
     </message>
+    <message id="editor.cancel">
+      <translation>Cancel</translation>
+    </message>
+    <message id="editor.save">
+      <translation>Save</translation>
+    </message>
+    <message id="editor.tool.pen">
+      <translation>Pen</translation>
+    </message>
+    <message id="editor.tool.blur">
+      <translation>Blur</translation>
+    </message>
+    <message id="editor.tool.watermark">
+      <translation>Watermark</translation>
+    </message>
+    <message id="editor.tool.crop">
+      <translation>Crop</translation>
+    </message>
+    <message id="editor.undo.help">
+      <translation>Undo</translation>
+    </message>
+    <message id="editor.pen.custom.help">
+      <translation>Custom color</translation>
+    </message>
+    <message id="editor.pen.eyedropper.help">
+      <translation>Pick a color from the screen</translation>
+    </message>
+    <message id="editor.pen.copyHex.help">
+      <translation>Copy the color code</translation>
+    </message>
+    <message id="editor.pen.copied">
+      <translation>Copied</translation>
+    </message>
+    <message id="editor.pen.saturationAndBrightness">
+      <translation>Saturation and brightness</translation>
+    </message>
+    <message id="editor.pen.hue">
+      <translation>Hue</translation>
+    </message>
+    <message id="editor.pen.width">
+      <translation>Width %1</translation>
+    </message>
+    <message id="editor.pen.color.red">
+      <translation>Red</translation>
+    </message>
+    <message id="editor.pen.color.orange">
+      <translation>Orange</translation>
+    </message>
+    <message id="editor.pen.color.yellow">
+      <translation>Yellow</translation>
+    </message>
+    <message id="editor.pen.color.green">
+      <translation>Green</translation>
+    </message>
+    <message id="editor.pen.color.blue">
+      <translation>Blue</translation>
+    </message>
+    <message id="editor.pen.color.white">
+      <translation>White</translation>
+    </message>
+    <message id="editor.pen.color.black">
+      <translation>Black</translation>
+    </message>
+    <message id="editor.blur.gaussian">
+      <translation>Gaussian</translation>
+    </message>
+    <message id="editor.blur.mosaic">
+      <translation>Mosaic</translation>
+    </message>
+    <message id="editor.blur.brush">
+      <translation>Brush</translation>
+    </message>
+    <message id="editor.blur.area">
+      <translation>Area</translation>
+    </message>
+    <message id="editor.blur.brushSize.help">
+      <translation>Brush size</translation>
+    </message>
+    <message id="editor.blur.intensity.help">
+      <translation>Blur intensity</translation>
+    </message>
+    <message id="editor.fileSize.zero">
+      <translation>Zero KB</translation>
+    </message>
+    <message id="editor.fileSize.byte">
+      <translation>%1 byte</translation>
+    </message>
+    <message id="editor.fileSize.bytes">
+      <translation>%1 bytes</translation>
+    </message>
+    <message id="editor.fileSize.kilobytes">
+      <translation>%1 KB</translation>
+    </message>
+    <message id="editor.fileSize.megabytes">
+      <translation>%1 MB</translation>
+    </message>
+    <message id="editor.fileSize.gigabytes">
+      <translation>%1 GB</translation>
+    </message>
+    <message id="editor.fileSize.terabytes">
+      <translation>%1 TB</translation>
+    </message>
     <message id="settings.language.system">
       <translation>System</translation>
     </message>

@@ -48,6 +48,108 @@
     <message id="editor.crop.apply">
       <translation>자르기 적용</translation>
     </message>
+    <message id="editor.cancel">
+      <translation>취소</translation>
+    </message>
+    <message id="editor.save">
+      <translation>저장</translation>
+    </message>
+    <message id="editor.tool.pen">
+      <translation>펜</translation>
+    </message>
+    <message id="editor.tool.blur">
+      <translation>블러</translation>
+    </message>
+    <message id="editor.tool.watermark">
+      <translation>워터마크</translation>
+    </message>
+    <message id="editor.tool.crop">
+      <translation>자르기</translation>
+    </message>
+    <message id="editor.undo.help">
+      <translation>실행 취소</translation>
+    </message>
+    <message id="editor.pen.custom.help">
+      <translation>사용자 지정 색상</translation>
+    </message>
+    <message id="editor.pen.eyedropper.help">
+      <translation>화면에서 색상 추출</translation>
+    </message>
+    <message id="editor.pen.copyHex.help">
+      <translation>색상 코드 복사</translation>
+    </message>
+    <message id="editor.pen.copied">
+      <translation>복사됨</translation>
+    </message>
+    <message id="editor.pen.saturationAndBrightness">
+      <translation>채도와 밝기</translation>
+    </message>
+    <message id="editor.pen.hue">
+      <translation>색조</translation>
+    </message>
+    <message id="editor.pen.width">
+      <translation>굵기 %1</translation>
+    </message>
+    <message id="editor.pen.color.red">
+      <translation>빨간색</translation>
+    </message>
+    <message id="editor.pen.color.orange">
+      <translation>주황색</translation>
+    </message>
+    <message id="editor.pen.color.yellow">
+      <translation>노란색</translation>
+    </message>
+    <message id="editor.pen.color.green">
+      <translation>초록색</translation>
+    </message>
+    <message id="editor.pen.color.blue">
+      <translation>파란색</translation>
+    </message>
+    <message id="editor.pen.color.white">
+      <translation>흰색</translation>
+    </message>
+    <message id="editor.pen.color.black">
+      <translation>검은색</translation>
+    </message>
+    <message id="editor.blur.gaussian">
+      <translation>가우시안</translation>
+    </message>
+    <message id="editor.blur.mosaic">
+      <translation>모자이크</translation>
+    </message>
+    <message id="editor.blur.brush">
+      <translation>브러시</translation>
+    </message>
+    <message id="editor.blur.area">
+      <translation>영역</translation>
+    </message>
+    <message id="editor.blur.brushSize.help">
+      <translation>브러시 크기</translation>
+    </message>
+    <message id="editor.blur.intensity.help">
+      <translation>블러 강도</translation>
+    </message>
+    <message id="editor.fileSize.zero">
+      <translation>0KB</translation>
+    </message>
+    <message id="editor.fileSize.byte">
+      <translation>%1바이트</translation>
+    </message>
+    <message id="editor.fileSize.bytes">
+      <translation>%1바이트</translation>
+    </message>
+    <message id="editor.fileSize.kilobytes">
+      <translation>%1KB</translation>
+    </message>
+    <message id="editor.fileSize.megabytes">
+      <translation>%1MB</translation>
+    </message>
+    <message id="editor.fileSize.gigabytes">
+      <translation>%1GB</translation>
+    </message>
+    <message id="editor.fileSize.terabytes">
+      <translation>%1TB</translation>
+    </message>
     <message id="settings.language.system">
       <translation>시스템</translation>
     </message>

@@ -1,26 +1,64 @@
 #include "app/editor/view/EditorView.h"
 
-#include "app/editor/model/EditorModel.h"
+#include "app/capture/Notifications.h"
 #include "app/editor/view/BlurTool.h"
 #include "app/editor/view/Canvas.h"
 #include "app/editor/view/CropTool.h"
+#include "app/editor/view/EditorPalette.h"
+#include "app/editor/view/OptionsPopover.h"
 #include "app/editor/view/PenTool.h"
+#include "app/editor/view/ToolRail.h"
+#include "app/editor/view/TopBar.h"
+#include "app/shell/AppColors.h"
+#include "platform/base/NotificationCenter.h"
 #include "platform/system/FreeMemory.h"
 
 #include <QHBoxLayout>
 #include <QHideEvent>
 
 namespace sorrel {
+namespace {
+
+constexpr platform::Color barDivider = EditorPalette::always(0x26ffffff);
+
+QPalette editorPalette() {
+  QPalette palette = platform::paletteOf(platform::Appearance::Dark, AppColors::accent);
+  palette.setColor(QPalette::Window, EditorPalette::windowBG.resolved());
+  return palette;
+}
+
+QWidget* dividerIn(QWidget* parent) {
+  auto* const line = new QWidget(parent);
+  line->setFixedHeight(1);
+  line->setAutoFillBackground(true);
+  line->setPalette(barDivider.resolved());
+  return line;
+}
+
+}  // namespace
 
 EditorView::EditorView(std::unique_ptr<EditorModel> opened, std::function<void()> close, QWidget* parent)
     : QWidget(parent), model(std::move(opened)), onClose(std::move(close)) {
-  auto* const row = new QHBoxLayout(this);
-  row->setContentsMargins(0, 0, 0, 0);
+  setPalette(editorPalette());
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  auto* const row = new QHBoxLayout;
+  row->setSpacing(0);
+  auto* const rail = new ToolRail(
+      *model, [this](EditorModel::Tool tool) { selectTool(tool); }, this);
+  popover = new OptionsPopover(*model, this);
   auto* const canvas = new Canvas(*model, this);
   canvas->setTool(EditorModel::Tool::pen, std::make_unique<PenTool>(*model));
   canvas->setTool(EditorModel::Tool::blur, std::make_unique<BlurTool>(*model, *canvas));
   canvas->setTool(EditorModel::Tool::crop, std::make_unique<CropTool>(*model, *canvas));
+  row->addWidget(rail);
   row->addWidget(canvas, 1);
+  column->addWidget(new TopBar(
+      *model, onClose, [this] { save(); }, this));
+  column->addWidget(dividerIn(this));
+  column->addLayout(row, 1);
+  popover->raise();
 }
 
 EditorView::~EditorView() = default;
@@ -33,6 +71,24 @@ void EditorView::hideEvent(QHideEvent* event) {
     destroy();  // what the window system and the toolkit hold for a window that may be shown again
     platform::giveBackFreeMemory();
   });
+}
+
+void EditorView::selectTool(EditorModel::Tool tool) {
+  PopoverTiming& timing = popover->timing();
+  if (model->tool == tool && timing.isVisible()) {
+    timing.hideNow();
+    return;
+  }
+  model->tool = tool;
+  timing.show();
+}
+
+/// What can't be saved closes too: there is a line in the log, and the file is as it was.
+void EditorView::save() {
+  if (model->save())
+    platform::NotificationCenter::defaultCenter().post(
+        QString::fromLatin1(Notifications::screenshotsChanged));
+  onClose();
 }
 
 }  // namespace sorrel

@@ -54,6 +54,19 @@ TEST_F(PasteboardTest, WhatWasCopiedOutlivesItsProgramHoweverThatEnds) {
   EXPECT_EQ(paste(u"x-special/gnome-copied-files"_s), "copy\n" + address);
 }
 
+TEST_F(PasteboardTest, ATextCanBePastedByProgramsOfEveryAge) {
+  const auto copy = [&](const QString& text) {
+    const auto giver = start({giverPath, u"--text"_s, text});
+    until("the giver has copied", [&] { return giver->output() == "given\n"; });
+  };
+  copy(u"#2D7FF9"_s);
+  EXPECT_EQ(paste(u"STRING"_s), "#2D7FF9");
+  EXPECT_EQ(paste(u"UTF8_STRING"_s), "#2D7FF9");
+  copy(u"한글"_s);
+  EXPECT_EQ(paste(u"text/plain;charset=utf-8"_s), u"한글"_s.toUtf8());
+  EXPECT_FALSE(paste(u"TARGETS"_s).contains("\nSTRING\n")) << "it has no such letters";
+}
+
 TEST_F(PasteboardTest, WithoutAKeeperTheOldContentsStayAndTheCopyIsKnownToHaveFailed) {
   const QString other = home.write(u"other.txt"_s, "another's");
   EXPECT_EQ(start({u"xclip"_s, u"-selection"_s, u"clipboard"_s, u"-i"_s, other})->waitForEnd(), 0);
