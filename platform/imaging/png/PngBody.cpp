@@ -38,7 +38,8 @@ PngBody::Bands::Bands(const PictureView& picture)
 }
 
 int PngBody::Bands::end(int band) const {
-  return std::min((band + 1) * rows, height);
+  const int first = band * rows;
+  return first + std::min(rows, height - first);
 }
 
 /// What one core needs to make bands into chunks.
