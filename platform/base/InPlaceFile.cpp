@@ -4,7 +4,6 @@
 #include "platform/base/Log.h"
 #include "platform/base/SavingCopy.h"
 #include "platform/system/Descriptor.h"
-#include "platform/system/DiskWrite.h"
 
 #include <algorithm>
 #include <array>
@@ -25,8 +24,7 @@ bool fail(int reason) {
 }
 
 bool writeAt(int file, const char* bytes, off_t size, off_t offset) {
-  const int reason =
-      writeTowardsDisk(file, bytesOf(std::string_view(bytes, static_cast<std::size_t>(size))), offset);
+  const int reason = writeAll(file, bytesOf(std::string_view(bytes, static_cast<std::size_t>(size))), offset);
   return reason == 0 || fail(reason);
 }
 

@@ -2,7 +2,6 @@
 
 #include "platform/base/FilePath.h"
 #include "platform/base/Locations.h"
-#include "platform/system/DiskWrite.h"
 
 #include <QCryptographicHash>
 #include <QDataStream>
@@ -52,9 +51,8 @@ bool isWithinLimit(qint64 length) {
   return getrlimit(RLIMIT_FSIZE, &most) != 0 || static_cast<rlim_t>(length) <= most.rlim_cur;
 }
 
-bool writeAt(int file, const QByteArray& bytes, off_t offset) {
-  errno =
-      writeTowardsDisk(file, bytesOf({bytes.constData(), static_cast<std::size_t>(bytes.size())}), offset);
+bool write(int file, const QByteArray& bytes) {
+  errno = writeAll(file, bytesOf({bytes.constData(), static_cast<std::size_t>(bytes.size())}));
   return errno == 0;
 }
 
@@ -71,23 +69,12 @@ quint64 checksum(const QByteArray& bytes) {
   return hash;
 }
 
-/// As long with any checksum.
-QByteArray header(const SavingCopy::Target& target, qsizetype length, quint64 sum) {
+QByteArray header(const SavingCopy::Target& target, const QByteArray& data) {
   QByteArray bytes;
   QDataStream(&bytes, QIODevice::WriteOnly)
       << signature << target.path << target.identity.device << target.identity.inode << target.identity.birth
-      << qint64(length) << sum;
+      << qint64(data.size()) << checksum(data);
   return bytes;
-}
-
-/// Writes all of a copy and waits until the disk has it. Header and checksum come last, while the disk is
-/// busy with the data; until then the file is no copy.
-bool fill(int file, const SavingCopy::Target& target, const QByteArray& data) {
-  const off_t before = header(target, data.size(), 0).size();
-  // Room that is taken at once lies together. Where this can't be, the writes tell what is amiss.
-  (void)fallocate(file, 0, 0, before + data.size());
-  return writeAt(file, data, before) && writeAt(file, header(target, data.size(), checksum(data)), 0) &&
-         fsync(file) == 0;
 }
 
 void removeIfNobodyHasIt(const QByteArray& path) {
@@ -98,7 +85,8 @@ void removeIfNobodyHasIt(const QByteArray& path) {
 }  // namespace
 
 Result<SavingCopy> SavingCopy::make(const Target& target, const QByteArray& data) {
-  if (!isWithinLimit(header(target, data.size(), 0).size() + data.size()))
+  const QByteArray head = header(target, data);
+  if (!isWithinLimit(head.size() + data.size()))
     return Error::fromErrno(EFBIG);
   if (!makeFolder(folder()))
     return Error{folder() + QStringLiteral(" can't be made")};
@@ -107,7 +95,7 @@ Result<SavingCopy> SavingCopy::make(const Target& target, const QByteArray& data
   Descriptor file = lockedFile(path, O_WRONLY | O_CREAT | O_EXCL);
   // Linux's file systems bring a new file's name to the disk with the file: the folder needs no sync of its
   // own, which would cost as much again.
-  if (file.isOpen() && fill(file.get(), target, data))
+  if (file.isOpen() && write(file.get(), head) && write(file.get(), data) && fsync(file.get()) == 0)
     return SavingCopy(path, std::move(file), target, data);
   const auto failure = Error::fromErrno(errno);
   unlink(path.constData());

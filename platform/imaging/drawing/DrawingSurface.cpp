@@ -17,19 +17,14 @@ namespace {
 
 using Samples = LineMask::Samples;
 
-/// What the painter would do by itself, on all cores and in memory whose fresh pages cost less.
+/// What the painter would do by itself, in memory whose fresh pages cost less.
 QImage copied(const QImage& source) {
   QImage copy = blankLike(source, source.size());
   if (copy.isNull())
     return source.copy();
   const auto bytes = static_cast<std::size_t>(4 * source.width());
-  constexpr std::size_t worthAThread = std::size_t{1} << 21;
-  uchar* const rows = copy.bits();
-  forEachBand(source.height(), static_cast<int>(worthAThread / bytes + 1), Cores::All,
-              [&](int first, int end) {
-                for (int y = first; y < end; ++y)
-                  std::memcpy(rows + y * copy.bytesPerLine(), source.constScanLine(y), bytes);
-              });
+  for (int y = 0; y < source.height(); ++y)
+    std::memcpy(copy.scanLine(y), source.constScanLine(y), bytes);
   return copy;
 }
 
