@@ -110,6 +110,7 @@ class RecorderTest : public ::testing::Test {
   void answer(const QString& text) {
     const QWidget* const alert = QApplication::activeModalWidget();
     ASSERT_TRUE(alert);
+    until("the alert has the keyboard", [&] { return alert->isActiveWindow(); });
     for (auto* const candidate : alert->findChildren<QPushButton*>())
       if (candidate->text() == text)
         candidate->click();
