@@ -112,6 +112,9 @@ bool X11HotKeyService::keyPressed(const xcb_key_press_event_t& event, uint32_t l
   const bool wantsRawKeys = listening == Keys::Raw;
   if (!isGrabbed && !wantsRawKeys)
     return false;
+  // The toolkit shows an event again that it was let have.
+  if (isGrabbed && event.detail == lastTap.keycode && event.time == lastTap.pressed)
+    return false;
   if (isRepeat(event, lastRequest)) {
     if (event.detail == lastTap.keycode)
       lastTap.pressed = event.time;
