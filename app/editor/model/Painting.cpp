@@ -36,12 +36,12 @@ PlacedPicture painted(const QRectF& rectangle, const QRect& part, const Paint& p
   constexpr double pixelsAtMost = 4e6;
   const QRectF seen = rectangle.intersected(QRectF(part));
   if (seen.isEmpty())
-    return {};
+    return {{}, {}, rectangle.isEmpty()};
   const bool isLarge = rectangle.width() * rectangle.height() > pixelsAtMost;
   const QRect bounds = (isLarge ? seen : rectangle).toAlignedRect();
   DrawingSurface surface(nothing(bounds.size()));
   paint(surface, bounds.topLeft());
-  return {surface.finish(), bounds.topLeft()};
+  return {surface.finish(), bounds.topLeft(), bounds.contains(rectangle.toAlignedRect())};
 }
 
 /// In strips, so that a picture of any size needs no second one of its size.

@@ -20,6 +20,8 @@ namespace sorrel {
 struct PlacedPicture {
   QImage image;
   QPoint topLeft;  // on the surface
+  /// Nothing is missing, also where it isn't seen.
+  bool isWhole = true;
 };
 /// The base image, or a part of it, under each BlurStyle's filter; one that no region needs may be null.
 using FilteredPictures = std::array<PlacedPicture, 2>;

@@ -29,6 +29,7 @@ class BlurTool : public CanvasTool {
   void released() override;
   void hovered(const std::optional<QPointF>& place) override;
   [[nodiscard]] QCursor cursorAt(const QPointF&) const override { return Qt::CrossCursor; }
+  [[nodiscard]] bool isOver() const override { return !shown.empty(); }
   void paintOver(QPainter& painter, double scale) const override;
 
  private:

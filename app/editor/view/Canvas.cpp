@@ -16,6 +16,8 @@ namespace {
 constexpr std::chrono::milliseconds zoomDuration(150);
 /// How long a pinch or a wheel has to rest before the pixels are painted anew.
 constexpr std::chrono::milliseconds settlingDelay(120);
+/// How long the watermarks have to rest.
+constexpr std::chrono::milliseconds settlingMarksDelay(120);
 
 }  // namespace
 
@@ -23,7 +25,8 @@ Canvas::Canvas(EditorModel& document, QWidget* parent)
     : QAbstractScrollArea(parent),
       model(document),
       layers(document),
-      zoomMotion(zoomDuration, platform::Easing::Out, [this](double factor) { stepZoom(factor); }) {
+      zoomMotion(zoomDuration, platform::Easing::Out, [this](double factor) { stepZoom(factor); }),
+      burst(document, [this](const QRectF& part) { updateOver(part); }) {
   setFrameShape(NoFrame);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -181,7 +184,7 @@ void Canvas::beginStretching() {
   CanvasFit whole = place;
   whole.zoom = 1;
   layers.show(place);
-  stretched.begin(layers.picture().image, layers.isOpaque(), layers.shownView(),
+  stretched.begin(layers.picture(marksAre).image, layers.isOpaque(), layers.shownView(),
                   model.reduced(whole.shown()));
 }
 
@@ -212,6 +215,19 @@ void Canvas::updateOver(const QRectF& rectangle) {
                          .adjusted(-1, -1, 1, 1));
 }
 
+void Canvas::carryMarks() {
+  layers.carryMarks();
+  settlingMarks = platform::MainQueue::main().asyncAfter(settlingMarksDelay, [this] {
+    if (!isDragging)
+      settleMarks();
+  });
+}
+
+void Canvas::settleMarks() {
+  settlingMarks.cancel();
+  update(layers.settleMarks());
+}
+
 void Canvas::paintEvent(QPaintEvent* event) {
   if (place.ratio != viewport()->devicePixelRatioF())  // the window has come to another screen
     fitAnew();
@@ -222,6 +238,9 @@ void Canvas::paintEvent(QPaintEvent* event) {
                        toDevice.inverted());
   if (!stretched.isShown())
     layers.show(place);
+  CanvasTool* const tool = toolNow();
+  if (!stretched.isShown())
+    marksAre = marksFor(tool);
   const QRect picture = place.picture();
   const QRegion region = event->region();
   const auto pixelsOf = [this](const QRect& points) {
@@ -230,7 +249,7 @@ void Canvas::paintEvent(QPaintEvent* event) {
   };
   for (const QRect& points : region)
     paintPicture(painter, pixelsOf(points));
-  paintTool(painter);
+  paintOver(painter, tool);
   backdrop.paintAroundCorners(painter, pixelsOf(region.boundingRect()), picture, place.ratio);
 }
 
@@ -240,7 +259,7 @@ void Canvas::paintPicture(QPainter& painter, const QRect& exposed) {
     backdrop.paint(painter, exposed, picture, place.ratio);
   if (stretched.isShown())
     return stretched.paint(painter, picture);
-  const PlacedPicture pixels = layers.picture();
+  const PlacedPicture pixels = layers.picture(marksAre);
   const QRect part = exposed.translated(-picture.topLeft()) & QRect(pixels.topLeft, pixels.image.size());
   if (part.isEmpty())
     return;
@@ -250,18 +269,38 @@ void Canvas::paintPicture(QPainter& painter, const QRect& exposed) {
   painter.drawImage(part.topLeft() + picture.topLeft(), drawn, part.translated(-pixels.topLeft));
 }
 
-void Canvas::paintTool(QPainter& painter) {
-  const CanvasTool* const tool = toolNow();
-  if (!tool)
-    return;
-  const QRect picture = place.picture();
+/// Painted into the picture they are exactly what the file will have; over a tool's part, or while they are
+/// moved, only nearly so, and at less cost.
+CanvasLayers::Marks Canvas::marksFor(const CanvasTool* tool) const {
+  return layers.isCarryingMarks() || (tool && tool->isOver()) ? CanvasLayers::Marks::apart
+                                                              : CanvasLayers::Marks::within;
+}
+
+void Canvas::paintOver(QPainter& painter, const CanvasTool* tool) {
   painter.save();
-  painter.setClipRect(picture, Qt::IntersectClip);
-  painter.translate(picture.topLeft());
+  painter.setClipRect(place.picture(), Qt::IntersectClip);
+  painter.translate(place.picture().topLeft());
+  const QTransform pixels = painter.transform();
   painter.scale(place.pixelsPerUnit(), place.pixelsPerUnit());
+  const QTransform display = painter.transform();
   painter.setRenderHint(QPainter::Antialiasing);
-  tool->paintOver(painter, canvasScale());
+  if (tool)
+    tool->paintOver(painter, canvasScale());
+  if (marksAre == CanvasLayers::Marks::apart) {
+    painter.setTransform(pixels);
+    paintMarks(painter);
+    painter.setTransform(display);
+  }
+  burst.paint(painter);
   painter.restore();
+}
+
+void Canvas::paintMarks(QPainter& painter) const {
+  const QSizeF shown = layers.shownView().shown;
+  const QSizeF picture = place.picture().size();
+  painter.scale(picture.width() / shown.width(), picture.height() / shown.height());
+  for (const PlacedPicture& mark : layers.marks())
+    painter.drawImage(mark.topLeft, mark.image);
 }
 
 }  // namespace sorrel

@@ -5,6 +5,7 @@
 #include "app/editor/view/CanvasFit.h"
 #include "app/editor/view/CanvasLayers.h"
 #include "app/editor/view/CanvasTool.h"
+#include "app/editor/view/SorrelBurst.h"
 #include "app/editor/view/StretchedView.h"
 #include "platform/base/MainQueue.h"
 #include "platform/base/Subscription.h"
@@ -47,6 +48,8 @@ class Canvas : public QAbstractScrollArea {
 
   /// What a tool shows over the picture has changed within a rectangle of display space.
   void updateOver(const QRectF& rectangle);
+  /// The watermarks are about to be moved, step by step.
+  void carryMarks();
   /// What the pointer looks like may have changed.
   void updateCursor();
 
@@ -57,6 +60,7 @@ class Canvas : public QAbstractScrollArea {
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void scrollContentsBy(int dx, int dy) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -92,7 +96,11 @@ class Canvas : public QAbstractScrollArea {
 
   void update(const QRegion& inPicture);
   void paintPicture(QPainter& painter, const QRect& exposed);
-  void paintTool(QPainter& painter);
+  /// The tool's part, the watermarks if they are apart, and the burst, from below.
+  void paintOver(QPainter& painter, const CanvasTool* tool);
+  void paintMarks(QPainter& painter) const;
+  [[nodiscard]] CanvasLayers::Marks marksFor(const CanvasTool* tool) const;
+  void settleMarks();
 
   EditorModel& model;
   CanvasFit place;
@@ -107,8 +115,11 @@ class Canvas : public QAbstractScrollArea {
   Zooming zooming;
   platform::Motion zoomMotion;
   platform::WorkItem settling;
+  CanvasLayers::Marks marksAre = CanvasLayers::Marks::within;
+  platform::WorkItem settlingMarks;
   platform::Observers zoomObservers;
   double pinched = 1;
+  SorrelBurst burst;
 
   std::map<EditorModel::Tool, std::unique_ptr<CanvasTool>> tools;
   CanvasTool* chosen = nullptr;

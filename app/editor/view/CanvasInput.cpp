@@ -107,6 +107,21 @@ bool Canvas::beginPan(const QMouseEvent& event) {
   return true;
 }
 
+/// A display unit with each arrow key, or ten; where the tool moves nothing the keys scroll.
+void Canvas::keyPressEvent(QKeyEvent* event) {
+  constexpr double step = 1, longStep = 10;
+  const std::map<int, QPointF> directions = {
+      {Qt::Key_Left, {-1, 0}}, {Qt::Key_Right, {1, 0}}, {Qt::Key_Up, {0, -1}}, {Qt::Key_Down, {0, 1}}};
+  const auto direction = directions.find(event->key());
+  const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
+  CanvasTool* const tool = toolNow();
+  if (tool && !isDragging && direction != directions.end() &&
+      (modifiers == Qt::NoModifier || modifiers == Qt::ShiftModifier) &&
+      tool->movedBy((modifiers ? longStep : step) * direction->second))
+    return;
+  QAbstractScrollArea::keyPressEvent(event);
+}
+
 void Canvas::mousePressEvent(QMouseEvent* event) {
   if (!beginPan(*event) && !pan && event->button() == Qt::LeftButton)
     press(event->position(), false);
@@ -142,6 +157,7 @@ void Canvas::endDrag() {
   isDragging = false;
   if (chosen)
     chosen->released();
+  settleMarks();
 }
 
 void Canvas::wheelEvent(QWheelEvent* event) {

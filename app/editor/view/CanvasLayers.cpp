@@ -40,6 +40,8 @@ void CanvasLayers::show(const CanvasFit& place) {
   const CanvasView last = std::exchange(view, next);
   under.show(view);
   ink.show(view);
+  logo.forget();
+  text.forget();
   isLogoStale = isTextStale = true;
   if (view.isScrolledFrom(last)) {
     together = scrolledLayer(together, last, view);
@@ -69,7 +71,9 @@ QRegion CanvasLayers::follow(const void* field, const QRectF& rectangle) {
     staleUnder |= changed = pixelsOf(rectangle, view.placement());
   else if (field == &model.textWM || field == &model.logoWM) {
     (field == &model.textWM ? isTextStale : isLogoStale) = true;
-    changed = pixelsOf(rectangle, view.placement());
+    changed = pixelsOf(rectangle, view.placement()) & view.layerRect();
+    if (marksAre == Marks::apart)
+      return inPicture(changed);
   } else
     changed = under.followGesture();
   changed &= view.layerRect();
@@ -79,8 +83,8 @@ QRegion CanvasLayers::follow(const void* field, const QRectF& rectangle) {
 
 QRegion CanvasLayers::followText() {
   isTextStale = true;
-  const QRect last(text.topLeft, text.image.size());
-  const QRegion changed = QRegion(last | pixelsOf(model.textRect(), view.placement())) & view.layerRect();
+  const QRegion changed =
+      QRegion(text.area() | pixelsOf(model.textRect(), view.placement())) & view.layerRect();
   stale |= changed;
   return inPicture(changed);
 }
@@ -92,15 +96,62 @@ QRegion CanvasLayers::followEditing() {
   return followText();
 }
 
-PlacedPicture CanvasLayers::picture() {
+QRegion CanvasLayers::settleMarks() {
+  if (!std::exchange(isCarrying, false))
+    return {};
+  logo.forget();
+  text.forget();
+  isLogoStale = isTextStale = true;
+  const QRegion changed = (QRegion(logo.area()) | text.area()) & view.layerRect();
+  stale |= changed;
+  return inPicture(changed);
+}
+
+/// What the marks look like is compared without their places.
+void CanvasLayers::showMarks() {
+  const Placement placement = view.placement();
+  if (std::exchange(isLogoStale, false)) {
+    const LogoWatermark now = model.logoWM->value_or(LogoWatermark());
+    LogoWatermark look = now;
+    look.center = {};
+    if (look != std::exchange(logoLook, look))
+      logo.forget();
+    logo.show(placement.point(now.center), view.layerRect(), isCarrying,
+              [&](const QRect& part) { return logoPicture(model.document(), placement, part); });
+  }
+  if (std::exchange(isTextStale, false)) {
+    TextLook look{model.textWM, model.fontFamily()};
+    look.watermark.center = {};
+    if (isTextHidden)
+      look.watermark.text.clear();
+    if (look != textLook)
+      text.forget();
+    textLook = look;
+    text.show(placement.point(model.textWM->center), view.layerRect(), isCarrying, [&](const QRect& part) {
+      return isTextHidden ? PlacedPicture() : textPicture(model.textWM, look.fontFamily, placement, part);
+    });
+  }
+}
+
+void CanvasLayers::place(Marks where) {
+  if (marksAre == where)
+    return;
+  marksAre = where;
+  stale |= (QRegion(logo.area()) | text.area()) & view.layerRect();
+}
+
+std::array<PlacedPicture, 2> CanvasLayers::marks() const {
+  std::array marks = {logo.picture(), text.picture()};
+  for (PlacedPicture& mark : marks)
+    mark.topLeft += view.area.topLeft();
+  return marks;
+}
+
+PlacedPicture CanvasLayers::picture(Marks where) {
   if (!staleUnder.isEmpty())
     under.repaint(std::exchange(staleUnder, {}));
-  const Placement placement = view.placement();
-  if (std::exchange(isLogoStale, false))
-    logo = logoPicture(model.document(), placement, view.layerRect());
-  if (std::exchange(isTextStale, false))
-    text = isTextHidden ? PlacedPicture()
-                        : textPicture(model.textWM, model.fontFamily(), placement, view.layerRect());
+  place(where);
+  showMarks();
   for (const QRect& part : std::exchange(stale, {}))
     compose(part);
   return {together, view.area.topLeft()};
@@ -110,8 +161,9 @@ void CanvasLayers::compose(const QRect& part) {
   copyPixels(together, part.topLeft(), under.pixels(), part);
   platform::DrawingSurface surface(std::move(together), part);
   surface.lay(ink.pixels(), {0, 0});
-  surface.lay(logo.image, logo.topLeft);
-  surface.lay(text.image, text.topLeft);
+  if (marksAre == Marks::within)
+    for (const MarkLayer* const mark : {&logo, &text})
+      surface.lay(mark->picture().image, mark->picture().topLeft);
   together = surface.finish();
 }
 

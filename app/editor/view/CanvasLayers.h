@@ -2,10 +2,13 @@
 
 #include "app/editor/view/CanvasFit.h"
 #include "app/editor/view/InkLayer.h"
+#include "app/editor/view/MarkLayer.h"
 #include "app/editor/view/UnderLayer.h"
 
 #include <QImage>
 #include <QRegion>
+
+#include <array>
 
 namespace sorrel {
 
@@ -16,6 +19,8 @@ namespace sorrel {
 /// Places are device pixels of the shown picture, from its own corner.
 class CanvasLayers {
  public:
+  enum class Marks { within, apart };
+
   explicit CanvasLayers(EditorModel& document);
 
   /// What is to be ready from now on.
@@ -28,8 +33,17 @@ class CanvasLayers {
   /// Perhaps the text has begun to be edited, in its own place, or is no longer.
   [[nodiscard]] QRegion followEditing();
 
-  /// All together, up to date, and where it lies in the picture.
-  [[nodiscard]] PlacedPicture picture();
+  /// Until told otherwise the watermarks are being moved.
+  void carryMarks() { isCarrying = true; }
+  [[nodiscard]] bool isCarryingMarks() const { return isCarrying; }
+  /// They rest. Returns where the pixels will be others.
+  [[nodiscard]] QRegion settleMarks();
+
+  /// All together, up to date, and where it lies in the picture; without the marks if those are to be shown
+  /// apart.
+  [[nodiscard]] PlacedPicture picture(Marks where = Marks::within);
+  /// The logo and the text as of the last picture(), to be laid over it.
+  [[nodiscard]] std::array<PlacedPicture, 2> marks() const;
   [[nodiscard]] const CanvasView& shownView() const { return view; }
   /// Whether nothing can be seen through the picture.
   [[nodiscard]] bool isOpaque();
@@ -39,13 +53,23 @@ class CanvasLayers {
     return ofLayer.translated(view.area.topLeft());
   }
   void compose(const QRect& part);
+  void showMarks();
+  void place(Marks where);
 
   EditorModel& model;
   CanvasView view;
   UnderLayer under;
   InkLayer ink;
-  PlacedPicture logo;
-  PlacedPicture text;
+  MarkLayer logo;
+  MarkLayer text;
+  struct TextLook {
+    TextWatermark watermark;
+    QString fontFamily;
+    bool operator==(const TextLook&) const = default;
+  };
+  TextLook textLook;
+  LogoWatermark logoLook;
+  Marks marksAre = Marks::within;
   QImage together;
   // What has to be painted before the next look, in the layers' pixels.
   QRegion staleUnder;
@@ -53,6 +77,7 @@ class CanvasLayers {
   bool isLogoStale = true;
   bool isTextStale = true;
   bool isTextHidden = false;
+  bool isCarrying = false;
   std::optional<bool> opaque;
 };
 

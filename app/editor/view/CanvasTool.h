@@ -36,6 +36,11 @@ class CanvasTool {
   /// Of the pointer there while nothing is dragged.
   [[nodiscard]] virtual QCursor cursorAt(const QPointF& /*place*/) const { return Qt::ArrowCursor; }
 
+  /// The arrow keys: what the tool works on moves by that much. False if there is nothing that they move.
+  [[nodiscard]] virtual bool movedBy(const QPointF& /*step*/) { return false; }
+
+  /// Whether it shows anything now. What a tool shows lies below the watermarks.
+  [[nodiscard]] virtual bool isOver() const { return false; }
   /// The painter's unit is a display unit; it is clipped to the picture. `scale`: points of the screen for a
   /// display unit.
   virtual void paintOver(QPainter& /*painter*/, double /*scale*/) const {}

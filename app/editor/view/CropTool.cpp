@@ -72,6 +72,12 @@ void CropTool::released() {
   drag.reset();
 }
 
+bool CropTool::movedBy(const QPointF& step) {
+  if (cropRect && !drag)
+    show(applyCropDrag(CropHandle::move, *cropRect, step, model.displaySize));
+  return cropRect.has_value();
+}
+
 QCursor CropTool::cursorAt(const QPointF& place) const {
   return cursorFor(cropRect ? cropHandle(place, *cropRect, canvas.canvasScale()) : std::nullopt);
 }

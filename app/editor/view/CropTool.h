@@ -31,6 +31,8 @@ class CropTool : public CanvasTool {
   void dragged(const QPointF& place) override;
   void released() override;
   [[nodiscard]] QCursor cursorAt(const QPointF& place) const override;
+  [[nodiscard]] bool movedBy(const QPointF& step) override;
+  [[nodiscard]] bool isOver() const override { return cropRect.has_value(); }
   void paintOver(QPainter& painter, double scale) const override;
 
  private:

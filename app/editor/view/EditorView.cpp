@@ -9,6 +9,7 @@
 #include "app/editor/view/PenTool.h"
 #include "app/editor/view/ToolRail.h"
 #include "app/editor/view/TopBar.h"
+#include "app/editor/view/WatermarkTool.h"
 #include "app/shell/AppColors.h"
 #include "platform/base/NotificationCenter.h"
 #include "platform/system/FreeMemory.h"
@@ -51,6 +52,7 @@ EditorView::EditorView(std::unique_ptr<EditorModel> opened, std::function<void()
   auto* const canvas = new Canvas(*model, this);
   canvas->setTool(EditorModel::Tool::pen, std::make_unique<PenTool>(*model));
   canvas->setTool(EditorModel::Tool::blur, std::make_unique<BlurTool>(*model, *canvas));
+  canvas->setTool(EditorModel::Tool::watermark, std::make_unique<WatermarkTool>(*model, *canvas));
   canvas->setTool(EditorModel::Tool::crop, std::make_unique<CropTool>(*model, *canvas));
   row->addWidget(rail);
   row->addWidget(canvas, 1);
