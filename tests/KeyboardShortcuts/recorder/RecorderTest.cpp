@@ -25,7 +25,7 @@ using platform::Environment;
 using platform::ModifierFlag;
 using testing_support::until;
 
-/// A window with another control and two recorders, the second of which is without a shortcut, on a real X
+/// A window with two recorders, the second of which is without a shortcut, and another control, on a real X
 /// server with a window manager and the module's real services.
 class RecorderTest : public ::testing::Test {
  protected:
@@ -46,13 +46,13 @@ class RecorderTest : public ::testing::Test {
         });
 
     auto* const rows = new QVBoxLayout(window.get());
-    button = new QPushButton(u"Else"_s);
     const auto change = [this](const std::optional<Shortcut>& shortcut) { changes << shortcut; };
     auto* const row = new Recorder(u"Capture"_s, name, change);
     auto* const second = new Recorder(u"Other"_s, Name(u"two"_s), change);
-    rows->addWidget(button);
+    button = new QPushButton(u"Else"_s);
     rows->addWidget(row);
     rows->addWidget(second);
+    rows->addWidget(button);
     field = &row->field();
     emptyField = &second->field();
     window->setWindowTitle(u"Shortcuts"_s);
@@ -211,6 +211,9 @@ TEST_F(RecorderTest, EveryWayOutFreesTheKeyboardAndTheHotKeys) {
   presses = 0;
   record(field);
   EXPECT_GT(presses, 0) << "who else hears of clicks still does";
+  delete field;
+  expectOver("the field is destroyed");
+  record(emptyField);
   window.reset();
   expectOver("the window is destroyed");
 }
