@@ -209,7 +209,9 @@ void Screen::paintRoot(const QImage& picture) {
 }
 
 quint32 Screen::openWindow(const QString& title, QPoint position, const QImage& picture, WindowKind kind) {
-  const uint32_t values[] = {pixmapOf(picture), kind == WindowKind::Menu, XCB_EVENT_MASK_KEY_PRESS};
+  // Clicks are its own too: else they would be clicks on the desktop.
+  const uint32_t values[] = {pixmapOf(picture), kind == WindowKind::Menu,
+                             XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_BUTTON_PRESS};
   const xcb_window_t window = xcb_generate_id(connection);
   xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screen->root,
                     static_cast<int16_t>(position.x()), static_cast<int16_t>(position.y()),
