@@ -88,8 +88,9 @@ void RecorderCocoa::applyClearButtonRule() {
   clearButton->setVisible(!text().isEmpty());
   // As wide at the other end, so that the text stays in the middle, unless it is too long for that.
   const int end = clearButton->isVisibleTo(this) ? ClearButton::side : 0;
-  const bool fits = fontMetrics().horizontalAdvance(text()) < width() - 2 * (end + 2 * clearButtonInset);
-  const int start = fits ? end : 0;
+  const int free = width() - fontMetrics().horizontalAdvance(text()) - 4 * clearButtonInset;
+  const int start = free > 2 * end ? end : 0;
+  setToolTip(free > end ? QString() : text());
   const bool isMirrored = layoutDirection() == Qt::RightToLeft;
   setTextMargins(isMirrored ? end : start, 0, isMirrored ? start : end, 0);
   setCursorPosition(0);
@@ -103,6 +104,7 @@ void RecorderCocoa::preventBecomingKey() {
 bool RecorderCocoa::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::WindowActivate:
+      showShortcut();  // the keyboard's layout may have changed
       preventBecomingKey();
       break;
     case QEvent::WindowDeactivate:
@@ -135,7 +137,7 @@ void RecorderCocoa::mousePressEvent(QMouseEvent*) {
 
 void RecorderCocoa::showEvent(QShowEvent* event) {
   QLineEdit::showEvent(event);
-  showShortcut();  // the keyboard's layout may have changed
+  showShortcut();
   preventBecomingKey();
 }
 
