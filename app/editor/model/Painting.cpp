@@ -44,6 +44,18 @@ PlacedPicture painted(const QRectF& rectangle, const QRect& part, const Paint& p
   return {surface.finish(), bounds.topLeft(), bounds.contains(rectangle.toAlignedRect())};
 }
 
+/// What `work` makes of a placement whose origin is less than a pixel away, put where it belongs: so the same
+/// numbers are rounded wherever a surface begins.
+template <typename Work>
+PlacedPicture placedAfterwards(const Placement& placement, const QRect& part, const Work& work) {
+  const QPoint origin(int(std::floor(placement.origin.x())), int(std::floor(placement.origin.y())));
+  Placement near = placement;
+  near.origin -= origin;
+  PlacedPicture picture = work(near, part.translated(-origin));
+  picture.topLeft += origin;
+  return picture;
+}
+
 /// In strips, so that a picture of any size needs no second one of its size.
 void layStrokes(DrawingSurface& surface, const QList<PenStroke>& strokes, const Placement& placement) {
   constexpr int stripHeight = 8 * platform::LineMask::tileSize;
@@ -72,6 +84,16 @@ FilteredPictures filteredFor(const DrawingSurface& surface, const Document& docu
           filtered(document.baseImage, style, intensity, document.imagePixelSize.width(), part),
           part.topLeft()};
   return pictures;
+}
+
+/// What the picture is replaced by isn't drawn over what is there: through a translucent picture's blur the
+/// sharp pixels would still be seen.
+template <typename Line>
+void replaceAlong(DrawingSurface& surface, const Line& line, const PlacedPicture& picture,
+                  const Placement& placement) {
+  surface.replace(line, picture.image, picture.topLeft);
+  if (const double below = placement.firstRowBelow(); below < placement.lowerEdge)
+    surface.replaceBelow(int(below) - 1, line, picture.image, picture.topLeft);
 }
 
 }  // namespace
@@ -122,20 +144,20 @@ QRect pixelsOf(const QRectF& rectangle, const Placement& placement) {
   return bounds.intersected({-farAway, -farAway, 2 * farAway, 2 * farAway}).toAlignedRect();
 }
 
-/// What the picture is replaced by isn't drawn over what is there: through a translucent picture's blur the
-/// sharp pixels would still be seen.
+void paintBlurStroke(DrawingSurface& surface, const platform::LineMask& line, const PlacedPicture& picture,
+                     const Placement& placement) {
+  if (!picture.image.isNull())
+    replaceAlong(surface, line, picture, placement);
+}
+
 void paintBlurRegion(DrawingSurface& surface, const BlurRegion& region, const PlacedPicture& picture,
                      const Placement& placement) {
   if (picture.image.isNull())
     return;
-  if (const auto* stroke = std::get_if<BlurRegion::Stroke>(&region.kind)) {
-    const RoundLine line = placed(stroke->points, stroke->width, placement);
-    surface.replace(line, picture.image, picture.topLeft);
-    if (const double below = placement.firstRowBelow(); below < placement.lowerEdge)
-      surface.replaceBelow(int(below) - 1, line, picture.image, picture.topLeft);
-  } else {
+  if (const auto* stroke = std::get_if<BlurRegion::Stroke>(&region.kind))
+    replaceAlong(surface, placed(stroke->points, stroke->width, placement), picture, placement);
+  else
     surface.replace(placement.rectangle(std::get<QRectF>(region.kind)), picture.image, picture.topLeft);
-  }
 }
 
 void paintBlurRegions(DrawingSurface& surface, const QList<BlurRegion>& regions,
@@ -153,10 +175,12 @@ void paintStrokes(DrawingSurface& surface, const QList<PenStroke>& strokes, cons
 }
 
 PlacedPicture logoPicture(const Document& document, const Placement& placement, const QRect& part) {
-  const QRectF display = document.logoRect();
-  const QRectF rectangle(placement.point(display.topLeft()), placement.scale * display.size());
-  return painted(rectangle, part, [&](DrawingSurface& surface, const QPoint& at) {
-    surface.draw(document.logoWM->image, rectangle.translated(-at), document.logoWM->opacity);
+  return placedAfterwards(placement, part, [&](const Placement& near, const QRect& nearPart) {
+    const QRectF display = document.logoRect();
+    const QRectF rectangle(near.point(display.topLeft()), near.scale * display.size());
+    return painted(rectangle, nearPart, [&](DrawingSurface& surface, const QPoint& at) {
+      surface.draw(document.logoWM->image, rectangle.translated(-at), document.logoWM->opacity);
+    });
   });
 }
 
@@ -165,10 +189,12 @@ PlacedPicture textPicture(const TextWatermark& text, const QString& fontFamily, 
   if (text.isBlank())
     return {};
   const platform::TextBlock block(text.text, text.style(placement.scale, fontFamily));
-  const QSizeF size = block.size();
-  const QPointF topLeft = placement.point(text.center) - QPointF(size.width(), size.height()) / 2;
-  return painted(block.inkRect().translated(topLeft), part,
-                 [&](DrawingSurface& surface, const QPoint& at) { surface.draw(block, topLeft - at); });
+  return placedAfterwards(placement, part, [&](const Placement& near, const QRect& nearPart) {
+    const QPointF topLeft =
+        near.point(text.center) - QPointF(block.size().width(), block.size().height()) / 2;
+    return painted(block.inkRect().translated(topLeft), nearPart,
+                   [&](DrawingSurface& surface, const QPoint& at) { surface.draw(block, topLeft - at); });
+  });
 }
 
 QImage flattened(const Document& document, double blurIntensity, const QString& fontFamily) {

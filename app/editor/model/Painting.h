@@ -41,6 +41,9 @@ using FilteredPictures = std::array<PlacedPicture, 2>;
 
 void paintBlurRegion(platform::DrawingSurface& surface, const BlurRegion& region,
                      const PlacedPicture& picture, const Placement& placement);
+/// A stroke's region whose line is drawn already, on the surface.
+void paintBlurStroke(platform::DrawingSurface& surface, const platform::LineMask& line,
+                     const PlacedPicture& picture, const Placement& placement);
 void paintBlurRegions(platform::DrawingSurface& surface, const QList<BlurRegion>& regions,
                       const FilteredPictures& pictures, const Placement& placement);
 /// The surface's pixels that change with a rectangle in display space, of a region, a stroke or a watermark.

@@ -54,7 +54,6 @@ void CanvasLayers::show(const CanvasFit& place) {
 }
 
 QRegion CanvasLayers::follow(const void* field, const QRectF& rectangle) {
-  QRegion changed;
   if (field == &model.baseImage) {
     under.reset();
     ink.reset();
@@ -63,30 +62,41 @@ QRegion CanvasLayers::follow(const void* field, const QRectF& rectangle) {
     opaque.reset();
     return {};
   }
+  if (field == &model.textWM)
+    return followText();
+  QRegion changed;
   if (field == &model.current)
     changed = ink.followGesture();
   else if (field == &model.strokes)
     changed = ink.followStrokes();
   else if (field == &model.blurRegions || field == &model.blurIntensity)
     staleUnder |= changed = pixelsOf(rectangle, view.placement());
-  else if (field == &model.textWM || field == &model.logoWM) {
-    (field == &model.textWM ? isTextStale : isLogoStale) = true;
-    changed = pixelsOf(rectangle, view.placement()) & view.layerRect();
+  else if (field == &model.logoWM) {
+    isLogoStale = true;
+    changed = pixelsOf(rectangle, view.placement());
     if (marksAre == Marks::apart)
-      return inPicture(changed);
+      return inPicture(changed & view.layerRect());
   } else
     changed = under.followGesture();
-  changed &= view.layerRect();
+  return willChange(changed);
+}
+
+QRegion CanvasLayers::willChange(const QRegion& part) {
+  const QRegion changed = part & view.layerRect();
   stale |= changed;
   return inPicture(changed);
 }
 
+/// At once, since only what is drawn knows how far it reaches: a soft shadow of whole pixels reaches farther
+/// where the text is small.
 QRegion CanvasLayers::followText() {
+  if (view.area.isEmpty())
+    return {};
+  const QRect last = text.area();
   isTextStale = true;
-  const QRegion changed =
-      QRegion(text.area() | pixelsOf(model.textRect(), view.placement())) & view.layerRect();
-  stale |= changed;
-  return inPicture(changed);
+  showMarks();
+  const QRegion changed = QRegion(last) | text.area();
+  return marksAre == Marks::apart ? inPicture(changed & view.layerRect()) : willChange(changed);
 }
 
 QRegion CanvasLayers::followEditing() {
@@ -102,9 +112,7 @@ QRegion CanvasLayers::settleMarks() {
   logo.forget();
   text.forget();
   isLogoStale = isTextStale = true;
-  const QRegion changed = (QRegion(logo.area()) | text.area()) & view.layerRect();
-  stale |= changed;
-  return inPicture(changed);
+  return willChange(QRegion(logo.area()) | text.area());
 }
 
 /// What the marks look like is compared without their places.

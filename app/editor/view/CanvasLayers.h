@@ -52,6 +52,8 @@ class CanvasLayers {
   [[nodiscard]] QRegion inPicture(const QRegion& ofLayer) const {
     return ofLayer.translated(view.area.topLeft());
   }
+  /// Returns it in the picture.
+  [[nodiscard]] QRegion willChange(const QRegion& part);
   void compose(const QRect& part);
   void showMarks();
   void place(Marks where);

@@ -23,8 +23,10 @@ struct CanvasView {
                                      const QSizeF& displaySize);
 
   [[nodiscard]] bool isWhole() const { return area.size() == shown; }
+  /// Whether what both hold has the same pixels. Those of a whole picture are the document's own.
   [[nodiscard]] bool isScrolledFrom(const CanvasView& other) const {
-    return shown == other.shown && displaySize == other.displaySize && scale == other.scale;
+    return shown == other.shown && displaySize == other.displaySize && scale == other.scale &&
+           isWhole() == other.isWhole();
   }
   /// On the layer.
   [[nodiscard]] Placement placement() const;

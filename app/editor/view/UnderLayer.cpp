@@ -14,7 +14,8 @@ QRect outside(const QRectF& rectangle) {
   return rectangle.toAlignedRect();
 }
 QRect inside(const QRectF& rectangle) {
-  return outside(rectangle).adjusted(1, 1, -1, -1);
+  const QRect covered = outside(rectangle).adjusted(1, 1, -1, -1);
+  return covered.isValid() ? covered : QRect();
 }
 
 }  // namespace
@@ -101,8 +102,10 @@ QRect UnderLayer::lengthenBrush() {
   QRect changed;
   for (; gesture.points < points.size(); ++gesture.points)
     changed |= gesture.mask.append(placement.point(points[gesture.points]));
-  overwrite(changed, [this](DrawingSurface& surface, const PlacedPicture& picture) {
-    surface.replace(gesture.mask, picture.image, picture.topLeft);
+  if (!changed.isEmpty() && changed.bottom() + 1 >= int(placement.firstRowBelow()))
+    changed.setBottom(view.layerRect().bottom());
+  overwrite(changed, [&](DrawingSurface& surface, const PlacedPicture& picture) {
+    paintBlurStroke(surface, gesture.mask, picture, placement);
   });
   return changed;
 }

@@ -266,17 +266,21 @@ void DrawingSurface::replace(const LineMask& shape, const QImage& image, const Q
 
 void DrawingSurface::replaceBelow(int row, const RoundLine& shape, const QImage& image,
                                   const QPoint& origin) {
-  beginPixels();
   LineMask mask(shape.width * shape.scale,
                 QRect(QPoint(onTile(clip.left()), onTile(row)), QPoint(clip.right(), row)));
   for (const QPointF& point : shape.points)
     mask.append(shape.onSurface(point));
+  replaceBelow(row, mask, image, origin);
+}
+
+void DrawingSurface::replaceBelow(int row, const LineMask& shape, const QImage& image, const QPoint& origin) {
+  beginPixels();
   const Replacement replacement(image, origin);
-  mask.forEachStretch({clip.left(), row, clip.width(), 1},
-                      [&](int x, int, const Samples* samples, int count) {
-                        for (int y = std::max(row + 1, clip.top()); y <= clip.bottom(); ++y)
-                          replacement.mixInto(pixels(x, y), x, y, samples, count);
-                      });
+  shape.forEachStretch({clip.left(), row, clip.width(), 1},
+                       [&](int x, int, const Samples* samples, int count) {
+                         for (int y = std::max(row + 1, clip.top()); y <= clip.bottom(); ++y)
+                           replacement.mixInto(pixels(x, y), x, y, samples, count);
+                       });
 }
 
 QImage DrawingSurface::finish() {

@@ -68,6 +68,7 @@ class DrawingSurface {
   void replace(const LineMask& shape, const QImage& image, const QPoint& origin);
   /// Replaces the rows below `row` as far as the shape covers that row.
   void replaceBelow(int row, const RoundLine& shape, const QImage& image, const QPoint& origin);
+  void replaceBelow(int row, const LineMask& shape, const QImage& image, const QPoint& origin);
 
   /// The picture as drawn so far; ends the drawing.
   [[nodiscard]] QImage finish();
