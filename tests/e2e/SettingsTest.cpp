@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
 #include <xcb/xproto.h>
@@ -25,6 +26,15 @@ TEST(SettingsWindow, AShortcutRecordedInItCapturesAtOnce) {
   settings.select(Settings::Tab::Shortcuts);
   settings.click(Settings::recorder(0));
   until("it records", [&] { return desktop.screen().isKeyboardGrabbed(); });
+  settings.pressWithControl(KEY_Q);
+  until("an alert refuses what the program's menu has", [&] {
+    const auto windows = desktop.screen().windows();
+    return std::ranges::any_of(windows, [&](const ScreenWindow& window) {
+      return window.title == u"Sorrel"_s && window.id == desktop.screen().keyboardWindow();
+    });
+  });
+  desktop.input().tapKey(KEY_ENTER);
+  until("it records again", [&] { return desktop.screen().isKeyboardGrabbed(); });
   desktop.input().pressKey(KEY_LEFTALT);
   settings.pressWithControl(KEY_P);
   desktop.input().releaseKey(KEY_LEFTALT);
