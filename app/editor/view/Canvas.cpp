@@ -238,7 +238,7 @@ void Canvas::paintEvent(QPaintEvent* event) {
                        toDevice.inverted());
   if (!stretched.isShown())
     layers.show(place);
-  CanvasTool* const tool = toolNow();
+  CanvasTool* const tool = chosen;  // another, chosen just now, takes its place in a turn of its own
   if (!stretched.isShown())
     marksAre = marksFor(tool);
   const QRect picture = place.picture();

@@ -81,8 +81,12 @@ void CanvasBackdrop::paintShadow(QPainter& painter, const QRect& picture, double
 
 void CanvasBackdrop::paint(QPainter& painter, const QRect& exposed, const QRect& picture, double ratio) {
   paintCheckerboard(painter, exposed, ratio);
-  if (!picture.contains(exposed))
+  if (!picture.contains(exposed)) {
+    painter.save();
+    painter.setClipRect(exposed, Qt::IntersectClip);
     paintShadow(painter, picture, ratio);
+    painter.restore();
+  }
   painter.fillRect(picture & exposed, veil);
 }
 

@@ -3,6 +3,7 @@
 #include "platform/base/MainQueue.h"
 #include "tests/app/editor/model/DocumentFixture.h"
 
+#include <QPainter>
 #include <QPushButton>
 #include <QTest>
 
@@ -101,6 +102,22 @@ TEST_F(CropToolTest, AnotherToolDropsTheRectangle) {
   EXPECT_EQ(model->imagePixelSize.get(), QSize(1000, 600));
   choose(EditorModel::Tool::crop);
   EXPECT_EQ(tool->rectangle(), QRectF(0, 0, 1000, 600));
+}
+
+/// As after something that lay over the canvas has gone.
+TEST_F(CropToolTest, PartsPaintedInOneGoLookAsTheWholeDoes) {
+  drag({0, 0}, {300, 200});
+  const auto painted = [this](const QRegion& region) {
+    QImage image(canvas->viewport()->size(), QImage::Format_RGB32);
+    image.fill(Qt::black);
+    canvas->viewport()->render(&image, region.boundingRect().topLeft(), region);
+    return image;
+  };
+  const QRect all = canvas->viewport()->rect();
+  const QRegion parts = QRegion(all) - QRect(0, 40, 150, 100);
+  QImage expected = painted(all);
+  QPainter(&expected).fillRect(QRect(0, 40, 150, 100), Qt::black);
+  EXPECT_EQ(painted(parts), expected);
 }
 
 }  // namespace
