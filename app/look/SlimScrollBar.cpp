@@ -7,8 +7,8 @@
 
 namespace sorrel {
 
-SlimScrollBar::SlimScrollBar(QAbstractScrollArea& view) : QScrollBar(Qt::Vertical, &view) {
-  QScrollBar* const hidden = view.verticalScrollBar();
+SlimScrollBar::SlimScrollBar(QAbstractScrollArea& view, Qt::Orientation along) : QScrollBar(along, &view) {
+  QScrollBar* const hidden = along == Qt::Vertical ? view.verticalScrollBar() : view.horizontalScrollBar();
   connect(hidden, &QScrollBar::valueChanged, this, &QScrollBar::setValue);
   connect(this, &QScrollBar::valueChanged, hidden, &QScrollBar::setValue);
   connect(hidden, &QScrollBar::rangeChanged, this, [this, hidden](int minimum, int maximum) {
@@ -23,8 +23,13 @@ SlimScrollBar::SlimScrollBar(QAbstractScrollArea& view) : QScrollBar(Qt::Vertica
 
 bool SlimScrollBar::eventFilter(QObject*, QEvent* event) {
   constexpr int width = SliderControls::scrollBarWidth;
-  if (event->type() == QEvent::Resize)
-    setGeometry(parentWidget()->width() - width, 0, width, parentWidget()->height());
+  if (event->type() != QEvent::Resize)
+    return false;
+  const QSize view = parentWidget()->size();
+  if (orientation() == Qt::Vertical)
+    setGeometry(view.width() - width, 0, width, view.height());
+  else
+    setGeometry(0, view.height() - width, view.width(), width);
   return false;
 }
 

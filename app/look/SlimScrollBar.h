@@ -6,11 +6,11 @@ class QAbstractScrollArea;
 
 namespace sorrel {
 
-/// A view's vertical scroll bar that floats over the view's right edge and takes no room from its contents.
+/// A view's scroll bar that floats over the view's right or lower edge and takes no room from its contents.
 /// The view's own scroll bar must be hidden.
 class SlimScrollBar : public QScrollBar {
  public:
-  explicit SlimScrollBar(QAbstractScrollArea& view);
+  explicit SlimScrollBar(QAbstractScrollArea& view, Qt::Orientation orientation = Qt::Vertical);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -58,7 +58,9 @@ void TextButton::paintEvent(QPaintEvent*) {
   place.setLeft(place.left() + symbolWidth());
   painter.setPen(color);
   const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, place.width());
-  painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
+  painter.drawText(
+      place, Qt::AlignVCenter | (symbol.isEmpty() ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::TextSingleLine,
+      shown);
   if (hasFocus())
     drawFocusRing(painter, QRectF(rect()), AppColors::accent.resolved(appearance));
 }

@@ -19,6 +19,9 @@ SorrelApp::SorrelApp(int& argc, char** argv) : application(argc, argv) {
   QApplication::setApplicationName(QStringLiteral("Sorrel"));
   QApplication::setDesktopFileName(QStringLiteral("org.sorrel.Sorrel"));
   QApplication::setQuitOnLastWindowClosed(false);
+  // Of a quick stroke of the pen every point counts. The toolkit's connection to the display switches this
+  // on.
+  QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
 }
 
 SorrelApp::~SorrelApp() = default;

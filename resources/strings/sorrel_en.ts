@@ -66,6 +66,15 @@
     <message id="editor.tool.crop">
       <translation>Crop</translation>
     </message>
+    <message id="editor.zoom.out">
+      <translation>Zoom out</translation>
+    </message>
+    <message id="editor.zoom.fit">
+      <translation>Zoom to fit</translation>
+    </message>
+    <message id="editor.zoom.in">
+      <translation>Zoom in</translation>
+    </message>
     <message id="editor.undo.help">
       <translation>Undo</translation>
     </message>

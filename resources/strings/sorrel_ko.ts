@@ -66,6 +66,15 @@
     <message id="editor.tool.crop">
       <translation>자르기</translation>
     </message>
+    <message id="editor.zoom.out">
+      <translation>축소</translation>
+    </message>
+    <message id="editor.zoom.fit">
+      <translation>창에 맞추기</translation>
+    </message>
+    <message id="editor.zoom.in">
+      <translation>확대</translation>
+    </message>
     <message id="editor.undo.help">
       <translation>실행 취소</translation>
     </message>

@@ -33,6 +33,8 @@ Canvas::Canvas(EditorModel& document, QWidget* parent)
   setFocusPolicy(Qt::ClickFocus);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   viewport()->setMouseTracking(true);
+  new SlimScrollBar(*this, Qt::Horizontal);
+  new SlimScrollBar(*this);
   changes = model.observe([this](EditorModel::Field field) { modelChanges(field); });
   repainting = model.observeRepainting(
       [this](EditorModel::Field field, const QRectF& rectangle) { modelRepaints(field, rectangle); });
@@ -117,9 +119,9 @@ void Canvas::fitScrollBars() {
   const QPoint limit = place.isZoomed() ? place.scrollLimit() : QPoint();
   const QSize area = place.areaPixels();
   const auto fit = [](QScrollBar* bar, int most, int page, int value) {
-    bar->setRange(0, most);
     bar->setPageStep(page);
     bar->setSingleStep(page / 20);
+    bar->setRange(0, most);
     bar->setValue(value);
   };
   fit(horizontalScrollBar(), limit.x(), area.width(), place.scrolled.x());

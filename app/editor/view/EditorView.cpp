@@ -10,6 +10,7 @@
 #include "app/editor/view/ToolRail.h"
 #include "app/editor/view/TopBar.h"
 #include "app/editor/view/WatermarkTool.h"
+#include "app/editor/view/ZoomControls.h"
 #include "app/shell/AppColors.h"
 #include "platform/base/NotificationCenter.h"
 #include "platform/system/FreeMemory.h"
@@ -54,6 +55,7 @@ EditorView::EditorView(std::unique_ptr<EditorModel> opened, std::function<void()
   canvas->setTool(EditorModel::Tool::blur, std::make_unique<BlurTool>(*model, *canvas));
   canvas->setTool(EditorModel::Tool::watermark, std::make_unique<WatermarkTool>(*model, *canvas));
   canvas->setTool(EditorModel::Tool::crop, std::make_unique<CropTool>(*model, *canvas));
+  new ZoomControls(*canvas);
   row->addWidget(rail);
   row->addWidget(canvas, 1);
   column->addWidget(new TopBar(
