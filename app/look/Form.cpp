@@ -12,7 +12,7 @@
 namespace sorrel {
 namespace {
 
-constexpr TextStyle titleText{12, QFont::DemiBold, LookColors::secondaryLabel};
+constexpr TextStyle titleText{12, QFont::Bold, LookColors::secondaryLabel};
 constexpr TextStyle noteText{11, QFont::Normal, LookColors::secondaryLabel};
 constexpr TextStyle warningText{11, QFont::Normal, LookColors::warning};
 

@@ -9,8 +9,10 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
 #include <QEvent>
 #include <QMenu>
+#include <QPainter>
 #include <QStyleOptionMenuItem>
 
 namespace sorrel {
@@ -73,6 +75,8 @@ void LookStyle::polish(QWidget* widget) {
   ControlStyle::polish(widget);
   if (auto* const list = qobject_cast<QAbstractItemView*>(widget); list && isList(list->parentWidget()))
     list->viewport()->setAutoFillBackground(false);  // the sheet is below
+  if (qobject_cast<QDialog*>(widget))
+    widget->setAttribute(Qt::WA_StyledBackground);
   const bool isTooltip = isTip(widget);
   if (!isTooltip && !isMenu(widget) && !isList(widget))
     return;
@@ -144,6 +148,8 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
                               const QWidget* widget) const {
   if (widget && (element == PE_PanelMenu || element == PE_PanelTipLabel))
     PopupSurface::paint(*painter, *widget);
+  else if (element == PE_Widget && qobject_cast<const QDialog*>(widget))
+    painter->fillRect(option->rect, LookColors::ground.resolved(platform::appearanceOf(option->palette)));
   else if (element != PE_FrameMenu)  // part of the surface
     ControlStyle::drawPrimitive(element, option, painter, widget);
 }

@@ -98,7 +98,8 @@ void addButtons(QHBoxLayout& row, const QStringList& titles, QDialog& dialog) {
 }  // namespace
 
 void Alert::present(Alert alert, QWidget* window, Answered answered) {
-  auto* const dialog = new QDialog(window);
+  auto* const dialog = new QDialog(window, Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                               Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setWindowTitle(QGuiApplication::applicationDisplayName());
   dialog->setAccessibleName(alert.messageText);

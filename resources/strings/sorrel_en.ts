@@ -277,7 +277,7 @@
       <translation>After %1 days</translation>
     </message>
     <message id="settings.storage.autoDelete.onNote">
-      <translation>Screenshots older than %1 days go to the Trash, where you can get them back.</translation>
+      <translation>Screenshots older than %1 days go to the Trash.</translation>
     </message>
     <message id="settings.storage.autoDelete.offNote">
       <translation>Screenshots stay until you delete them.</translation>

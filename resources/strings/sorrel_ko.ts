@@ -277,7 +277,7 @@
       <translation>%1일 뒤</translation>
     </message>
     <message id="settings.storage.autoDelete.onNote">
-      <translation>%1일이 지난 스크린샷은 휴지통으로 가며, 거기서 되살릴 수 있습니다.</translation>
+      <translation>%1일이 지난 스크린샷은 휴지통으로 갑니다.</translation>
     </message>
     <message id="settings.storage.autoDelete.offNote">
       <translation>스크린샷을 직접 지울 때까지 그대로 둡니다.</translation>

@@ -20,7 +20,7 @@ constexpr int symbolTop = 5, symbolSide = 22;
 constexpr int titleHeight = 16;
 constexpr qreal radius = 7;
 constexpr TextStyle plainText{11, QFont::Normal, LookColors::secondaryLabel};
-constexpr TextStyle chosenText{11, QFont::DemiBold, AppColors::accent};
+constexpr TextStyle chosenText{11, QFont::Bold, AppColors::accent};
 
 }  // namespace
 

@@ -11,6 +11,7 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QShortcut>
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
@@ -59,6 +60,15 @@ SettingsView::SettingsView(bool canUpdate, int firstTab, std::function<void(int)
   });
   bar->setFocus();
 
+  // Shortcuts, so that no control takes these keys for a text.
+  const auto turn = [this](QKeySequence::StandardKey keys, int step) {
+    connect(new QShortcut(keys, this), &QShortcut::activated, this, [this, step] {
+      bar->setCurrentIndex((bar->currentIndex() + step + bar->count()) % bar->count());
+    });
+  };
+  turn(QKeySequence::NextChild, 1);
+  turn(QKeySequence::PreviousChild, -1);
+
   subscriptions.push_back(
       platform::UserDefaults::standard().observe([this](const QString&) { refreshLater(); }));
   subscriptions.push_back(LocalizationManager::shared().observe([this] { refreshLater(); }));
@@ -96,14 +106,8 @@ void SettingsView::paintEvent(QPaintEvent*) {
 }
 
 void SettingsView::keyPressEvent(QKeyEvent* event) {
-  const bool isControlTab = event->modifiers().testFlag(Qt::ControlModifier) &&
-                            (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab);
   if (event->matches(QKeySequence::Cancel) || event->matches(QKeySequence::Close))
     close();
-  else if (isControlTab || event->matches(QKeySequence::NextChild) ||
-           event->matches(QKeySequence::PreviousChild))
-    bar->setCurrentIndex((bar->currentIndex() + (event->key() == Qt::Key_Backtab ? -1 : 1) + bar->count()) %
-                         bar->count());
   else
     QWidget::keyPressEvent(event);
 }

@@ -29,12 +29,14 @@ ShortcutsSettingsTab::ShortcutsSettingsTab(QWidget* parent)
       group(addGroup()),
       layoutNote(group->addCaption(FormCaption::Kind::Warning)),
       note(group->addCaption()),
+      appearance(platform::observeAppearance([this] { colorTitles(); })),
       layoutChange(platform::LayoutSwitch::current().observe([this] { refreshLayoutNote(); })) {
   for (const Row& row : rows) {
     recorders.push_back(new KeyboardShortcuts::Recorder(row.name()));
     recorders.back()->setFont(fontOf(FormRow::text));
     group->addWide(recorders.back());
   }
+  colorTitles();
 }
 
 void ShortcutsSettingsTab::refresh() {
@@ -43,6 +45,13 @@ void ShortcutsSettingsTab::refresh() {
     recorders[i]->setTitle(localized(QString::fromLatin1(rows[i].titleKey)));
   note->setText(localized(QStringLiteral("settings.shortcuts.note")));
   refreshLayoutNote();
+}
+
+void ShortcutsSettingsTab::colorTitles() {
+  QPalette colors;
+  colors.setColor(QPalette::WindowText, FormRow::text.color.resolved());
+  for (auto* const recorder : recorders)
+    recorder->setPalette(colors);
 }
 
 /// Names the shortcuts that never arrive because the keyboard's layout is switched by their modifiers.

@@ -18,12 +18,14 @@ class ShortcutsSettingsTab : public SettingsTab {
   void refresh() override;
 
  private:
+  void colorTitles();
   void refreshLayoutNote();
 
   FormGroup* const group;
   std::vector<KeyboardShortcuts::Recorder*> recorders;
   FormCaption* const layoutNote;
   FormCaption* const note;
+  const platform::Subscription appearance;
   const platform::Subscription layoutChange;
 };
 

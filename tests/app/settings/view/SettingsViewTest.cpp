@@ -254,9 +254,14 @@ TEST_F(SettingsViewTest, AFontIsChosenAmongTheInstalledAndGivenUp) {
 }
 
 TEST_F(SettingsViewTest, TheKeyboardGoesThroughTheTabsAndOut) {
-  open(general);
+  open(watermark);
+  QApplication::setActiveWindow(view.get());
   auto* const bar = view->findChild<QTabBar*>();
-  QTest::keyClick(view.get(), Qt::Key_Tab, Qt::ControlModifier);
+  control<QComboBox>(u"Font"_s)->setFocus();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_EQ(bar->currentIndex(), storage);
+  for (int step = 0; step < 2; ++step)
+    QTest::keyClick(view.get(), Qt::Key_Tab, Qt::ControlModifier);
   EXPECT_EQ(bar->currentIndex(), shortcuts);
   QTest::keyClick(view.get(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
   QTest::keyClick(view.get(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
