@@ -127,6 +127,11 @@ TEST_P(PanelWindow, StaysWhileItIsLocked) {
   desktop.input().moveTo(thumbnail.center().x(), thumbnail.center().y());
   desktop.input().doubleClick(1);  // edits, and the panel gives way
   panel.waitUntilClosed();
+  const auto editor = [&] { return desktop.screen().find(u"Sorrel Editor"_s); };
+  until("the editor has the keyboard",
+        [&] { return editor() && desktop.screen().keyboardWindow() == editor()->id; });
+  desktop.input().tapKey(KEY_ESC);
+  until("the editor is gone", [&] { return !editor(); });
 
   const quint32 again = panel.open().id;
   panel.click(panel.lockButton());
