@@ -134,6 +134,12 @@ void drawPictures(const QString& path) {
   const QDir folder(path);
   constexpr QSize screen(720, 560);
   using enum Compositor;
+  {
+    Stage stage({.size = screen, .compositor = Running}, Look::Light);
+    stage.open();
+    stage.settings->select(Tab::Shortcuts);
+    save(stage.picture(), folder.filePath(u"settings.png"_s));
+  }
   save(sheet({.size = screen, .compositor = Running}, Look::Light),
        folder.filePath(u"settings-light-english.png"_s));
   save(sheet({.size = screen, .language = Language::Korean, .compositor = Running}, Look::Dark),

@@ -4,7 +4,7 @@
 #include "demo/DrawingProgram.h"
 #include "demo/FilledBottle.h"
 #include "demo/TourScenery.h"
-#include "tests/e2e/Panel.h"
+#include "tests/e2e/Settings.h"
 #include "tests/support/SettingsPortal.h"
 #include "tests/support/Waiting.h"
 
@@ -156,6 +156,30 @@ void showPanel(Scene& scene, Album& album) {
   album.add(u"copied"_s, u"Copied, for any program to paste."_s, screen.settledPicture());
 }
 
+void showSettings(Scene& scene, Album& album) {
+  auto& [desktop, screen, portal, sorrel, panel] = scene;
+  Settings settings(desktop, *sorrel);
+  settings.openByMenu();
+  album.add(u"settings"_s, u"The settings, from the menu: what Sorrel is, and in which language."_s,
+            screen.settledPicture());
+  settings.select(Settings::Tab::Shortcuts);
+  album.add(u"recorder"_s, u"A shortcut waits for its new keys."_s,
+            screen.settledPictureAfter([&] { settings.click(Settings::recorder(0)); }));
+  desktop.input().pressKey(KEY_LEFTALT);
+  settings.pressWithControl(KEY_P);
+  desktop.input().releaseKey(KEY_LEFTALT);
+  until("the shortcut is stored", [&] {
+    return Sorrel::stored(desktop, u"KeyboardShortcuts_captureNormal"_s).toString().contains(u":35,"_s);
+  });
+  album.add(u"shortcuts"_s, u"Ctrl+Alt+P now captures."_s, screen.settledPicture());
+  settings.select(Settings::Tab::Watermark);
+  album.add(u"watermark"_s, u"The watermarks' font, and logos."_s, screen.settledPicture());
+  settings.select(Settings::Tab::Storage);
+  album.add(u"storage"_s, u"When old pictures go to the Trash, and where the bottle is."_s,
+            screen.settledPicture());
+  settings.close();
+}
+
 void showKorean(Scene& scene, Album& album) {
   scene.end();
   Sorrel::store(scene.desktop, u"appLanguage"_s, u"ko"_s);
@@ -172,6 +196,7 @@ void takeTour(const QString& folder) {
   Scene scene;
   showCapture(scene, album);
   showPanel(scene, album);
+  showSettings(scene, album);
   showKorean(scene, album);
   album.close();
 }
