@@ -34,7 +34,8 @@ std::optional<Panel::Window> Panel::window() const {
   for (const ScreenWindow& each : desktop.screen().windows()) {
     QRect frame({}, size);
     frame.moveCenter(each.area.center());
-    if (each.className.contains(u"sorrel", Qt::CaseInsensitive) && each.area.contains(frame))
+    const bool isTitled = each.title == u"History"_s || each.title == u"캡처 기록"_s;
+    if (isTitled && each.area.contains(frame))
       return Window{each.id, frame};
   }
   return std::nullopt;

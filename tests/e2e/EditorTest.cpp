@@ -1,0 +1,165 @@
+// The editor's window: what comes into it, and what of it gets into the file.
+
+#include "tests/e2e/Editor.h"
+#include "tests/e2e/Panel.h"
+#include "tests/e2e/ScreenReader.h"
+#include "tests/support/Files.h"
+
+#include <QPainter>
+
+#include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
+
+using namespace Qt::StringLiterals;
+
+namespace e2e {
+namespace {
+
+using Tool = Editor::Tool;
+
+QImage load(const QString& path) {
+  return QImage(path).convertToFormat(QImage::Format_RGB32);
+}
+
+/// Without the corners, which the canvas rounds.
+QImage withoutCorners(QImage picture) {
+  constexpr int side = 7;
+  const QRect corner(0, 0, side, side);
+  QPainter painter(&picture);
+  for (const int x : {0, picture.width() - side})
+    for (const int y : {0, picture.height() - side})
+      painter.fillRect(corner.translated(x, y), Qt::black);
+  return picture;
+}
+
+class EditorUse : public testing::Test {
+ protected:
+  explicit EditorUse(const DesktopOptions& options = {}) : desktop(options), editor(desktop) {
+    Sorrel::store(desktop, u"autoDeleteDays"_s, 0);
+  }
+
+  [[nodiscard]] QPoint besidePicture(QSize size) const {
+    return editor.picture(size).bottomRight() + QPoint(12, 12);
+  }
+  /// The picture of so many pixels as the canvas shows it, with the pointer beside it.
+  [[nodiscard]] QImage shown(QSize size) {
+    editor.moveTo(besidePicture(size));
+    return withoutCorners(desktop.screen().settledPicture().copy(editor.picture(size)));
+  }
+  /// The options stand before the picture for a while.
+  void waitUntilShown(const QImage& picture) {
+    editor.moveTo(besidePicture(picture.size()));
+    until("the picture is shown", [&] {
+      return withoutCorners(desktop.screen().picture().copy(editor.picture(picture.size()))) ==
+             withoutCorners(picture);
+    });
+  }
+
+  Desktop desktop;
+  Editor editor;
+};
+
+/// With another program that has the keyboard, on a desktop that doesn't give it to new windows by itself.
+class EditorOfACapture : public EditorUse {
+ protected:
+  EditorOfACapture()
+      : EditorUse(
+            {.newWindows = NewWindows::MustAsk, .assistiveTechnology = AssistiveTechnology::Listening}) {}
+};
+
+TEST_F(EditorOfACapture, SavesWhatTheCanvasShows) {
+  Screen& screen = desktop.screen();
+  screen.paintRoot(randomPicture(screen.size(), 7));
+  screen.giveKeyboard(screen.openWindow(u"Typing"_s, {700, 400}, randomPicture({200, 100}, 8)));
+  Sorrel sorrel(desktop);
+  (void)sorrel.statusItem();
+  const QRect area(60, 90, 520, 380);
+  const QImage captured = screen.settledPicture().copy(area);
+  sorrel.beginCapture(KEY_D);
+  sorrel.drag(area);
+  const QString path = sorrel.waitForCapture({});
+  editor.waitUntilOpen();
+  waitUntilShown(captured);  // once the options have gone by themselves
+
+  const ScreenReader reader(desktop.busAddress());
+  const QPoint middle = editor.picture(area.size()).center();
+  const auto drag = [&](const std::vector<QPoint>& way) {
+    (void)screen.settledPictureAfter([&] {
+      editor.drag({middle + way[0], middle + way[1], middle + way[2]});
+      editor.moveTo(besidePicture(area.size()));
+    });
+    return shown(area.size());
+  };
+  const auto choose = [&](Tool tool) { (void)screen.settledPictureAfter([&] { editor.hideOptions(tool); }); };
+  const QImage penned = drag({{0, 0}, {60, 20}, {20, -80}});
+  EXPECT_NE(penned, withoutCorners(captured));
+  choose(Tool::blur);
+  const QImage brushed = drag({{0, 60}, {80, 90}, {160, 60}});
+  EXPECT_NE(brushed, penned);
+  (void)screen.settledPictureAfter([&] { editor.showOptions(Tool::blur); });
+  (void)screen.settledPictureAfter([&] { editor.click(reader.placeOf(u"Area"_s).center()); });
+  choose(Tool::blur);
+  const QImage blurred = drag({{100, -120}, {120, -60}, {200, 10}});
+  EXPECT_NE(blurred, brushed);
+  choose(Tool::pen);
+  for (const bool isByKey : {true, false}) {
+    EXPECT_NE(drag({{0, 0}, {60, 140}, {-60, 100}}), blurred);
+    if (isByKey)
+      editor.command(KEY_Z);
+    else
+      editor.click(editor.undoButton());
+    waitUntilShown(blurred);
+  }
+  EXPECT_EQ(load(path), captured);
+  editor.click(editor.saveButton());
+  editor.waitUntilClosed();
+  EXPECT_EQ(withoutCorners(load(path)), blurred);
+}
+
+TEST_F(EditorUse, OpensFromTheHistoryAndLeavesTheFilesAsTheyAre) {
+  const QImage wide = randomPicture({420, 300}, 4);
+  const QImage high = randomPicture({300, 360}, 5);
+  const QString widePath = Sorrel::putPicture(desktop, u"a wide one.png"_s, wide);
+  const QString highPath = Sorrel::putPicture(desktop, u"b high one.png"_s, high);
+  const QByteArray wideFile = contentsOf(widePath);
+  const QByteArray highFile = contentsOf(highPath);
+  const QDateTime now = QDateTime::currentDateTimeUtc();
+  testing_support::setModified(widePath, now.addSecs(-60));
+  testing_support::setModified(highPath, now.addSecs(-120));
+  Sorrel sorrel(desktop);
+  Panel panel(desktop, sorrel);
+  panel.open();
+  desktop.input().tapKey(KEY_RIGHT);
+  desktop.input().tapKey(KEY_ENTER);
+  const quint32 first = editor.waitUntilOpen().id;
+  EXPECT_FALSE(panel.window());
+  waitUntilShown(wide);
+  const QPoint middle = editor.picture(wide.size()).center();
+  (void)desktop.screen().settledPictureAfter([&] { editor.drag({middle, middle + QPoint(60, 20)}); });
+  EXPECT_NE(shown(wide.size()), withoutCorners(wide));
+
+  const auto openByDoubleClick = [&](int index) {
+    panel.open();
+    panel.moveTo(panel.thumbnail(index).center());
+    desktop.input().doubleClick(1);
+    panel.waitUntilClosed();
+  };
+  openByDoubleClick(1);
+  until("the other picture has its window", [&] { return editor.window() && editor.window()->id != first; });
+  editor.waitUntilOpen();
+  waitUntilShown(high);
+
+  testing_support::writeFile(sorrel.bottlePath() + u"/broken.png"_s, "no picture");
+  const quint32 second = editor.window()->id;
+  openByDoubleClick(0);
+  until("the failure is told",
+        [&] { return sorrel.program().errors().contains("Sorrel editor: couldn't load broken.png"); });
+  EXPECT_EQ(editor.waitUntilOpen().id, second);
+  desktop.input().tapKey(KEY_ESC);
+  editor.waitUntilClosed();
+  EXPECT_EQ(contentsOf(widePath), wideFile);
+  EXPECT_EQ(contentsOf(highPath), highFile);
+}
+
+}  // namespace
+}  // namespace e2e
