@@ -21,14 +21,18 @@ QImage load(const QString& path) {
   return QImage(path).convertToFormat(QImage::Format_RGB32);
 }
 
-/// Without the corners, which the canvas rounds.
-QImage withoutCorners(QImage picture) {
+/// Without the corners, which the canvas rounds, and what the zoom's buttons lie on.
+QImage uncovered(QImage picture) {
   constexpr int side = 7;
+  constexpr QSize buttons(124, 36);
   const QRect corner(0, 0, side, side);
   QPainter painter(&picture);
   for (const int x : {0, picture.width() - side})
     for (const int y : {0, picture.height() - side})
       painter.fillRect(corner.translated(x, y), Qt::black);
+  QRect covered({}, buttons);
+  covered.moveBottomRight(picture.rect().bottomRight());
+  painter.fillRect(covered, Qt::black);
   return picture;
 }
 
@@ -44,14 +48,13 @@ class EditorUse : public testing::Test {
   /// The picture of so many pixels as the canvas shows it, with the pointer beside it.
   [[nodiscard]] QImage shown(QSize size) {
     editor.moveTo(besidePicture(size));
-    return withoutCorners(desktop.screen().settledPicture().copy(editor.picture(size)));
+    return uncovered(desktop.screen().settledPicture().copy(editor.picture(size)));
   }
   /// The options stand before the picture for a while.
   void waitUntilShown(const QImage& picture) {
     editor.moveTo(besidePicture(picture.size()));
     until("the picture is shown", [&] {
-      return withoutCorners(desktop.screen().picture().copy(editor.picture(picture.size()))) ==
-             withoutCorners(picture);
+      return uncovered(desktop.screen().picture().copy(editor.picture(picture.size()))) == uncovered(picture);
     });
   }
 
@@ -92,7 +95,7 @@ TEST_F(EditorOfACapture, SavesWhatTheCanvasShows) {
   };
   const auto choose = [&](Tool tool) { (void)screen.settledPictureAfter([&] { editor.hideOptions(tool); }); };
   const QImage penned = drag({{0, 0}, {60, 20}, {20, -80}});
-  EXPECT_NE(penned, withoutCorners(captured));
+  EXPECT_NE(penned, uncovered(captured));
   choose(Tool::blur);
   const QImage brushed = drag({{0, 60}, {80, 90}, {160, 60}});
   EXPECT_NE(brushed, penned);
@@ -113,7 +116,7 @@ TEST_F(EditorOfACapture, SavesWhatTheCanvasShows) {
   EXPECT_EQ(load(path), captured);
   editor.click(editor.saveButton());
   editor.waitUntilClosed();
-  EXPECT_EQ(withoutCorners(load(path)), blurred);
+  EXPECT_EQ(uncovered(load(path)), blurred);
 }
 
 TEST_F(EditorUse, OpensFromTheHistoryAndLeavesTheFilesAsTheyAre) {
@@ -136,7 +139,7 @@ TEST_F(EditorUse, OpensFromTheHistoryAndLeavesTheFilesAsTheyAre) {
   waitUntilShown(wide);
   const QPoint middle = editor.picture(wide.size()).center();
   (void)desktop.screen().settledPictureAfter([&] { editor.drag({middle, middle + QPoint(60, 20)}); });
-  EXPECT_NE(shown(wide.size()), withoutCorners(wide));
+  EXPECT_NE(shown(wide.size()), uncovered(wide));
 
   const auto openByDoubleClick = [&](int index) {
     panel.open();
@@ -159,6 +162,49 @@ TEST_F(EditorUse, OpensFromTheHistoryAndLeavesTheFilesAsTheyAre) {
   editor.waitUntilClosed();
   EXPECT_EQ(contentsOf(widePath), wideFile);
   EXPECT_EQ(contentsOf(highPath), highFile);
+}
+
+TEST_F(EditorUse, ZoomsAboutTheMiddleAndPans) {
+  const QImage picture = randomPicture({420, 300}, 4);
+  Sorrel::putPicture(desktop, u"shot.png"_s, picture);
+  Sorrel sorrel(desktop);
+  Panel panel(desktop, sorrel);
+  panel.open();
+  desktop.input().tapKey(KEY_RIGHT);
+  desktop.input().tapKey(KEY_ENTER);
+  editor.waitUntilOpen();
+  waitUntilShown(picture);
+  const QRect place = editor.picture(picture.size());
+  Screen& screen = desktop.screen();
+
+  // Eight times as large, each pixel is a square of its own.
+  const QImage zoomed = screen.settledPictureAfter([&] {
+    for (int step = 0; step < 6; ++step)
+      editor.command(KEY_EQUAL);
+  });
+  const QPoint middle = place.center();
+  constexpr int near = 2;
+  const QRect aroundMiddle(picture.rect().center() - QPoint(near, near), QSize(2 * near + 1, 2 * near + 1));
+  const QImage pixels = picture.copy(aroundMiddle).scaled(8 * aroundMiddle.size());
+  const QImage seen = zoomed.copy(QRect(middle - QPoint(8, 8), QSize(16, 16)));
+  bool isFound = false;
+  for (int y = 0; y <= pixels.height() - seen.height(); ++y)
+    for (int x = 0; x <= pixels.width() - seen.width(); ++x)
+      isFound = isFound || pixels.copy(QRect(QPoint(x, y), seen.size())) == seen;
+  EXPECT_TRUE(isFound);
+
+  const QRect part(middle - QPoint(60, 40), QSize(120, 80));
+  const QPoint way(48, 30);
+  const QImage panned = screen.settledPictureAfter([&] {
+    editor.moveTo(middle);
+    desktop.input().pressButton(2);
+    editor.moveTo(middle + way / 2);
+    editor.moveTo(middle + way);
+    desktop.input().releaseButton(2);
+  });
+  EXPECT_EQ(panned.copy(part.translated(way)), zoomed.copy(part));
+  editor.command(KEY_0);
+  waitUntilShown(picture);
 }
 
 }  // namespace
