@@ -39,13 +39,15 @@ bool isList(const QWidget* widget) {
 /// A popup is a window, and windows don't inherit a palette.
 void takeAppearance(QWidget& popup) {
   const QWidget* const owner = popup.parentWidget();
-  const bool isOwners = owner && platform::appearanceOf(owner->palette()) != platform::currentAppearance();
-  QPalette palette = isOwners ? owner->palette() : QApplication::palette();
+  const auto appearance = owner ? platform::appearanceOf(owner->palette()) : platform::currentAppearance();
+  QPalette palette = appearance == platform::currentAppearance()
+                         ? QApplication::palette()
+                         : platform::paletteOf(appearance, AppColors::accent);
   if (isTip(&popup))
-    palette.setColor(QPalette::ToolTipText, tipText.color.resolved(platform::appearanceOf(palette)));
+    palette.setColor(QPalette::ToolTipText, tipText.color.resolved(appearance));
   if (isList(&popup)) {
     // The toolkit fills the rows with this, over the sheet.
-    palette.setColor(QPalette::Window, LookColors::popup.resolved(platform::appearanceOf(palette)));
+    palette.setColor(QPalette::Window, LookColors::popup.resolved(appearance));
     popup.findChild<QAbstractItemView*>()->setPalette(palette);
   }
   popup.setPalette(palette);

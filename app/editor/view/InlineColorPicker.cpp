@@ -24,17 +24,26 @@ constexpr int topMargin = OptionsSection::spacing - PickerField::room;
 constexpr int overlap = 2 * PickerField::room - gap;
 constexpr int belowBar = 3;  // for the lower edge of its thumb
 
+/// One fill with all layers in it: at a rounded edge each fill of its own would let the ones below through.
 void fillSquare(QPainter& painter, const QRectF& area, double hue) {
-  QLinearGradient white(area.topLeft(), area.topRight());
+  const double ratio = painter.deviceTransform().m11();
+  const QRect pixels({}, (area.size() * ratio).toSize());
+  QImage layers(pixels.size(), QImage::Format_RGB32);
+  layers.fill(pureHue(hue));
+  QLinearGradient white(pixels.topLeft(), pixels.topRight());
   white.setColorAt(0, Qt::white);
   white.setColorAt(1, QColor(255, 255, 255, 0));
-  QLinearGradient black(area.topLeft(), area.bottomLeft());
+  QLinearGradient black(pixels.topLeft(), pixels.bottomLeft());
   black.setColorAt(0, QColor(0, 0, 0, 0));
   black.setColorAt(1, Qt::black);
-  for (const QBrush& layer : {QBrush(pureHue(hue)), QBrush(white), QBrush(black)}) {
-    painter.setBrush(layer);
-    painter.drawRoundedRect(area, squareRadius, squareRadius);
-  }
+  QPainter onLayers(&layers);
+  onLayers.fillRect(pixels, white);
+  onLayers.fillRect(pixels, black);
+  onLayers.end();
+  QBrush brush(layers);
+  brush.setTransform(QTransform::fromScale(1 / ratio, 1 / ratio));
+  painter.setBrush(brush);
+  painter.drawRoundedRect(area, squareRadius, squareRadius);
 }
 
 void fillBar(QPainter& painter, const QRectF& area) {

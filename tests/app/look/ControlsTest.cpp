@@ -13,6 +13,7 @@
 #include <QSlider>
 #include <QStyleFactory>
 #include <QTest>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -48,6 +49,17 @@ TEST_F(ControlsTest, AControlIsAsDarkAsItsOwnWindow) {
     EXPECT_EQ(platform::appearanceOf(box.view()->window()->palette()), appearance);
     const QImage list = pictureOf(*box.view()->window());
     EXPECT_EQ(QColor(list.pixel(8, list.height() / 2)), accent) << "the chosen row";
+    QToolTip::showText({}, u"Tip"_s, &prominent);
+    bool isSeen = false;
+    for (QWidget* const tip : QApplication::topLevelWidgets())
+      if (tip->inherits("QTipLabel") && tip->parent() == &prominent) {
+        isSeen = true;
+        const QColor sheet = QColor(pictureOf(*tip).pixel(3, tip->height() / 2));
+        EXPECT_EQ(sheet.lightness() < 128, appearance == Appearance::Dark);
+        EXPECT_GT(std::abs(tip->palette().color(QPalette::ToolTipText).lightness() - sheet.lightness()), 150);
+      }
+    EXPECT_TRUE(isSeen);
+    QToolTip::hideText();
   }
 }
 

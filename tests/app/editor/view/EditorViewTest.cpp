@@ -159,6 +159,10 @@ TEST_F(EditorViewTest, ThePensColorIsChosenBySwatchesAndByThePicker) {
   EXPECT_EQ(model->colorHex, 0xFFFFFFU);
   drag(placeOf(square), placeOf(square, {room + 200, room - 5}));
   EXPECT_EQ(model->colorHex, 0x00FFFFU) << "the hue was kept";
+  drag(placeOf(bar), placeOf(bar, {room + 40, 5}));
+  drag(placeOf(square), placeOf(square, {room + 75, room + 95}));
+  drag(placeOf(square), placeOf(square, {room + 200, room - 5}));
+  EXPECT_EQ(model->colorHex, hsbToHex({40.0 / 150, 1, 1})) << "also from almost black, which has few hues";
   click(u"Red"_s);
   drag(placeOf(square), placeOf(square, {room + 200, room - 5}));
   position.seed(0xE5484D);
