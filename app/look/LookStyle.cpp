@@ -130,6 +130,7 @@ int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
       return 0;
     case SH_Menu_MouseTracking:
     case SH_Menu_Scrollable:
+    case SH_Menu_SupportsSections:
       return 1;
     case SH_ToolTipLabel_Opacity:
       return 255;

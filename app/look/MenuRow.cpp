@@ -16,6 +16,8 @@ constexpr int textInset = 14;  // from the sheet's edge
 constexpr int rowPadding = 5;  // above and below the text
 constexpr int separatorHeight = 9;
 constexpr int separatorInset = 10;
+constexpr int sectionTextSize = 11;
+constexpr int sectionTitleHeight = 20;
 constexpr int keysGap = 28;
 constexpr int checkSide = 12;
 constexpr int checkColumn = checkedTitleInset - textInset;
@@ -37,8 +39,25 @@ QColor inkOf(const QStyleOptionMenuItem& row, const platform::Color& plain) {
   return ControlColors(row)(isHighlighted(row) ? LookColors::onAccent : plain);
 }
 
+/// Of what a separator with a title begins.
+QFont sectionFont(const QStyleOptionMenuItem& row) {
+  QFont font = row.font;
+  font.setPixelSize(sectionTextSize);
+  font.setWeight(QFont::DemiBold);
+  return font;
+}
+
 void paintSeparator(QPainter& painter, const QStyleOptionMenuItem& row) {
-  const QRect& area = row.rect;
+  QRect area = row.rect;
+  if (!row.text.isEmpty()) {
+    const QRect title = area.adjusted(textInset, separatorHeight, -textInset, 0);
+    area.setHeight(separatorHeight);
+    painter.save();
+    painter.setFont(sectionFont(row));
+    painter.setPen(ControlColors(row)(LookColors::secondaryLabel));
+    painter.drawText(title, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, row.text);
+    painter.restore();
+  }
   painter.fillRect(
       QRectF(area.left() + separatorInset, area.center().y(), area.width() - 2 * separatorInset, 1),
       AppColors::separator.resolved(platform::appearanceOf(row.palette)));
@@ -48,7 +67,10 @@ void paintSeparator(QPainter& painter, const QStyleOptionMenuItem& row) {
 
 QSize size(const QStyleOptionMenuItem& row, const QSize& title) {
   if (row.menuItemType == QStyleOptionMenuItem::Separator)
-    return {2 * separatorInset, separatorHeight};
+    return row.text.isEmpty()
+               ? QSize(2 * separatorInset, separatorHeight)
+               : QSize(textInset + QFontMetrics(sectionFont(row)).horizontalAdvance(row.text) + textInset,
+                       separatorHeight + sectionTitleHeight);
   const int height = std::max(row.fontMetrics.height(), row.maxIconWidth > 0 ? iconSide : 0) + 2 * rowPadding;
   int width = textInset + leadingWidth(row) + title.width() + textInset;
   if (row.text.contains(u'\t'))

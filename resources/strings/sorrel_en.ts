@@ -138,6 +138,60 @@
     <message id="editor.blur.intensity.help">
       <translation>Blur intensity</translation>
     </message>
+    <message id="editor.text.add">
+      <translation>Add text</translation>
+    </message>
+    <message id="editor.text.edit">
+      <translation>Edit text</translation>
+    </message>
+    <message id="editor.text.opacity.help">
+      <translation>Text opacity</translation>
+    </message>
+    <message id="editor.text.size.help">
+      <translation>Text size</translation>
+    </message>
+    <message id="editor.text.tracking.help">
+      <translation>Letter spacing</translation>
+    </message>
+    <message id="editor.text.linespacing.help">
+      <translation>Line spacing</translation>
+    </message>
+    <message id="editor.text.alignLeft">
+      <translation>Align left</translation>
+    </message>
+    <message id="editor.text.alignCenter">
+      <translation>Center</translation>
+    </message>
+    <message id="editor.text.alignRight">
+      <translation>Align right</translation>
+    </message>
+    <message id="editor.text.clear.help">
+      <translation>Clear text</translation>
+    </message>
+    <message id="editor.logo.opacity.help">
+      <translation>Logo opacity</translation>
+    </message>
+    <message id="editor.logo.size.help">
+      <translation>Logo size</translation>
+    </message>
+    <message id="editor.logo.add">
+      <translation>Add logo</translation>
+    </message>
+    <message id="editor.logo.change">
+      <translation>Change logo</translation>
+    </message>
+    <message id="editor.logo.pickFile">
+      <translation>Choose a file…</translation>
+    </message>
+    <message id="editor.logo.pickMessage">
+      <translation>Choose a picture for the logo</translation>
+    </message>
+    <message id="editor.logo.savedSection">
+      <translation>Saved logos</translation>
+    </message>
+    <message id="editor.logo.clear.help">
+      <translation>Remove logo</translation>
+    </message>
     <message id="editor.fileSize.zero">
       <translation>Zero KB</translation>
     </message>

@@ -138,6 +138,60 @@
     <message id="editor.blur.intensity.help">
       <translation>블러 강도</translation>
     </message>
+    <message id="editor.text.add">
+      <translation>텍스트 추가</translation>
+    </message>
+    <message id="editor.text.edit">
+      <translation>텍스트 편집</translation>
+    </message>
+    <message id="editor.text.opacity.help">
+      <translation>텍스트 불투명도</translation>
+    </message>
+    <message id="editor.text.size.help">
+      <translation>텍스트 크기</translation>
+    </message>
+    <message id="editor.text.tracking.help">
+      <translation>자간</translation>
+    </message>
+    <message id="editor.text.linespacing.help">
+      <translation>행간</translation>
+    </message>
+    <message id="editor.text.alignLeft">
+      <translation>왼쪽 정렬</translation>
+    </message>
+    <message id="editor.text.alignCenter">
+      <translation>가운데 정렬</translation>
+    </message>
+    <message id="editor.text.alignRight">
+      <translation>오른쪽 정렬</translation>
+    </message>
+    <message id="editor.text.clear.help">
+      <translation>텍스트 지우기</translation>
+    </message>
+    <message id="editor.logo.opacity.help">
+      <translation>로고 불투명도</translation>
+    </message>
+    <message id="editor.logo.size.help">
+      <translation>로고 크기</translation>
+    </message>
+    <message id="editor.logo.add">
+      <translation>로고 추가</translation>
+    </message>
+    <message id="editor.logo.change">
+      <translation>로고 변경</translation>
+    </message>
+    <message id="editor.logo.pickFile">
+      <translation>파일 고르기…</translation>
+    </message>
+    <message id="editor.logo.pickMessage">
+      <translation>로고로 쓸 그림 고르기</translation>
+    </message>
+    <message id="editor.logo.savedSection">
+      <translation>저장된 로고</translation>
+    </message>
+    <message id="editor.logo.clear.help">
+      <translation>로고 제거</translation>
+    </message>
     <message id="editor.fileSize.zero">
       <translation>0KB</translation>
     </message>

@@ -105,11 +105,11 @@ QAbstractButton* ColorTools::paletteToggle() const {
 }
 
 void ColorTools::pickFromScreen() {
-  timing.beginPickingColor();
+  timing.beginWorkElsewhere();
   sampler.show([this](std::optional<quint32> picked) {
     if (picked)
       model.colorHex = *picked;
-    timing.endPickingColor();
+    timing.endWorkElsewhere();
   });
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/editor/view/BlurSection.h"
 #include "app/editor/view/PenSection.h"
+#include "app/editor/view/WatermarkSection.h"
 
 #include <array>
 
@@ -18,7 +19,7 @@ using enum EditorModel::Tool;
 constexpr std::array tools = {
     EditorTool{pen, "pencil.tip", "editor.tool.pen", make<PenSection>},
     EditorTool{blur, "drop.fill", "editor.tool.blur", make<BlurSection>},
-    EditorTool{watermark, nullptr, "editor.tool.watermark", nullptr},
+    EditorTool{watermark, nullptr, "editor.tool.watermark", make<WatermarkSection>},
     EditorTool{crop, "crop", "editor.tool.crop", nullptr},
 };
 

@@ -17,7 +17,7 @@ void PopoverTiming::keep() {
 
 void PopoverTiming::scheduleHide() {
   hide.cancel();
-  if (!isPickingColor)
+  if (!isWorkElsewhere)
     hide =
         platform::MainQueue::main().asyncAfter(delay, [this] { setVisible(false, Change::hiddenByItself); });
 }
@@ -27,13 +27,13 @@ void PopoverTiming::hideNow() {
   setVisible(false, Change::hiddenNow);
 }
 
-void PopoverTiming::beginPickingColor() {
-  isPickingColor = true;
+void PopoverTiming::beginWorkElsewhere() {
+  isWorkElsewhere = true;
   keep();
 }
 
-void PopoverTiming::endPickingColor() {
-  isPickingColor = false;
+void PopoverTiming::endWorkElsewhere() {
+  isWorkElsewhere = false;
   scheduleHide();
 }
 

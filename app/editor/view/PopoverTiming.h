@@ -23,20 +23,21 @@ class PopoverTiming {
   void show();
   /// Shows it without a deadline.
   void keep();
-  /// To hide after the delay, counted anew; never while a colour is being picked.
+  /// To hide after the delay, counted anew; never during work elsewhere.
   void scheduleHide();
   void hideNow();
 
-  /// While the eyedropper is on the screen the pointer has better things to do than to lie on the popover.
-  void beginPickingColor();
-  void endPickingColor();
+  /// While the eyedropper is on the screen, or a menu or a file chooser of the popover's own, the pointer has
+  /// better things to do than to lie on the popover.
+  void beginWorkElsewhere();
+  void endWorkElsewhere();
 
  private:
   void setVisible(bool next, Change change);
 
   const std::function<void(Change)> onChange;
   bool visible = true;
-  bool isPickingColor = false;
+  bool isWorkElsewhere = false;
   platform::WorkItem hide;
 };
 

@@ -44,11 +44,11 @@ TEST_F(PopoverTimingTest, HidesTwoSecondsAfterThePointerHasLeft) {
 
 TEST_F(PopoverTimingTest, StaysWhileAColorIsPicked) {
   timing.scheduleHide();
-  timing.beginPickingColor();
+  timing.beginWorkElsewhere();
   timing.scheduleHide();  // the pointer leaves, for the eyedropper
   clock.advance(1h);
   EXPECT_TRUE(timing.isVisible());
-  timing.endPickingColor();
+  timing.endWorkElsewhere();
   clock.advance(2s);
   EXPECT_FALSE(timing.isVisible());
 }
