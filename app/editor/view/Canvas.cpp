@@ -1,5 +1,6 @@
 #include "app/editor/view/Canvas.h"
 
+#include "app/editor/view/CanvasTextEditor.h"
 #include "app/look/SlimScrollBar.h"
 #include "app/settings/SettingsKeys.h"
 #include "platform/base/UserDefaults.h"
@@ -38,8 +39,10 @@ Canvas::Canvas(EditorModel& document, QWidget* parent)
   changes = model.observe([this](EditorModel::Field field) { modelChanges(field); });
   repainting = model.observeRepainting(
       [this](EditorModel::Field field, const QRectF& rectangle) { modelRepaints(field, rectangle); });
-  fontChanges = platform::UserDefaults::standard().observe(SettingsKeys::watermarkFontFamily,
-                                                           [this] { update(layers.followText()); });
+  fontChanges = platform::UserDefaults::standard().observe(SettingsKeys::watermarkFontFamily, [this] {
+    update(layers.followText());
+    followTextEditing();
+  });
   fitAnew();
 }
 
@@ -78,9 +81,29 @@ void Canvas::react() {
   if (model.tool != EditorModel::Tool::watermark && model.isEditingText)
     model.isEditingText = false;
   update(layers.followEditing());
+  followTextEditing();
   if (model.textWM->text != knownText) {
     knownText = model.textWM->text;
     model.maybeTriggerBurst(knownText);
+  }
+}
+
+/// Until the editing ends no click takes the keyboard from the text, whatever it does to the canvas.
+void Canvas::followTextEditing() {
+  if (model.isEditingText && textEditor)
+    return textEditor->follow();
+  if (model.isEditingText) {
+    setFocusPolicy(Qt::NoFocus);
+    textEditor = std::make_unique<CanvasTextEditor>(model, *this, [this] {
+      if (model.isEditingText)
+        model.isEditingText = false;
+    });
+  } else if (textEditor) {
+    setFocusPolicy(Qt::ClickFocus);
+    if (window()->focusWidget() == textEditor.get())
+      setFocus();
+    textEditor.reset();
+    viewport()->update();
   }
 }
 
@@ -105,6 +128,8 @@ void Canvas::show(const CanvasFit& next) {
     return;
   place = next;
   fitScrollBars();
+  if (textEditor)
+    textEditor->follow();
   viewport()->update();
 }
 
@@ -293,6 +318,8 @@ void Canvas::paintOver(QPainter& painter, const CanvasTool* tool) {
     paintMarks(painter);
     painter.setTransform(display);
   }
+  if (textEditor)
+    textEditor->paint(painter, canvasScale());
   burst.paint(painter);
   painter.restore();
 }

@@ -21,6 +21,8 @@ class QNativeGestureEvent;
 
 namespace sorrel {
 
+class CanvasTextEditor;
+
 /// The picture with all that lies on it, zoomed and scrolled, and under the pointer of the chosen tool.
 ///
 /// Places in the picture are in display space, places on the canvas in points, and all that is painted lies
@@ -73,6 +75,7 @@ class Canvas : public QAbstractScrollArea {
   void modelChanges(EditorModel::Field field);
   void modelRepaints(EditorModel::Field field, const QRectF& rectangle);
   void react();
+  void followTextEditing();
 
   void fitAnew();
   /// Shows the picture there; layers follow with the next painting.
@@ -139,6 +142,7 @@ class Canvas : public QAbstractScrollArea {
   platform::Subscription repainting;
   platform::Subscription fontChanges;
   platform::WorkItem reaction;
+  std::unique_ptr<CanvasTextEditor> textEditor;  // while the text is edited
 };
 
 }  // namespace sorrel

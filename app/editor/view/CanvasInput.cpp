@@ -84,7 +84,7 @@ void Canvas::press(const QPointF& point, bool isDouble) {
   CanvasTool* const tool = toolNow();
   if (!hoverLocation || model.displaySize->width() < 1)
     return;
-  if (model.isEditingText) {  // a click beside the text ends that, and does nothing else
+  if (model.isEditingText || textEditor) {  // a click beside the text ends that, and does nothing else
     model.isEditingText = false;
     return;
   }

@@ -24,10 +24,12 @@ void beginTextEditing(EditorModel& model) {
   model.isEditingText = true;
 }
 
-/// That of the field in which it is edited, without the field's padding.
+QSizeF textFieldSize(const QSizeF& text) {
+  return {std::ceil(text.width()) + 6, std::ceil(text.height()) + 2};
+}
+
 QSizeF textWatermarkDisplaySize(const EditorModel& model) {
-  const QSizeF block = model.textRect().size();
-  return {std::ceil(block.width()) + 6, std::ceil(block.height()) + 2};
+  return textFieldSize(model.textRect().size());
 }
 
 }  // namespace sorrel

@@ -1,15 +1,14 @@
 #include "platform/imaging/drawing/TextBlock.h"
 
 #include "platform/imaging/drawing/SmoothImage.h"
+#include "platform/imaging/drawing/TextLines.h"
 #include "platform/imaging/filters/GaussianBlur.h"
 
-#include <QFontDatabase>
 #include <QGlyphRun>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRawFont>
-#include <QRegularExpression>
 #include <QTextLayout>
 
 #include <algorithm>
@@ -19,52 +18,9 @@
 namespace platform {
 namespace {
 
-/// The pixel size at which every text is laid out: large, so that what the layout rounds (to 1/64 pixel)
-/// can't be seen at any size.
-constexpr int layoutSize = 256;
+constexpr int layoutSize = TextLines::fontSize;
 /// The pixel size at which glyphs that are pictures are taken from their font: fonts hold them at about this.
 constexpr int pictureSize = 128;
-
-QFont boldSystemFont() {
-  QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-  font.setBold(true);
-  return font;
-}
-
-QString withoutSeparators(QString name) {
-  name.remove(u' ').remove(u'-');
-  return name.toLower();
-}
-
-/// The font of which `name` is the full name: a family and one of its styles.
-std::optional<QFont> fontNamed(const QString& name) {
-  const QString wanted = withoutSeparators(name);
-  const QStringList families = QFontDatabase::families();
-  for (const QString& family : families) {
-    const QString plain = withoutSeparators(family);
-    if (!wanted.startsWith(plain))
-      continue;
-    const QStringList styles = QFontDatabase::styles(family);
-    for (const QString& style : styles)
-      if (wanted == plain + withoutSeparators(style))
-        return QFontDatabase::font(family, style, layoutSize);
-  }
-  return std::nullopt;
-}
-
-QFont layoutFont(const TextStyle& style) {
-  QFont font;
-  if (style.font.isEmpty())
-    font = boldSystemFont();
-  else if (QFontDatabase::hasFamily(style.font))
-    font = QFont(style.font);
-  else
-    font = fontNamed(style.font).value_or(boldSystemFont());
-  font.setPixelSize(layoutSize);
-  font.setHintingPreference(QFont::PreferNoHinting);
-  font.setLetterSpacing(QFont::AbsoluteSpacing, style.tracking * layoutSize / style.fontSize);
-  return font;
-}
 
 }  // namespace
 
@@ -91,39 +47,21 @@ struct TextBlock::Layout {
 };
 
 TextBlock::Layout::Layout(const QString& text, const TextStyle& style) {
-  static const QRegularExpression lineBreak(QStringLiteral("\\R"));
-  const QFont font = layoutFont(style);
-  QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
-  option.setWrapMode(QTextOption::NoWrap);
-
-  std::vector<std::unique_ptr<QTextLayout>> lines;
-  double width = 0;
-  const QStringList texts = text.split(lineBreak);
+  const QFont font = TextLines::font(style);
+  std::vector<std::unique_ptr<QTextLayout>> layouts;
+  std::vector<QTextLayout*> lines;
+  const QStringList texts = TextLines::split(text);
   for (const QString& line : texts) {
-    auto& laidOut = *lines.emplace_back(std::make_unique<QTextLayout>(line, font));
-    laidOut.setTextOption(option);
-    laidOut.beginLayout();
-    QTextLine only = laidOut.createLine();
-    only.setLeadingIncluded(true);
-    laidOut.endLayout();
-    width = std::max(width, laidOut.lineAt(0).naturalTextWidth());
+    layouts.push_back(std::make_unique<QTextLayout>(line, font));
+    lines.push_back(layouts.back().get());
+    TextLines::layOut(*lines.back());
   }
-
-  const double indent = style.alignment == TextAlignment::left     ? 0
-                        : style.alignment == TextAlignment::centre ? 0.5
-                                                                   : 1;
-  const double spacing = style.lineSpacing * layoutSize / style.fontSize;
-  double top = 0;
-  for (const auto& line : lines) {
-    const QTextLine only = line->lineAt(0);
-    const QRectF natural = only.naturalTextRect();
-    const QPointF origin(indent * (width - natural.width()) - natural.left(), top);
-    const QList<QGlyphRun> glyphRuns = only.glyphRuns();
+  size = TextLines::arrange(lines, style);
+  for (const QTextLayout* const layout : lines) {
+    const QList<QGlyphRun> glyphRuns = layout->lineAt(0).glyphRuns();
     for (const QGlyphRun& glyphs : glyphRuns)
-      addRun(glyphs, origin);
-    top += only.height() + spacing;
+      addRun(glyphs, layout->position());
   }
-  size = {width, std::max(0.0, top - spacing)};
 }
 
 void TextBlock::Layout::addRun(const QGlyphRun& glyphs, const QPointF& origin) {
