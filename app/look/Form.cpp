@@ -4,6 +4,7 @@
 #include "app/look/SlimScrollBar.h"
 #include "platform/desktop/Symbols.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -26,10 +27,15 @@ constexpr int signSide = 13, signGap = 5;
 
 }  // namespace
 
-FormText::FormText(const TextStyle& style, QWidget* parent)
-    : QLabel(parent), appearance(platform::observeAppearance([this, style] { applyStyle(*this, style); })) {
+FormText::FormText(const TextStyle& textStyle, QWidget* parent) : QLabel(parent), style(textStyle) {
   setTextFormat(Qt::PlainText);
   applyStyle(*this, style);
+}
+
+void FormText::changeEvent(QEvent* event) {
+  QLabel::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange)  // what it lies on has changed before it
+    applyStyle(*this, style);
 }
 
 FormCaption::FormCaption(Kind shownKind, QWidget* parent)

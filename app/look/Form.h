@@ -23,8 +23,11 @@ class FormText : public QLabel {
  public:
   FormText(const TextStyle& style, QWidget* parent);
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
-  const platform::Subscription appearance;
+  const TextStyle style;
 };
 
 /// What explains a group, over as many lines as it needs. Without a text it takes no room.

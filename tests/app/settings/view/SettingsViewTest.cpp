@@ -6,6 +6,7 @@
 #include "app/settings/view/AboutTab.h"
 #include "app/settings/view/FontPicker.h"
 #include "app/settings/view/SettingsView.h"
+#include "app/shell/AppColors.h"
 #include "app/shell/ShortcutNames.h"
 #include "platform/base/NotificationCenter.h"
 #include "platform/desktop/OpenPanel.h"
@@ -128,6 +129,20 @@ TEST_F(SettingsViewTest, TextsFollowTheLanguageAtOnce) {
   EXPECT_EQ(view->windowTitle(), u"Sorrel 설정"_s);
   EXPECT_EQ(view->findChild<QTabBar*>()->tabText(watermark), u"워터마크"_s);
   EXPECT_EQ(control<QComboBox>(u"휴지통으로 이동"_s)->currentText(), u"30일 뒤"_s);
+}
+
+TEST_F(SettingsViewTest, TextsCanBeReadWhenTheDesktopTurnsDark) {
+  const QPalette before = QApplication::palette();
+  open(storage);
+  for (const auto appearance : {platform::Appearance::Dark, platform::Appearance::Light}) {
+    QApplication::setPalette(platform::paletteOf(appearance, AppColors::accent));
+    QCoreApplication::processEvents();
+    for (const auto* label : view->findChildren<QLabel*>())
+      EXPECT_EQ(label->palette().color(QPalette::WindowText).lightness() > 127,
+                appearance == platform::Appearance::Dark)
+          << qPrintable(label->text());
+  }
+  QApplication::setPalette(before);
 }
 
 TEST_F(SettingsViewTest, TheAgeOfOldScreenshotsIsStoredThenTold) {
