@@ -88,8 +88,10 @@ void LookStyle::polish(QWidget* widget) {
 }
 
 bool LookStyle::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Show || event->type() == QEvent::Resize) {
-    auto& popup = *static_cast<QWidget*>(watched);
+  auto& popup = *static_cast<QWidget*>(watched);
+  // The toolkit makes a tip's window anew after it has been shown, and the new one has no shape.
+  const bool isNewTip = event->type() == QEvent::Paint && isTip(&popup);
+  if (event->type() == QEvent::Show || event->type() == QEvent::Resize || isNewTip) {
     if (event->type() == QEvent::Show && !event->spontaneous()) {
       takeAppearance(popup);
       if (isMenu(&popup))

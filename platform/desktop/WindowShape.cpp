@@ -3,6 +3,7 @@
 #include "platform/x11/X11Connection.h"
 
 #include <QWidget>
+#include <QWindow>
 
 #include <algorithm>
 #include <cmath>
@@ -22,9 +23,11 @@ struct X11Window {
 
 std::optional<X11Window> x11Window(const QWidget& window) {
   xcb_connection_t* const connection = x11Connection();
-  if (!connection || !window.internalWinId())
+  // The widget's own number is stale once the toolkit has made its window anew.
+  const QWindow* const handle = window.windowHandle();
+  if (!connection || !handle || !handle->handle())
     return std::nullopt;
-  return X11Window{connection, static_cast<xcb_window_t>(window.internalWinId())};
+  return X11Window{connection, static_cast<xcb_window_t>(handle->winId())};
 }
 
 QRect inPixels(const QWidget& window, const QRect& area) {
