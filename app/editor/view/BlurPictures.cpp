@@ -34,18 +34,24 @@ void BlurPictures::paintBase(QImage& layer, const QRect& part) const {
              QRect({0, 0}, part.size()));
 }
 
-PlacedPicture BlurPictures::filtered(BlurStyle style, const QRect& part) {
+PlacedPicture BlurPictures::filtered(BlurStyle style, const QRegion& part) {
   if (isModelsOwn())
     return {model.processed(style, view.shown), {0, 0}};
   if (std::exchange(keptIntensity, model.blurIntensity) != model.blurIntensity)
     kept = {};
   if (const auto& all = kept.at(size_t(style)))
     return *all;
+  const QRect bounds = part.boundingRect();
   const QRect source =
-      platform::sourceOfScaledPart(model.imagePixelSize, view.shown, part.translated(view.area.topLeft()));
-  const QImage picture =
-      sorrel::filtered(model.baseImage, style, model.blurIntensity, model.imagePixelSize->width(), source);
-  return {scaled({picture, source.topLeft(), model.imagePixelSize}, part), part.topLeft()};
+      platform::sourceOfScaledPart(model.imagePixelSize, view.shown, bounds.translated(view.area.topLeft()));
+  const platform::PicturePart picture{
+      sorrel::filtered(model.baseImage, style, model.blurIntensity, model.imagePixelSize->width(), source),
+      source.topLeft(), model.imagePixelSize};
+  QImage pixels = newLayer(bounds.size());
+  for (const QRect& rectangle : part)
+    copyPixels(pixels, rectangle.topLeft() - bounds.topLeft(), scaled(picture, rectangle),
+               QRect({0, 0}, rectangle.size()));
+  return {pixels, bounds.topLeft()};
 }
 
 PlacedPicture BlurPictures::filtered(BlurStyle style) {

@@ -4,6 +4,8 @@
 #include "app/editor/view/CanvasView.h"
 #include "platform/imaging/drawing/ScaledPart.h"
 
+#include <QRegion>
+
 #include <array>
 #include <optional>
 
@@ -23,8 +25,8 @@ class BlurPictures {
 
   /// Writes the base image into a rectangle of the layer.
   void paintBase(QImage& layer, const QRect& part) const;
-  /// The filtered picture, on the layer, of at least `part` of it.
-  [[nodiscard]] PlacedPicture filtered(BlurStyle style, const QRect& part);
+  /// The filtered picture, on the layer; only within `part` its pixels are of use.
+  [[nodiscard]] PlacedPicture filtered(BlurStyle style, const QRegion& part);
   /// All that the layer may show of it, which is kept.
   [[nodiscard]] PlacedPicture filtered(BlurStyle style);
 

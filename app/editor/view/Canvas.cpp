@@ -40,7 +40,7 @@ Canvas::Canvas(EditorModel& document, QWidget* parent)
   repainting = model.observeRepainting(
       [this](EditorModel::Field field, const QRectF& rectangle) { modelRepaints(field, rectangle); });
   fontChanges = platform::UserDefaults::standard().observe(SettingsKeys::watermarkFontFamily, [this] {
-    update(layers.followText());
+    updatePicture(layers.followText());
     followTextEditing();
   });
   fitAnew();
@@ -80,7 +80,7 @@ void Canvas::react() {
   (void)toolNow();
   if (model.tool != EditorModel::Tool::watermark && model.isEditingText)
     model.isEditingText = false;
-  update(layers.followEditing());
+  updatePicture(layers.followEditing());
   followTextEditing();
   if (model.textWM->text != knownText) {
     knownText = model.textWM->text;
@@ -114,16 +114,16 @@ void Canvas::modelRepaints(EditorModel::Field field, const QRectF& rectangle) {
     fitAnew();
     viewport()->update();
   } else {
-    update(changed);
+    updatePicture(changed);
   }
 }
 
 void Canvas::fitAnew() {
-  show(place.resized(viewport()->size(), viewport()->devicePixelRatioF(), model.displaySize,
-                     model.imagePixelSize));
+  showAt(place.resized(viewport()->size(), viewport()->devicePixelRatioF(), model.displaySize,
+                       model.imagePixelSize));
 }
 
-void Canvas::show(const CanvasFit& next) {
+void Canvas::showAt(const CanvasFit& next) {
   if (next == place)
     return;
   place = next;
@@ -158,7 +158,7 @@ void Canvas::scrollContentsBy(int, int) {
   if (isFittingScrollBars)
     return;
   settle();
-  show(place.scrolledTo(QPointF(horizontalScrollBar()->value(), verticalScrollBar()->value())));
+  showAt(place.scrolledTo(QPointF(horizontalScrollBar()->value(), verticalScrollBar()->value())));
 }
 
 platform::Subscription Canvas::observeZoom(std::function<void()> observer) {
@@ -189,7 +189,7 @@ void Canvas::zoomBy(void (CanvasZoom::*command)()) {
 }
 
 void Canvas::stepZoom(double factor) {
-  show(zooming.start.zoomedTo(factor, zooming.anchor));
+  showAt(zooming.start.zoomedTo(factor, zooming.anchor));
   if (factor == zoom.factor)
     settle();
 }
@@ -200,7 +200,7 @@ void Canvas::zoomAtOnce(const QPointF& anchor) {
     return;
   beginStretching();
   zoomMotion.stop();
-  show(place.zoomedTo(zoom.factor, anchor));
+  showAt(place.zoomedTo(zoom.factor, anchor));
   settling = platform::MainQueue::main().asyncAfter(settlingDelay, [this] { settle(); });
 }
 
@@ -211,8 +211,7 @@ void Canvas::beginStretching() {
   CanvasFit whole = place;
   whole.zoom = 1;
   layers.show(place);
-  stretched.begin(layers.picture(marksAre).image, layers.isOpaque(), layers.shownView(),
-                  model.reduced(whole.shown()));
+  stretched.begin(layers.picture(marksAre).image, layers.shownView(), model.reduced(whole.shown()));
 }
 
 void Canvas::settle() {
@@ -221,12 +220,12 @@ void Canvas::settle() {
   if (!stretched.isShown())
     return;
   stretched.end();
-  show(place.zoomedTo(zoom.factor, zooming.anchor));
+  showAt(place.zoomedTo(zoom.factor, zooming.anchor));
   viewport()->update();
 }
 
 /// A point more on each side: a device pixel may belong to two of them.
-void Canvas::update(const QRegion& inPicture) {
+void Canvas::updatePicture(const QRegion& inPicture) {
   const QPoint corner = place.picture().topLeft();
   for (const QRect& part : inPicture) {
     const QRect pixels = part.translated(corner);
@@ -252,7 +251,7 @@ void Canvas::carryMarks() {
 
 void Canvas::settleMarks() {
   settlingMarks.cancel();
-  update(layers.settleMarks());
+  updatePicture(layers.settleMarks());
 }
 
 void Canvas::paintEvent(QPaintEvent* event) {
@@ -290,10 +289,7 @@ void Canvas::paintPicture(QPainter& painter, const QRect& exposed) {
   const QRect part = exposed.translated(-picture.topLeft()) & QRect(pixels.topLeft, pixels.image.size());
   if (part.isEmpty())
     return;
-  const QImage drawn(pixels.image.constBits(), pixels.image.width(), pixels.image.height(),
-                     pixels.image.bytesPerLine(),
-                     layers.isOpaque() ? QImage::Format_RGBX8888 : QImage::Format_RGBA8888_Premultiplied);
-  painter.drawImage(part.topLeft() + picture.topLeft(), drawn, part.translated(-pixels.topLeft));
+  painter.drawImage(part.topLeft() + picture.topLeft(), pixels.image, part.translated(-pixels.topLeft));
 }
 
 /// Painted into the picture they are exactly what the file will have; over a tool's part, or while they are

@@ -79,7 +79,7 @@ class Canvas : public QAbstractScrollArea {
 
   void fitAnew();
   /// Shows the picture there; layers follow with the next painting.
-  void show(const CanvasFit& next);
+  void showAt(const CanvasFit& next);
   void fitScrollBars();
   void zoomBy(void (CanvasZoom::*command)());
   void stepZoom(double factor);
@@ -97,7 +97,7 @@ class Canvas : public QAbstractScrollArea {
   void pinch(const QNativeGestureEvent& event);
   [[nodiscard]] bool beginPan(const QMouseEvent& event);
 
-  void update(const QRegion& inPicture);
+  void updatePicture(const QRegion& inPicture);
   void paintPicture(QPainter& painter, const QRect& exposed);
   /// The tool's part, the watermarks if they are apart, and the burst, from below.
   void paintOver(QPainter& painter, const CanvasTool* tool);

@@ -134,7 +134,7 @@ void Canvas::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void Canvas::mouseMoveEvent(QMouseEvent* event) {
   if (pan) {
-    show(place.scrolledTo(pan->scrolled - (event->position() - pan->from) * place.ratio));
+    showAt(place.scrolledTo(pan->scrolled - (event->position() - pan->from) * place.ratio));
     return;
   }
   CanvasTool* const tool = toolNow();
@@ -172,7 +172,7 @@ void Canvas::wheelEvent(QWheelEvent* event) {
   if (event->modifiers() & Qt::ShiftModifier)
     turned = turned.transposed();
   settle();
-  show(place.scrolledTo(place.scrolled - turned * pointsPerNotch * place.ratio));
+  showAt(place.scrolledTo(place.scrolled - turned * pointsPerNotch * place.ratio));
   hover(event->position());
 }
 

@@ -48,9 +48,10 @@ void CanvasLayers::show(const CanvasFit& place) {
     stale = stale.translated(last.area.topLeft() - view.area.topLeft()) & view.layerRect();
     stale |= QRegion(view.layerRect()) - view.sharedWith(last);
   } else {
-    together = QImage(view.area.size(), QImage::Format_RGBA8888_Premultiplied);
+    together = newLayer(view.area.size());
     stale = view.layerRect();
   }
+  together.reinterpretAsFormat(isOpaque() ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
 }
 
 QRegion CanvasLayers::follow(const void* field, const QRectF& rectangle) {
@@ -165,14 +166,21 @@ PlacedPicture CanvasLayers::picture(Marks where) {
   return {together, view.area.topLeft()};
 }
 
+/// In strips that stay near the processor. The screen's own format is taken here once, not by each painting.
 void CanvasLayers::compose(const QRect& part) {
-  copyPixels(together, part.topLeft(), under.pixels(), part);
-  platform::DrawingSurface surface(std::move(together), part);
-  surface.lay(ink.pixels(), {0, 0});
-  if (marksAre == Marks::within)
-    for (const MarkLayer* const mark : {&logo, &text})
-      surface.lay(mark->picture().image, mark->picture().topLeft);
-  together = surface.finish();
+  constexpr int stripHeight = 32;
+  for (int top = part.top(); top <= part.bottom(); top += stripHeight) {
+    const QRect strip = QRect(part.left(), top, part.width(), stripHeight) & part;
+    QImage mixed = newLayer(strip.size());
+    copyPixels(mixed, {0, 0}, under.pixels(), strip);
+    platform::DrawingSurface surface(std::move(mixed));
+    surface.lay(ink.pixels(), -strip.topLeft());
+    if (marksAre == Marks::within)
+      for (const MarkLayer* const mark : {&logo, &text})
+        surface.lay(mark->picture().image, mark->picture().topLeft - strip.topLeft());
+    mixed = surface.finish().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    copyPixels(together, strip.topLeft(), mixed, mixed.rect());
+  }
 }
 
 }  // namespace sorrel

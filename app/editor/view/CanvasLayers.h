@@ -39,8 +39,8 @@ class CanvasLayers {
   /// They rest. Returns where the pixels will be others.
   [[nodiscard]] QRegion settleMarks();
 
-  /// All together, up to date, and where it lies in the picture; without the marks if those are to be shown
-  /// apart.
+  /// All together, up to date, in the screen's format, and where it lies in the picture; without the marks if
+  /// those are to be shown apart.
   [[nodiscard]] PlacedPicture picture(Marks where = Marks::within);
   /// The logo and the text as of the last picture(), to be laid over it.
   [[nodiscard]] std::array<PlacedPicture, 2> marks() const;

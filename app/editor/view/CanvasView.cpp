@@ -1,6 +1,7 @@
 #include "app/editor/view/CanvasView.h"
 
 #include "platform/imaging/drawing/LineMask.h"
+#include "platform/imaging/filters/BlankPicture.h"
 
 #include <algorithm>
 #include <cstring>
@@ -31,8 +32,13 @@ void copyPixels(QImage& target, const QPoint& to, const QImage& source, const QR
                 source.constScanLine(rectangle.top() + row) + 4 * std::ptrdiff_t(rectangle.left()), bytes);
 }
 
+QImage newLayer(const QSize& size) {
+  static const QImage format(1, 1, QImage::Format_RGBA8888_Premultiplied);
+  return size.isEmpty() ? QImage() : platform::blankLike(format, size);
+}
+
 QImage scrolledLayer(const QImage& layer, const CanvasView& from, const CanvasView& to) {
-  QImage scrolled(to.area.size(), layer.format());
+  QImage scrolled = newLayer(to.area.size());
   const QRect shared = from.sharedWith(to);
   copyPixels(scrolled, shared.topLeft() + from.area.topLeft() - to.area.topLeft(), layer, shared);
   return scrolled;

@@ -41,6 +41,8 @@ struct CanvasView {
 
 /// Copies a rectangle of pixels from one picture of 4 bytes a pixel to another, to the place `to`.
 void copyPixels(QImage& target, const QPoint& to, const QImage& source, const QRect& rectangle);
+/// Pixels that aren't set to anything.
+[[nodiscard]] QImage newLayer(const QSize& size);
 /// A layer for a view with what an older one holds of it; the rest isn't set to anything.
 [[nodiscard]] QImage scrolledLayer(const QImage& layer, const CanvasView& from, const CanvasView& to);
 

@@ -42,7 +42,7 @@ void InkLayer::show(const CanvasView& next) {
       paintCommitted(0, painted, strip);
     }
   } else {
-    ink = QImage(view.area.size(), QImage::Format_RGBA8888_Premultiplied);
+    ink = newLayer(view.area.size());
     clear(ink, view.layerRect());
     painted = model.strokes->size();
     paintCommitted(0, painted, view.layerRect());

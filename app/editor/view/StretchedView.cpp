@@ -4,9 +4,8 @@
 
 namespace sorrel {
 
-void StretchedView::begin(const QImage& together, bool isOpaque, const CanvasView& shown,
-                          const QImage& picture) {
-  pixels = together.convertToFormat(isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+void StretchedView::begin(const QImage& together, const CanvasView& shown, const QImage& picture) {
+  pixels = together;
   view = shown;
   whole = view.isWhole() ? QImage() : picture;
 }

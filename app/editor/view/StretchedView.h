@@ -13,9 +13,8 @@ namespace sorrel {
 class StretchedView {
  public:
   [[nodiscard]] bool isShown() const { return !pixels.isNull(); }
-  /// `together`: of that view; `isOpaque`: all of it. `whole`: the picture, for what comes into view from
-  /// beyond.
-  void begin(const QImage& together, bool isOpaque, const CanvasView& view, const QImage& whole);
+  /// `together`: of that view. `whole`: the picture, for what comes into view from beyond.
+  void begin(const QImage& together, const CanvasView& view, const QImage& whole);
   void end() { pixels = whole = {}; }
 
   /// With the whole picture on that rectangle.

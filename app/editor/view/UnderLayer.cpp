@@ -36,7 +36,7 @@ void UnderLayer::show(const CanvasView& next) {
     for (const QRect& strip : QRegion(view.layerRect()) - view.sharedWith(last))
       paint(strip);
   } else {
-    under = QImage(view.area.size(), QImage::Format_RGBA8888_Premultiplied);
+    under = newLayer(view.area.size());
     paint(view.layerRect());
   }
   (void)followGesture();
@@ -55,12 +55,12 @@ void UnderLayer::paint(const QRect& part) {
     return;
   pictures.paintBase(under, part);
   const Placement placement = view.placement();
-  std::array<QRect, 2> needed;
+  std::array<QRegion, 2> needed;
   for (const BlurRegion& region : model.blurRegions.get())
     needed.at(size_t(region.style)) |= pixelsOf(boundsOf(region), placement) & part;
   FilteredPictures filtered;
   for (const BlurStyle style : {BlurStyle::gaussian, BlurStyle::mosaic})
-    if (const QRect& piece = needed.at(size_t(style)); !piece.isEmpty())
+    if (const QRegion& piece = needed.at(size_t(style)); !piece.isEmpty())
       filtered.at(size_t(style)) = pictures.filtered(style, piece);
   DrawingSurface surface(std::move(under), part);
   paintBlurRegions(surface, model.blurRegions, filtered, placement);

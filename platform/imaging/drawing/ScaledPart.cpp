@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 namespace platform {
@@ -74,17 +75,23 @@ void halve(std::uint16_t* middle, const std::uint32_t* sums, int count) {
     middle[i] = static_cast<std::uint16_t>(sums[i] >> (weightBits - middleBits));
 }
 
+using Sums = std::uint32_t __attribute__((vector_size(16)));
+using Halves = std::uint16_t __attribute__((vector_size(8)));
+using Bytes = std::uint8_t __attribute__((vector_size(4)));
+
 void mixColumns(std::uint8_t* to, const std::uint16_t* middle, const int* first, const std::uint16_t* weights,
                 int taps, int count) {
+  constexpr std::uint32_t half = 1U << (weightBits + middleBits - 1);
   for (int x = 0; x < count; ++x) {
-    const std::uint16_t* const from = middle + channels * first[x];
-    std::uint32_t sums[channels] = {};
-    for (int tap = 0; tap < taps; ++tap)
-      for (int channel = 0; channel < channels; ++channel)
-        sums[channel] += std::uint32_t(weights[tap]) * from[channels * tap + channel];
-    for (int channel = 0; channel < channels; ++channel)
-      to[channels * x + channel] = static_cast<std::uint8_t>(
-          (sums[channel] + (1U << (weightBits + middleBits - 1))) >> (weightBits + middleBits));
+    const std::uint16_t* const from = middle + std::ptrdiff_t(channels) * first[x];
+    Sums sums = {half, half, half, half};
+    for (int tap = 0; tap < taps; ++tap) {
+      Halves pixel;
+      std::memcpy(&pixel, from + channels * tap, sizeof pixel);
+      sums += std::uint32_t(weights[tap]) * __builtin_convertvector(pixel, Sums);
+    }
+    const auto bytes = __builtin_convertvector(sums >> (weightBits + middleBits), Bytes);
+    std::memcpy(to + std::ptrdiff_t(channels) * x, &bytes, sizeof bytes);
     weights += taps;
   }
 }
@@ -119,18 +126,23 @@ QImage scaledPart(const PicturePart& picture, const QSize& scaled, const QRect& 
   std::uint8_t* const to = result.bits();
   const std::ptrdiff_t stride = result.bytesPerLine();
   constexpr int rowsWorthAThread = 64;
+  constexpr int chunk = 2048;  // stays near the processor
   forEachBand(part.height(), rowsWorthAThread, Cores::All, [&](int begin, int end) {
-    std::vector<std::uint32_t> sums(static_cast<std::size_t>(count));
+    std::vector<std::uint32_t> sums(chunk);
     std::vector<std::uint16_t> middle(static_cast<std::size_t>(count));
     for (int y = begin; y < end; ++y) {
-      std::fill(sums.begin(), sums.end(), 0);
-      for (int tap = 0; tap < down.count; ++tap)
-        if (const std::uint32_t weight = down.of(std::size_t(y))[tap])
-          vectorised<addRow>(
-              Instructions::Widest, sums.data(),
-              picture.pixels.constScanLine(down.first[std::size_t(y)] + tap - picture.topLeft.y()) + skipped,
-              weight, count);
-      vectorised<halve>(Instructions::Widest, middle.data(), sums.data(), count);
+      for (int from = 0; from < count; from += chunk) {
+        const int length = std::min(chunk, count - from);
+        std::fill_n(sums.begin(), length, 0U);
+        for (int tap = 0; tap < down.count; ++tap)
+          if (const std::uint32_t weight = down.of(std::size_t(y))[tap])
+            vectorised<addRow>(
+                Instructions::Widest, sums.data(),
+                picture.pixels.constScanLine(down.first[std::size_t(y)] + tap - picture.topLeft.y()) +
+                    skipped + from,
+                weight, length);
+        vectorised<halve>(Instructions::Widest, middle.data() + from, sums.data(), length);
+      }
       vectorised<mixColumns>(Instructions::Widest, to + y * stride, middle.data(), across.first.data(),
                              across.of(0), across.count, part.width());
     }

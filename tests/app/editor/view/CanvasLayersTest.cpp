@@ -95,7 +95,8 @@ class Screen {
     const PlacedPicture now = layers.picture();
     for (const QRect& part : std::exchange(stale, {}))
       copyPixels(screen, part.topLeft() - now.topLeft, now.image, part.translated(-now.topLeft));
-    return screen.copy(place.visible().translated(-now.topLeft));
+    return screen.copy(place.visible().translated(-now.topLeft))
+        .convertToFormat(QImage::Format_RGBA8888_Premultiplied);
   }
 
  private:
