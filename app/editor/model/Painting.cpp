@@ -56,19 +56,13 @@ PlacedPicture placedAfterwards(const Placement& placement, const QRect& part, co
   return picture;
 }
 
-/// In strips, so that a picture of any size needs no second one of its size.
-void layStrokes(DrawingSurface& surface, const QList<PenStroke>& strokes, const Placement& placement) {
-  constexpr int stripHeight = 8 * platform::LineMask::tileSize;
-  if (strokes.isEmpty())
-    return;
-  const QSize size = surface.size();
-  for (int top = 0; top < size.height(); top += stripHeight) {
-    DrawingSurface strip(nothing({size.width(), std::min(stripHeight, size.height() - top)}));
-    Placement inStrip = placement;
-    inStrip.origin.ry() -= top;
-    paintStrokes(strip, strokes, inStrip);
-    surface.lay(strip.finish(), {0, top});
-  }
+std::vector<platform::ColouredLine> colouredLines(const QList<PenStroke>& strokes,
+                                                  const Placement& placement) {
+  std::vector<platform::ColouredLine> lines;
+  lines.reserve(size_t(strokes.size()));
+  for (const PenStroke& stroke : strokes)
+    lines.push_back({placed(stroke.points, stroke.width, placement), colorFromHex(stroke.colorHex)});
+  return lines;
 }
 
 /// The regions of a style share one filtered picture, worked out no further than they reach together.
@@ -167,11 +161,7 @@ void paintBlurRegions(DrawingSurface& surface, const QList<BlurRegion>& regions,
 }
 
 void paintStrokes(DrawingSurface& surface, const QList<PenStroke>& strokes, const Placement& placement) {
-  std::vector<platform::ColouredLine> lines;
-  lines.reserve(size_t(strokes.size()));
-  for (const PenStroke& stroke : strokes)
-    lines.push_back({placed(stroke.points, stroke.width, placement), colorFromHex(stroke.colorHex)});
-  surface.draw(lines);
+  surface.draw(colouredLines(strokes, placement));
 }
 
 PlacedPicture logoPicture(const Document& document, const Placement& placement, const QRect& part) {
@@ -202,7 +192,7 @@ QImage flattened(const Document& document, double blurIntensity, const QString& 
   if (const auto placement = document.placement()) {
     paintBlurRegions(surface, document.blurRegions, filteredFor(surface, document, blurIntensity, *placement),
                      *placement);
-    layStrokes(surface, document.strokes, *placement);
+    surface.lay(colouredLines(document.strokes, *placement));
     const QRect whole({0, 0}, surface.size());
     for (const PlacedPicture& mark : {logoPicture(document, *placement, whole),
                                       textPicture(document.textWM, fontFamily, *placement, whole)})

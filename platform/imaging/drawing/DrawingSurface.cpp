@@ -8,14 +8,21 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 namespace platform {
 namespace {
 
 using Samples = LineMask::Samples;
+
+constexpr int tileSize = LineMask::tileSize;
+int onTile(int pixel) {
+  return pixel / tileSize * tileSize;
+}
 
 /// What the painter would do by itself, in memory whose fresh pages cost less.
 QImage copied(const QImage& source) {
@@ -53,6 +60,12 @@ std::uint32_t laidOver(std::uint32_t below, std::uint32_t above) {
     return (product + (product >> 8 & even)) >> 8 & even;
   };
   return above + (share(below & even) | share(below >> 8 & even) << 8);
+}
+
+void layRow(std::uint32_t* below, const std::uint32_t* above, int count) {
+  for (int x = 0; x < count; ++x)
+    if (const std::uint32_t alpha = alphaOf(above[x]))
+      below[x] = alpha == 255 ? above[x] : laidOver(below[x], above[x]);
 }
 
 /// `above(x)` gives what is to be seen where a sample is covered.
@@ -99,9 +112,11 @@ class Replacement {
   QPoint origin;
 };
 
-constexpr int tileSize = LineMask::tileSize;
-int onTile(int pixel) {
-  return pixel / tileSize * tileSize;
+std::vector<RoundLine> shapesOf(const std::vector<ColouredLine>& lines) {
+  std::vector<RoundLine> shapes;
+  for (const ColouredLine& line : lines)
+    shapes.push_back(line.line);
+  return shapes;
 }
 
 /// The rows that the line can touch, as far as they lie between two rows: from `first` up to but without
@@ -120,6 +135,51 @@ std::pair<int, int> rowsOf(const RoundLine& line, int top, int bottom) {
 }
 
 }  // namespace
+
+/// Lines on nothing, of one row of tiles at a time: so much fits the processor's cache, where a picture of
+/// them all would have to be cleared and read as a whole.
+class DrawingSurface::LineLayer {
+ public:
+  LineLayer(DrawingSurface& below, const std::vector<ColouredLine>& all) : surface(below), lines(all) {}
+
+  void operator()(std::size_t line, int x, int y, const Samples* samples, int count) {
+    top = onTile(y);
+    const int begin = x - surface.clip.left();
+    Row& row = rows.at(static_cast<std::size_t>(y - top));
+    row.pixels.resize(static_cast<std::size_t>(surface.clip.width()));
+    row.begin = std::min(row.begin, begin);
+    row.end = std::max(row.end, begin + count);
+    mixIn(row.pixels.data() + begin, samples, count,
+          [pixel = pixelOf(lines[line].colour)](int) { return pixel; });
+  }
+
+  void endRowOfTiles() {
+    for (std::size_t index = 0; index < rows.size(); ++index) {
+      Row& row = rows[index];
+      if (row.begin >= row.end)
+        continue;
+      layRow(surface.pixels(surface.clip.left() + row.begin, top + int(index)), row.pixels.data() + row.begin,
+             row.end - row.begin);
+      std::fill(row.pixels.begin() + row.begin, row.pixels.begin() + row.end, 0);
+      row.begin = nowhere;
+      row.end = 0;
+    }
+  }
+
+ private:
+  static constexpr int nowhere = std::numeric_limits<int>::max();
+  /// Pixels are clear, but for those from `begin` up to but without `end`.
+  struct Row {
+    std::vector<std::uint32_t> pixels;
+    int begin = nowhere;
+    int end = 0;
+  };
+
+  DrawingSurface& surface;
+  const std::vector<ColouredLine>& lines;
+  int top = 0;
+  std::array<Row, tileSize> rows;
+};
 
 DrawingSurface::DrawingSurface(QImage start, const QRect& dirty)
     : picture(std::move(start).convertToFormat(QImage::Format_RGBA8888_Premultiplied)),
@@ -169,10 +229,7 @@ void DrawingSurface::lay(const QImage& image, const QPoint& topLeft) {
     for (int y = part.top() + first; y < part.top() + end; ++y) {
       const auto* const above = reinterpret_cast<const std::uint32_t*>(image.constScanLine(y - topLeft.y())) +
                                 (part.left() - topLeft.x());
-      std::uint32_t* const below = pixels(part.left(), y);
-      for (int x = 0; x < part.width(); ++x)
-        if (const std::uint32_t alpha = alphaOf(above[x]))
-          below[x] = alpha == 255 ? above[x] : laidOver(below[x], above[x]);
+      layRow(pixels(part.left(), y), above, part.width());
     }
   });
 }
@@ -190,6 +247,8 @@ void DrawingSurface::replace(const QRectF& shape, const QImage& image, const QPo
 
 /// In bands, so that the mask of all lines fits the processor's cache and every core has a share. A mask's
 /// tiles lie where they would lie for the whole surface, so that rounding is the same in every part of it.
+/// Each core has a copy of `paint`, which is told the stretches, and the end of a band if it wants to know.
+template <typename Paint>
 void DrawingSurface::rasterise(const std::vector<RoundLine>& lines, const Paint& paint) const {
   constexpr int bandHeight = tileSize;
   qsizetype points = 0;
@@ -210,6 +269,7 @@ void DrawingSurface::rasterise(const std::vector<RoundLine>& lines, const Paint&
   forEachBand((bottom - top + bandHeight - 1) / bandHeight, 1,
               points < pointsWorthAThread ? Cores::One : Cores::All, [&](int first, int end) {
                 LineMask mask;
+                Paint painter = paint;
                 for (int band = first; band < end; ++band) {
                   const int begin = top + band * bandHeight;
                   const QRect area(left, begin, clip.right() + 1 - left,
@@ -222,9 +282,11 @@ void DrawingSurface::rasterise(const std::vector<RoundLine>& lines, const Paint&
                     for (const QPointF& point : line.points)
                       mask.append(line.onSurface(point));
                     mask.forEachStretch(area & clip, [&](int x, int y, const Samples* samples, int count) {
-                      paint(index, x, y, samples, count);
+                      painter(index, x, y, samples, count);
                     });
                   }
+                  if constexpr (requires { painter.endRowOfTiles(); })
+                    painter.endRowOfTiles();
                 }
               });
 }
@@ -232,13 +294,17 @@ void DrawingSurface::rasterise(const std::vector<RoundLine>& lines, const Paint&
 void DrawingSurface::draw(const std::vector<ColouredLine>& lines) {
   if (lines.empty())
     return;
-  std::vector<RoundLine> shapes;
-  for (const ColouredLine& line : lines)
-    shapes.push_back(line.line);
   beginPixels();
-  rasterise(shapes, [&](std::size_t line, int x, int y, const Samples* samples, int count) {
+  rasterise(shapesOf(lines), [&](std::size_t line, int x, int y, const Samples* samples, int count) {
     mixIn(pixels(x, y), samples, count, [pixel = pixelOf(lines[line].colour)](int) { return pixel; });
   });
+}
+
+void DrawingSurface::lay(const std::vector<ColouredLine>& lines) {
+  if (lines.empty())
+    return;
+  beginPixels();
+  rasterise(shapesOf(lines), LineLayer(*this, lines));
 }
 
 void DrawingSurface::draw(const LineMask& line, const QColor& opaque) {

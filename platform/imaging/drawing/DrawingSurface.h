@@ -9,7 +9,6 @@
 #include <QPointF>
 #include <QRectF>
 
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -60,6 +59,8 @@ class DrawingSurface {
 
   /// Lays a picture of the surface's format over what is there, pixel on pixel.
   void lay(const QImage& image, const QPoint& topLeft);
+  /// The same with a picture on which there are only these lines.
+  void lay(const std::vector<ColouredLine>& lines);
 
   /// Puts the image in the place of what is there, as far as the shape covers it: nothing of that shines
   /// through. The image's top left corner is at `origin`; the shape ends where the image does.
@@ -74,11 +75,12 @@ class DrawingSurface {
   [[nodiscard]] QImage finish();
 
  private:
-  using Paint = std::function<void(std::size_t line, int x, int y, const LineMask::Samples*, int count)>;
+  class LineLayer;
 
   [[nodiscard]] QPainter& brush();
   void beginPixels();
   [[nodiscard]] std::uint32_t* pixels(int x, int y) { return bits + std::ptrdiff_t(y) * stride + x; }
+  template <typename Paint>
   void rasterise(const std::vector<RoundLine>& lines, const Paint& paint) const;
 
   QImage picture;
