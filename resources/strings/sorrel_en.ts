@@ -337,7 +337,7 @@
       <translation>Screenshots stay until you delete them.</translation>
     </message>
     <message id="settings.storage.unreadable">
-      <translation>Your settings file couldn’t be read, so what you chose isn’t known. Until Sorrel is started again, nothing goes to the Trash by itself.</translation>
+      <translation>Your settings file couldn’t be read, so what you chose isn’t known. For now nothing goes to the Trash by itself.</translation>
     </message>
     <message id="settings.storage.locationSection">
       <translation>Folder</translation>

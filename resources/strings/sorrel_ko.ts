@@ -337,7 +337,7 @@
       <translation>스크린샷을 직접 지울 때까지 그대로 둡니다.</translation>
     </message>
     <message id="settings.storage.unreadable">
-      <translation>설정 파일을 읽지 못해 선택한 값을 알 수 없습니다. Sorrel을 다시 시작할 때까지 아무것도 자동으로 휴지통에 보내지 않습니다.</translation>
+      <translation>설정 파일을 읽지 못해 선택한 값을 알 수 없습니다. 지금은 아무것도 저절로 휴지통에 보내지 않습니다.</translation>
     </message>
     <message id="settings.storage.locationSection">
       <translation>폴더</translation>

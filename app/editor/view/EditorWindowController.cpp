@@ -1,14 +1,18 @@
 #include "app/editor/view/EditorWindowController.h"
 
+#include "app/capture/Notifications.h"
 #include "app/editor/model/EditorModel.h"
 #include "app/editor/view/EditorView.h"
 #include "app/settings/LocalizationManager.h"
 #include "platform/base/FilePath.h"
 #include "platform/base/Log.h"
+#include "platform/base/NotificationCenter.h"
 #include "platform/desktop/Image.h"
 #include "platform/desktop/Screens.h"
 #include "platform/desktop/WindowFront.h"
 #include "platform/system/FreeMemory.h"
+
+#include <QShortcut>
 
 namespace sorrel {
 namespace {
@@ -34,6 +38,9 @@ std::unique_ptr<EditorView> windowFor(std::unique_ptr<EditorModel> model, std::f
   window->setWindowRole(QStringLiteral("editor"));
   if (const auto image = platform::Image::named(QStringLiteral("sorrel")))
     window->setWindowIcon(image->icon);
+  QObject::connect(new QShortcut(Qt::CTRL | Qt::Key_Comma, window.get()), &QShortcut::activated, [] {
+    platform::NotificationCenter::defaultCenter().post(QString::fromLatin1(Notifications::openSettings));
+  });
   window->setMinimumSize(minimumContentSize);
   window->setGeometry(frameFor(displaySize));
   // The window has the keyboard itself, so that it is in none of its controls.

@@ -78,9 +78,9 @@ void SettingsView::showTab(int index) {
   SettingsTab*& tab = tabs.at(static_cast<size_t>(index));
   if (!tab) {
     tab = allTabs.at(static_cast<size_t>(index)).make(hasUpdater, this);
-    tab->refresh();
     pages->addWidget(tab);
   }
+  tab->refresh();  // also what nobody tells of, as a file that can't be read any more
   pages->setCurrentWidget(tab);
 }
 

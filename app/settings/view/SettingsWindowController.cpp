@@ -4,6 +4,7 @@
 #include "platform/desktop/Image.h"
 #include "platform/desktop/Screens.h"
 #include "platform/desktop/WindowFront.h"
+#include "platform/system/FreeMemory.h"
 
 namespace sorrel {
 namespace {
@@ -30,6 +31,7 @@ void SettingsWindowController::open() {
   if (!shown) {
     shown = new SettingsView(hasUpdater, lastTab, [this](int tab) { lastTab = tab; });
     shown->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(shown, &QObject::destroyed, [] { platform::giveBackFreeMemory(); });
     shown->setWindowFlags(Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                           Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
     shown->move(placeOf(shown->size()));

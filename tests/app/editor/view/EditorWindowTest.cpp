@@ -1,14 +1,17 @@
 // The editor's window: how large it is, and when it comes and goes.
 
+#include "app/capture/Notifications.h"
 #include "app/editor/view/EditorWindowController.h"
 #include "app/settings/LocalizationManager.h"
+#include "platform/base/NotificationCenter.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ScratchHome.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QImage>
 #include <QPointer>
 #include <QScreen>
+#include <QTest>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -92,6 +95,17 @@ TEST_F(EditorWindow, ClosedByTheUserGoesWithTheNextPicture) {
   deleteWhatIsDeletedLater();
   EXPECT_FALSE(closed);
   EXPECT_TRUE(controller.window()->isVisible());
+}
+
+TEST_F(EditorWindow, LeadsToTheSettings) {
+  int asked = 0;
+  const auto token = platform::NotificationCenter::defaultCenter().addObserver(
+      QString::fromLatin1(Notifications::openSettings), platform::NotificationCenter::Queue::PostingThread,
+      [&](const auto&) { ++asked; });
+  controller.open(picture(u"shot.png"_s));
+  QApplication::setActiveWindow(controller.window());
+  QTest::keyClick(controller.window(), Qt::Key_Comma, Qt::ControlModifier);
+  EXPECT_EQ(asked, 1);
 }
 
 }  // namespace
