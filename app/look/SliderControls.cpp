@@ -102,7 +102,12 @@ void paintScrollBar(QPainter& painter, const QStyleOptionSlider& bar) {
       QRectF(scrollBarHandle(bar)).adjusted(scrollBarInset, scrollBarInset, -scrollBarInset, -scrollBarInset);
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
-  fillRounded(painter, handle, std::min(handle.width(), handle.height()) / 2, color);
+  const double radius = std::min(handle.width(), handle.height()) / 2;
+  QColor rim =
+      color.lightness() > 127 ? Qt::black : Qt::white;  // it may float over a picture of its own color
+  rim.setAlpha(color.alpha());
+  fillRounded(painter, handle.adjusted(-1, -1, 1, 1), radius + 1, rim);
+  fillRounded(painter, handle, radius, color);
   painter.restore();
 }
 

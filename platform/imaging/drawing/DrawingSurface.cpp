@@ -5,8 +5,6 @@
 #include "platform/imaging/filters/BlankPicture.h"
 #include "platform/imaging/png/Bands.h"
 
-#include <QPainterPath>
-
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -234,15 +232,40 @@ void DrawingSurface::lay(const QImage& image, const QPoint& topLeft) {
   });
 }
 
-/// A filled path and no clip, since a painter may round a clip to whole pixels.
 void DrawingSurface::replace(const QRectF& shape, const QImage& image, const QPoint& origin) {
-  QPainterPath path;
-  path.addRect(shape & QRectF(QRect(origin, image.size())));
-  QBrush texture(image);
-  texture.setTransform(QTransform::fromTranslate(origin.x(), origin.y()));
-  brush().setCompositionMode(QPainter::CompositionMode_Source);
-  brush().fillPath(path, texture);
-  brush().setCompositionMode(QPainter::CompositionMode_SourceOver);
+  const QRectF covered = shape & QRectF(QRect(origin, image.size()));
+  const QRect part = covered.toAlignedRect() & QRect(origin, image.size()) & clip;
+  if (covered.isEmpty() || part.isEmpty())
+    return;
+  beginPixels();
+  const auto share = [](double begin, double end, int pixel) {
+    return std::max(std::min(end, pixel + 1.0) - std::max(begin, double(pixel)), 0.0);
+  };
+  std::vector<double> across;
+  for (int x = part.left(); x <= part.right(); ++x)
+    across.push_back(share(covered.left(), covered.right(), x));
+  for (int y = part.top(); y <= part.bottom(); ++y) {
+    const double down = share(covered.top(), covered.bottom(), y);
+    const auto* const above = reinterpret_cast<const std::uint32_t*>(image.constScanLine(y - origin.y())) +
+                              (part.left() - origin.x());
+    std::uint32_t* const below = pixels(part.left(), y);
+    const auto mixIn = [&](int x) {
+      const auto of64 = static_cast<std::uint32_t>(std::lround(64 * down * across[std::size_t(x)]));
+      below[x] = mixed(below[x], above[x], of64);
+    };
+    // Only the outermost may be covered in part.
+    const int last = part.width() - 1;
+    if (down < 1) {
+      for (int x = 0; x <= last; ++x)
+        mixIn(x);
+      continue;
+    }
+    if (last > 1)
+      std::memcpy(below + 1, above + 1, 4 * std::size_t(last - 1));
+    mixIn(0);
+    if (last > 0)
+      mixIn(last);
+  }
 }
 
 /// In bands, so that the mask of all lines fits the processor's cache and every core has a share. A mask's
