@@ -92,8 +92,10 @@ void CanvasTextEditor::follow() {
 
 void CanvasTextEditor::setText(const QString& next) {
   isSettingText = true;
-  if (isComposing())
+  if (isComposing()) {
+    keepComposition();
     QGuiApplication::inputMethod()->reset();
+  }
   setPlainText(TextLines::withPlainBreaks(next));
   moveCursor(QTextCursor::End);
   isSettingText = false;

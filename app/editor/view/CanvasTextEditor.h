@@ -59,6 +59,8 @@ class CanvasTextEditor : public QTextEdit {
   /// With what is being composed, which the document doesn't have.
   [[nodiscard]] QString text() const;
   [[nodiscard]] bool isComposing() const;
+  [[nodiscard]] bool isLate(const QInputMethodEvent& event);
+  /// What is composed becomes text of the document.
   void keepComposition();
   void setText(const QString& next);
   void changed();
@@ -66,6 +68,7 @@ class CanvasTextEditor : public QTextEdit {
   void place();
   void blink(bool isOn);
 
+  [[nodiscard]] static QColor selectionColor();
   [[nodiscard]] double unit() const;  // of the layout, in display units
   [[nodiscard]] QRectF box() const;
   [[nodiscard]] QRectF caret() const;
@@ -87,6 +90,7 @@ class CanvasTextEditor : public QTextEdit {
   std::optional<int> composingCaret = 0;  // within what is being composed; none shows none
   bool isCaretOn = true;
   bool isSettingText = false;
+  QString kept;  // of a composition, and perhaps still to be handed over by the input method
   platform::WorkItem blinking;
 };
 

@@ -4,6 +4,8 @@
 #include "app/editor/view/CanvasTextEditor.h"
 #include "platform/imaging/drawing/TextLines.h"
 
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
@@ -14,9 +16,11 @@
 namespace sorrel {
 namespace {
 
-/// What is composed looks like the text but for its underline; the input method may set parts of it apart.
-QTextCharFormat composed(QTextCharFormat format) {
-  format.setForeground(Qt::transparent);  // glyphs are painted from outlines
+/// Looks like the text but for its underline. Glyphs are painted from outlines.
+QTextCharFormat composed() {
+  QTextCharFormat format;
+  format.setForeground(Qt::transparent);
+  format.setFontUnderline(true);
   format.setUnderlineColor(Qt::white);
   return format;
 }
@@ -38,26 +42,27 @@ QVariant CanvasTextEditor::inputMethodQuery(Qt::InputMethodQuery query) const {
   return QRectF(top, QSizeF(width, place.height() * canvas.canvasScale()));
 }
 
+/// Some input methods underline and some highlight; a part of what is composed that they set apart stays so.
 void CanvasTextEditor::inputMethodEvent(QInputMethodEvent* event) {
+  if (isLate(*event))
+    return;
   using Attribute = QInputMethodEvent::Attribute;
-  composingCaret = int(event->preeditString().size());
+  const int length = int(event->preeditString().size());
+  composingCaret = length;
   QList<Attribute> attributes;
-  bool isFormatted = false;
   for (Attribute one : event->attributes()) {
     if (one.type == QInputMethodEvent::Cursor)
       composingCaret = one.length ? std::optional(one.start) : std::nullopt;
     if (one.type == QInputMethodEvent::TextFormat) {
-      one.value = composed(qvariant_cast<QTextFormat>(one.value).toCharFormat());
-      isFormatted = true;
+      const auto given = qvariant_cast<QTextFormat>(one.value);
+      QTextCharFormat format = composed();
+      if (one.length < length && given.hasProperty(QTextFormat::BackgroundBrush))
+        format.setBackground(selectionColor());
+      one.value = format;
     }
     attributes.append(one);
   }
-  if (!isFormatted && composingCaret != 0) {
-    QTextCharFormat underlined;
-    underlined.setFontUnderline(true);
-    attributes.append(
-        {QInputMethodEvent::TextFormat, 0, int(event->preeditString().size()), composed(underlined)});
-  }
+  attributes.prepend({QInputMethodEvent::TextFormat, 0, length, composed()});
   QInputMethodEvent dressed(event->preeditString(), attributes);
   dressed.setCommitString(event->commitString(), event->replacementStart(), event->replacementLength());
   QTextEdit::inputMethodEvent(&dressed);
@@ -65,13 +70,25 @@ void CanvasTextEditor::inputMethodEvent(QInputMethodEvent* event) {
   changed();
 }
 
-/// An input method may hand over what it composed only when the focus is gone, and then nobody takes it.
+/// Whether the input method only now hands over what has been kept.
+bool CanvasTextEditor::isLate(const QInputMethodEvent& event) {
+  if (!event.preeditString().isEmpty())
+    kept.clear();
+  if (kept.isEmpty() || event.commitString() != kept)
+    return false;
+  kept.clear();
+  return true;
+}
+
+/// An input method may hand over what it composed only when the caret is elsewhere, or the focus.
 void CanvasTextEditor::keepComposition() {
   if (!isComposing())
     return;
-  QInputMethodEvent kept;
-  kept.setCommitString(textCursor().block().layout()->preeditAreaText());
-  inputMethodEvent(&kept);
+  const QString composition = textCursor().block().layout()->preeditAreaText();
+  QInputMethodEvent event;
+  event.setCommitString(composition);
+  inputMethodEvent(&event);
+  kept = composition;
 }
 
 /// Nothing that is typed is for the canvas.
@@ -114,6 +131,10 @@ QMouseEvent CanvasTextEditor::inLayout(const QMouseEvent& event) const {
 }
 
 void CanvasTextEditor::mousePressEvent(QMouseEvent* event) {
+  if (isComposing()) {
+    keepComposition();
+    QGuiApplication::inputMethod()->reset();
+  }
   QMouseEvent scaled = inLayout(*event);
   QTextEdit::mousePressEvent(&scaled);
 }

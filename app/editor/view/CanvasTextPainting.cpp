@@ -23,10 +23,6 @@ QColor accent(float opacity) {
   return color;
 }
 
-QColor selectionColor() {
-  return accent(0.55F);
-}
-
 void paintField(QPainter& painter, const QRectF& field) {
   constexpr double radius = 6, border = 1.5, inset = border / 2;
   painter.setPen(Qt::NoPen);
@@ -38,6 +34,10 @@ void paintField(QPainter& painter, const QRectF& field) {
 }
 
 }  // namespace
+
+QColor CanvasTextEditor::selectionColor() {
+  return accent(0.55F);
+}
 
 void CanvasTextEditor::paint(QPainter& painter, double scale) const {
   paintField(painter, box());

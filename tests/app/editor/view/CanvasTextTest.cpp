@@ -202,6 +202,22 @@ TEST_F(CanvasTextTest, WhatIsComposedIsPartOfTheTextAndTheFieldRests) {
   EXPECT_EQ(text(), u"ㄴ"_s);
 }
 
+/// As two input methods do: one hands over only now, the other has nothing more to say.
+TEST_F(CanvasTextTest, AClickIntoTheTextLeavesWhatIsComposedWhereItIs) {
+  for (const bool isHandedOver : {true, false}) {
+    edit(u"ab"_s);
+    compose(u"한"_s);
+    QTest::mouseClick(editor()->viewport(), Qt::LeftButton, {}, {1, editor()->height() / 2});
+    if (isHandedOver)
+      compose({}, u"한"_s);
+    compose(u"ㄱ"_s);
+    compose({}, u"ㄱ"_s);
+    compose({}, u"한"_s);
+    EXPECT_EQ(text(), u"ㄱ한ab한"_s);
+    key(Qt::Key_Escape);
+  }
+}
+
 TEST_F(CanvasTextTest, TheSelectionStaysThroughRestyling) {
   edit(u"first\nsecond"_s);
   type(u"!"_s);
