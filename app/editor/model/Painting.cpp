@@ -2,6 +2,7 @@
 
 #include "platform/imaging/filters/GaussianBlur.h"
 #include "platform/imaging/filters/Pixellate.h"
+#include "platform/imaging/png/Bands.h"
 
 #include <algorithm>
 #include <cmath>
@@ -65,19 +66,59 @@ std::vector<platform::ColouredLine> colouredLines(const QList<PenStroke>& stroke
   return lines;
 }
 
-/// The regions of a style share one filtered picture, worked out no further than they reach together.
-FilteredPictures filteredFor(const DrawingSurface& surface, const Document& document, double intensity,
-                             const Placement& placement) {
-  std::array<QRect, 2> parts;
+/// How far a style's filter looks around a pixel.
+int reachOf(BlurStyle style, double size) {
+  return style == BlurStyle::gaussian ? platform::gaussianReach(size) : platform::pixellateReach(size);
+}
+
+/// Adds a part that is to be filtered, as one with those so near that to filter both takes less: what a
+/// filter looks at around them is the same.
+void addPart(std::vector<QRect>& parts, QRect part, int reach) {
+  const auto work = [reach](const QRect& rectangle) {
+    return double(rectangle.width() + 2 * reach) * (rectangle.height() + 2 * reach);
+  };
+  for (auto other = parts.begin(); other != parts.end();) {
+    const QRect both = part | *other;
+    if (work(both) > work(part) + work(*other)) {
+      ++other;
+      continue;
+    }
+    part = both;
+    parts.erase(other);
+    other = parts.begin();  // what has grown may be near to those as well
+  }
+  parts.push_back(part);
+}
+
+/// The base image under a style's filter, worked out where regions show it.
+std::vector<PlacedPicture> filteredParts(const Document& document, BlurStyle style, double intensity,
+                                         const Placement& placement) {
+  const double width = document.imagePixelSize.width();
+  const int reach = reachOf(style, filterSize(style, intensity, width));
+  std::vector<QRect> parts;
   for (const BlurRegion& region : document.blurRegions)
-    parts.at(size_t(region.style)) |= pixelsOf(boundsOf(region), placement) & surface.dirty();
-  FilteredPictures pictures;
-  for (const BlurStyle style : {BlurStyle::gaussian, BlurStyle::mosaic})
-    if (const QRect& part = parts.at(size_t(style)); !part.isEmpty())
-      pictures.at(size_t(style)) = {
-          filtered(document.baseImage, style, intensity, document.imagePixelSize.width(), part),
-          part.topLeft()};
+    if (const QRect part = pixelsOf(boundsOf(region), placement) & document.baseImage.rect();
+        region.style == style && !part.isEmpty())
+      addPart(parts, part, reach);
+  std::vector<PlacedPicture> pictures;
+  for (const QRect& part : parts)
+    pictures.push_back({filtered(document.baseImage, style, intensity, width, part), part.topLeft()});
   return pictures;
+}
+
+void paintBlurRegions(DrawingSurface& surface, const Document& document, double intensity,
+                      const Placement& placement) {
+  const std::array parts{filteredParts(document, BlurStyle::gaussian, intensity, placement),
+                         filteredParts(document, BlurStyle::mosaic, intensity, placement)};
+  for (const BlurRegion& region : document.blurRegions) {
+    const QRect seen = pixelsOf(boundsOf(region), placement) & surface.dirty();
+    const auto& ofStyle = parts.at(size_t(region.style));
+    const auto picture = std::find_if(ofStyle.begin(), ofStyle.end(), [&](const PlacedPicture& part) {
+      return QRect(part.topLeft, part.image.size()).contains(seen);
+    });
+    if (!seen.isEmpty() && picture != ofStyle.end())
+      paintBlurRegion(surface, region, *picture, placement);
+  }
 }
 
 /// What the picture is replaced by isn't drawn over what is there: through a translucent picture's blur the
@@ -188,16 +229,27 @@ PlacedPicture textPicture(const TextWatermark& text, const QString& fontFamily, 
 }
 
 QImage flattened(const Document& document, double blurIntensity, const QString& fontFamily) {
+  const auto placement = document.placement();
+  if (!placement)
+    return document.baseImage;
   DrawingSurface surface(document.baseImage);
-  if (const auto placement = document.placement()) {
-    paintBlurRegions(surface, document.blurRegions, filteredFor(surface, document, blurIntensity, *placement),
-                     *placement);
+  std::array<PlacedPicture, 2> marks;
+  const auto paintMarks = [&] {
+    const QRect whole = document.baseImage.rect();
+    marks = {logoPicture(document, *placement, whole),
+             textPicture(document.textWM, fontFamily, *placement, whole)};
+  };
+  const auto paintBelow = [&] {
+    paintBlurRegions(surface, document, blurIntensity, *placement);
     surface.lay(colouredLines(document.strokes, *placement));
-    const QRect whole({0, 0}, surface.size());
-    for (const PlacedPicture& mark : {logoPicture(document, *placement, whole),
-                                      textPicture(document.textWM, fontFamily, *placement, whole)})
-      surface.lay(mark.image, mark.topLeft);
-  }
+  };
+  // At the same time. The first is the calling core's, whose thread keeps the fonts that it has loaded.
+  platform::forEachBand(2, 1, platform::Cores::All, [&](int first, int end) {
+    for (int work = first; work < end; ++work)
+      work == 0 ? paintMarks() : paintBelow();
+  });
+  for (const PlacedPicture& mark : marks)
+    surface.lay(mark.image, mark.topLeft);
   return surface.finish();
 }
 
