@@ -2,6 +2,8 @@
 
 #include "app/editor/model/EditorModel.h"
 
+#include <QtEndian>
+
 #include <utility>
 
 namespace sorrel {
@@ -9,12 +11,13 @@ namespace {
 
 /// Of a picture in 8-bit premultiplied RGBA.
 bool isOpaquePicture(const QImage& picture) {
+  const int width = picture.width();
   for (int y = 0; y < picture.height(); ++y) {
-    const uchar* const row = picture.constScanLine(y);
-    uchar all = 255;
-    for (int x = 0; x < picture.width(); ++x)
-      all &= row[4 * x + 3];
-    if (all != 255)
+    const auto* const row = reinterpret_cast<const quint32*>(picture.constScanLine(y));
+    quint32 all = ~0U;
+    for (int x = 0; x < width; ++x)
+      all &= row[x];
+    if (qFromLittleEndian(all) >> 24 != 255)
       return false;
   }
   return true;

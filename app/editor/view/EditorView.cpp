@@ -72,7 +72,9 @@ void EditorView::hideEvent(QHideEvent* event) {
   if (event->spontaneous())
     return;  // only put away, and soon wanted again
   leavingScreen = platform::MainQueue::main().asyncAfter({}, [this] {
-    destroy();  // what the window system and the toolkit hold for a window that may be shown again
+    // The document alone stays, and nothing that it was shown by.
+    qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
+    destroy();
     platform::giveBackFreeMemory();
   });
 }

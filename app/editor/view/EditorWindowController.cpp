@@ -6,6 +6,7 @@
 #include "app/settings/LocalizationManager.h"
 #include "platform/base/FilePath.h"
 #include "platform/base/Log.h"
+#include "platform/base/MainQueue.h"
 #include "platform/base/NotificationCenter.h"
 #include "platform/desktop/Image.h"
 #include "platform/desktop/Screens.h"
@@ -64,7 +65,9 @@ EditorWindowController::~EditorWindowController() {
 }
 
 void EditorWindowController::DeleteLater::operator()(QWidget* window) const {
-  QObject::connect(window, &QObject::destroyed, [] { platform::giveBackFreeMemory(); });
+  // At that moment the toolkit itself still holds the window's pixels.
+  QObject::connect(window, &QObject::destroyed,
+                   [] { platform::MainQueue::main().async(&platform::giveBackFreeMemory); });
   window->deleteLater();
 }
 
