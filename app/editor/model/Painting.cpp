@@ -1,5 +1,6 @@
 #include "app/editor/model/Painting.h"
 
+#include "platform/imaging/drawing/SmoothImage.h"
 #include "platform/imaging/filters/GaussianBlur.h"
 #include "platform/imaging/filters/Pixellate.h"
 #include "platform/imaging/png/Bands.h"
@@ -205,12 +206,18 @@ void paintStrokes(DrawingSurface& surface, const QList<PenStroke>& strokes, cons
   surface.draw(colouredLines(strokes, placement));
 }
 
-PlacedPicture logoPicture(const Document& document, const Placement& placement, const QRect& part) {
+QImage logoPixels(const Document& document, double scale) {
+  return document.logoWM ? platform::withEnoughPixels(document.logoWM->image, scale * document.logoSize())
+                         : QImage();
+}
+
+PlacedPicture logoPicture(const Document& document, const QImage& pixels, const Placement& placement,
+                          const QRect& part) {
   return placedAfterwards(placement, part, [&](const Placement& near, const QRect& nearPart) {
     const QRectF display = document.logoRect();
     const QRectF rectangle(near.point(display.topLeft()), near.scale * display.size());
     return painted(rectangle, nearPart, [&](DrawingSurface& surface, const QPoint& at) {
-      surface.draw(document.logoWM->image, rectangle.translated(-at), document.logoWM->opacity);
+      surface.draw(pixels, rectangle.translated(-at), document.logoWM->opacity);
     });
   });
 }

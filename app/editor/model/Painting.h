@@ -52,9 +52,16 @@ void paintBlurRegions(platform::DrawingSurface& surface, const QList<BlurRegion>
 /// On a surface of their own.
 void paintStrokes(platform::DrawingSurface& surface, const QList<PenStroke>& strokes,
                   const Placement& placement);
-/// As far as they are seen in `part` of the surface; null where there is nothing to see.
-[[nodiscard]] PlacedPicture logoPicture(const Document& document, const Placement& placement,
-                                        const QRect& part);
+/// The logo's image with no more pixels than are seen at that scale, wherever it lies; null without one.
+[[nodiscard]] QImage logoPixels(const Document& document, double scale);
+/// As far as they are seen in `part` of the surface; null where there is nothing to see. `pixels`: those of
+/// the logo at the placement's scale.
+[[nodiscard]] PlacedPicture logoPicture(const Document& document, const QImage& pixels,
+                                        const Placement& placement, const QRect& part);
+[[nodiscard]] inline PlacedPicture logoPicture(const Document& document, const Placement& placement,
+                                               const QRect& part) {
+  return logoPicture(document, logoPixels(document, placement.scale), placement, part);
+}
 [[nodiscard]] PlacedPicture textPicture(const TextWatermark& text, const QString& fontFamily,
                                         const Placement& placement, const QRect& part);
 

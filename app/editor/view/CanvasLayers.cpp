@@ -116,7 +116,18 @@ QRegion CanvasLayers::settleMarks() {
   logo.forget();
   text.forget();
   isLogoStale = isTextStale = true;
-  return willChange(QRegion(logo.area()) | text.area());
+  const QRegion carried = QRegion(logo.area()) | text.area();
+  showMarks();
+  return willChange(carried | logo.area() | text.area());
+}
+
+const QImage& CanvasLayers::shownLogo(const LogoWatermark& now, double scale) {
+  const ReducedLogo wanted{now.image.cacheKey(), now.scale * scale * model.displaySize->width(), {}};
+  if (wanted.of != reducedLogo.of || wanted.size != reducedLogo.size) {
+    reducedLogo = wanted;
+    reducedLogo.pixels = logoPixels(model.document(), scale);
+  }
+  return reducedLogo.pixels;
 }
 
 /// What the marks look like is compared without their places.
@@ -128,8 +139,9 @@ void CanvasLayers::showMarks() {
     look.center = {};
     if (look != std::exchange(logoLook, look))
       logo.forget();
-    logo.show(placement.point(now.center), view.layerRect(), isCarrying,
-              [&](const QRect& part) { return logoPicture(model.document(), placement, part); });
+    logo.show(placement.point(now.center), view.layerRect(), isCarrying, [&](const QRect& part) {
+      return logoPicture(model.document(), shownLogo(now, placement.scale), placement, part);
+    });
   }
   if (std::exchange(isTextStale, false)) {
     TextLook look{model.textWM, model.fontFamily()};

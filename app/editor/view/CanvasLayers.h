@@ -56,6 +56,7 @@ class CanvasLayers {
   [[nodiscard]] QRegion willChange(const QRegion& part);
   void compose(const QRect& part);
   void showMarks();
+  [[nodiscard]] const QImage& shownLogo(const LogoWatermark& now, double scale);
   void place(Marks where);
 
   EditorModel& model;
@@ -71,6 +72,13 @@ class CanvasLayers {
   };
   TextLook textLook;
   LogoWatermark logoLook;
+  /// The logo's image as it is shown, kept wherever it is moved.
+  struct ReducedLogo {
+    qint64 of = 0;
+    double size = 0;
+    QImage pixels;
+  };
+  ReducedLogo reducedLogo;
   Marks marksAre = Marks::within;
   QImage together;
   // What has to be painted before the next look, in the layers' pixels.

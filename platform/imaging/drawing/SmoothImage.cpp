@@ -17,18 +17,21 @@ QImage padded(const QImage& image) {
 
 }  // namespace
 
-void drawSmoothly(QPainter& painter, const QImage& image, const QRectF& rectangle) {
-  const QSizeF onDevice = painter.deviceTransform().mapRect(rectangle).size();
+QImage withEnoughPixels(const QImage& image, const QSizeF& onDevice) {
   const QSize enough(std::min(image.width(), static_cast<int>(std::ceil(std::min(onDevice.width(), 1e6)))),
                      std::min(image.height(), static_cast<int>(std::ceil(std::min(onDevice.height(), 1e6)))));
   if (enough.isEmpty())
+    return {};
+  return enough == image.size() ? image
+                                : image.scaled(enough, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+void drawSmoothly(QPainter& painter, const QImage& image, const QRectF& rectangle) {
+  const QImage enough = withEnoughPixels(image, painter.deviceTransform().mapRect(rectangle).size());
+  if (enough.isNull())
     return;
   painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-  painter.drawImage(
-      rectangle,
-      padded(enough == image.size() ? image
-                                    : image.scaled(enough, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)),
-      QRectF({0, 0}, enough));
+  painter.drawImage(rectangle, padded(enough), QRectF({0, 0}, enough.size()));
 }
 
 }  // namespace platform

@@ -169,17 +169,8 @@ TEST_F(WatermarkToolTest, TheHandTellsWhatCanBeMoved) {
 }
 
 TEST_F(WatermarkToolTest, MovedMarksComeToRestWhereTheyArePainted) {
-  setLogo();
   write(QStringLiteral("two\nlines"));
   model->textWM.change([](TextWatermark& text) { text.scale = 2.3; });
-  canvas->zoomIn();
-  clock.advance(1s);
-  drag({500, 510}, {411, 433});
-  drag({401, 320}, {303, 290});
-  clock.run();
-  EXPECT_EQ(seen(), seen());
-  canvas->zoomToFit();
-  clock.advance(1s);
   for (const QPointF& to : {QPointF(450, 400), QPointF(333, 303), QPointF(341, 305)}) {
     const QPointF from = model->textWM->center;
     press(from);
@@ -196,6 +187,22 @@ TEST_F(WatermarkToolTest, MovedMarksComeToRestWhereTheyArePainted) {
   (void)seen();
   clock.advance(1s);
   EXPECT_EQ(seen(), seenAnew());
+}
+
+TEST_F(WatermarkToolTest, ALogoLargerThanItIsShownFollowsItsImageAndSize) {
+  for (const QImage& image : {noise({900, 450}), map({901, 450})}) {
+    model->setLogo(image);
+    EXPECT_EQ(seen(), seenAnew());
+    drag({500, 360}, {611, 251});
+    EXPECT_EQ(seen(), seenAnew());
+    model->logoWM.change([](auto& logo) { logo->scale = 1.7; });
+    EXPECT_EQ(seen(), seenAnew());
+    canvas->zoomIn();
+    clock.advance(1s);
+    canvas->zoomToFit();
+    clock.advance(1s);
+    EXPECT_EQ(seen(), seenAnew());
+  }
 }
 
 TEST_F(WatermarkToolTest, TheCropDimsThePictureAndNotTheMarks) {
