@@ -1,0 +1,228 @@
+// The editor's window, on a screen of its own: how soon it shows a picture, what it holds while it is open
+// and what is left of that afterwards. All is asked of processes of their own, which are this program again,
+// with one of the parts below: the program opens its first picture in the fresh state of a Sorrel that has
+// just been started.
+
+#include "app/editor/view/Canvas.h"
+#include "app/editor/view/EditorWindowController.h"
+#include "app/look/LookStyle.h"
+#include "bench/Figures.h"
+#include "bench/imaging/Pictures.h"
+#include "platform/imaging/codecs/ImageDecoder.h"
+#include "tests/support/ScratchHome.h"
+#include "tests/support/XTestInput.h"
+#include "tests/support/XvfbServer.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QProcess>
+#include <QPushButton>
+#include <QTimer>
+
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <linux/input-event-codes.h>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace {
+
+constexpr std::chrono::milliseconds breather(400);
+
+void orAbort(bool done) {
+  if (!done)
+    std::abort();
+}
+
+void runEvents(std::chrono::milliseconds duration) {
+  QEventLoop loop;
+  QTimer::singleShot(duration, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+/// In MiB, with its share of what others have too. Pages of programs' and libraries' files aren't counted:
+/// they are the kernel's to drop at any time.
+double memoryHeld() {
+  QFile file(QStringLiteral("/proc/self/smaps_rollup"));
+  orAbort(file.open(QIODevice::ReadOnly));
+  const QByteArray text = file.readAll();
+  const qsizetype at = text.indexOf("\nPss_Dirty:") + 11;
+  return text.mid(at, text.indexOf("kB", at) - at).trimmed().toDouble() / 1024;
+}
+
+/// Of all threads.
+double processorMilliseconds(const std::function<void()>& work) {
+  const auto now = [] {
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return 1e3 * static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_nsec);
+  };
+  const double begin = now();
+  work();
+  return now() - begin;
+}
+
+/// The editor of a program that has just been started.
+class Editor : private QObject {
+ public:
+  Editor() { qApp->installEventFilter(this); }
+
+  /// Returns when the window's first frame has been handed to the X server.
+  void open(const QString& path) {
+    isPainted = false;
+    controller.open(QUrl::fromLocalFile(path));
+    while (!isPainted)
+      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  }
+  [[nodiscard]] QWidget& window() const { return *controller.window(); }
+  [[nodiscard]] bool isOpen() const { return controller.window() && window().isVisible(); }
+
+  void zoomIn() {
+    hand.pressKey(KEY_LEFTCTRL);
+    for (int step = 0; step < 6; ++step)
+      hand.tapKey(KEY_EQUAL);
+    hand.releaseKey(KEY_LEFTCTRL);
+    runEvents(breather);
+    for (const auto* const child : window().findChildren<QAbstractScrollArea*>())
+      if (const auto* const canvas = dynamic_cast<const sorrel::Canvas*>(child))
+        return orAbort(canvas->fit().zoom == sorrel::CanvasFit::greatestZoom);
+    orAbort(false);
+  }
+  void closeBy(const QString& way) {
+    if (way == QStringLiteral("cancel"))
+      hand.tapKey(KEY_ESC);
+    else if (way == QStringLiteral("save"))
+      save();
+    else
+      window().close();
+    runEvents(breather);
+    orAbort(!isOpen());
+  }
+
+ private:
+  void save() const {
+    for (auto* const button : window().findChildren<QPushButton*>())
+      if (button->text() == QStringLiteral("Save"))
+        return button->click();
+    orAbort(false);
+  }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint && watched->isWidgetType())
+      isPainted = true;
+    return false;
+  }
+
+  sorrel::EditorWindowController controller;
+  testing_support::XTestInput hand{qgetenv("DISPLAY").toStdString()};
+  bool isPainted = false;
+};
+
+/// FILE: what it takes besides decoding until the first picture is on the screen.
+void printOpening(const QStringList& arguments) {
+  Editor editor;
+  runEvents(breather);
+  const double opening = processorMilliseconds([&] { editor.open(arguments[2]); });
+  const double decoding = processorMilliseconds(
+      [&] { orAbort(bool(platform::ImageDecoder::read(QFile::encodeName(arguments[2])))); });
+  std::printf("%f", opening - decoding);
+}
+
+/// FILE WAY: mebibytes above those of before, while it is open, while it is zoomed, and when it is closed in
+/// that way.
+void printMemory(const QStringList& arguments) {
+  Editor editor;
+  runEvents(breather);
+  const double before = memoryHeld();
+  editor.open(arguments[2]);
+  runEvents(breather);
+  std::printf("%f ", memoryHeld() - before);
+  editor.zoomIn();
+  std::printf("%f ", memoryHeld() - before);
+  editor.closeBy(arguments[3]);
+  std::printf("%f", memoryHeld() - before);
+}
+
+/// FILE TIMES: mebibytes that so many openings have left behind since the tenth.
+void printLeak(const QStringList& arguments) {
+  Editor editor;
+  double afterTen = 0;
+  for (int i = 0; i < arguments[3].toInt(); ++i) {
+    editor.open(arguments[2]);
+    if (i % 2)
+      editor.closeBy(QStringLiteral("cancel"));
+    if (i == 9)
+      afterTen = memoryHeld();
+  }
+  std::printf("%f", memoryHeld() - afterTen);
+}
+
+/// What this program does as a process of its own.
+const std::map<std::string, void (*)(const QStringList& arguments)> parts{
+    {"--opening", printOpening}, {"--memory", printMemory}, {"--leak", printLeak}};
+
+QList<QByteArray> answerOf(const QStringList& arguments, const char* scale = "1") {
+  QProcess process;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromLatin1(scale));
+  process.setProcessEnvironment(environment);
+  process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  process.start(QCoreApplication::applicationFilePath(), arguments);
+  orAbort(process.waitForFinished(-1) && process.exitStatus() == QProcess::NormalExit &&
+          process.exitCode() == 0);
+  return process.readAllStandardOutput().split(' ');
+}
+
+void addFigures(const QString& file, double megabytes, const char* scale, bench::Figures& figures) {
+  const std::string at = std::string(" at scale ") + scale;
+  figures.add(bench::Amount{"to the first painted window" + at + ", besides decoding (processor)",
+                            [=] {
+                              return answerOf({QStringLiteral("--opening"), file}, scale)[0].toDouble();
+                            },
+                            "ms", 40, 5});
+  const auto memory = [=](const char* way, int which) {
+    return answerOf({QStringLiteral("--memory"), file, QString::fromLatin1(way)}, scale)[which].toDouble();
+  };
+  figures.add(bench::Amount{"memory of the open editor" + at + ", of the picture's",
+                            [=] { return memory("cancel", 0) / megabytes; }, "x", 3, 3});
+  figures.add(bench::Amount{"memory at zoom 8" + at + ", of the picture's",
+                            [=] { return memory("cancel", 1) / megabytes; }, "x", 3, 3});
+  for (const char* const way : {"cancel", "save"})
+    figures.add(bench::Amount{std::string("memory that ") + way + " leaves" + at,
+                              [=] { return memory(way, 2); }, "MiB", 3, 3});
+  // The document's own reduced picture stays with it.
+  figures.add(bench::Amount{"memory that the close button leaves" + at + ", of the picture's",
+                            [=] { return memory("close", 2) / megabytes; }, "x", 1.7, 3});
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (const auto part = argc > 1 ? parts.find(argv[1]) : parts.end(); part != parts.end()) {
+    const QApplication application(argc, argv);
+    QApplication::setStyle(new sorrel::LookStyle);
+    part->second(QCoreApplication::arguments());
+    return 0;
+  }
+  const testing_support::ScratchHome home;
+  const testing_support::XvfbServer server(2880, 1800);
+  qputenv("DISPLAY", server.display().c_str());
+  qputenv("QT_QPA_PLATFORM", "xcb");
+  qputenv("LANGUAGE", "en");
+  qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+  const QApplication application(argc, argv);
+  bench::Figures figures(argc, argv);
+  const QImage picture = bench::textAndWindows({2880, 1800});
+  const QString file = home.path(QStringLiteral("picture.png"));
+  orAbort(picture.save(file));
+  for (const char* const scale : {"1", "2"})
+    addFigures(file, static_cast<double>(picture.sizeInBytes()) / (1 << 20), scale, figures);
+  figures.add(
+      bench::Amount{"memory after 190 further openings",
+                    [=] {
+                      return answerOf({QStringLiteral("--leak"), file, QStringLiteral("200")})[0].toDouble();
+                    },
+                    "MiB", 1});
+  return figures.run();
+}
