@@ -13,6 +13,8 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <functional>
+#include <future>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -51,8 +53,8 @@ bool isWithinLimit(qint64 length) {
   return getrlimit(RLIMIT_FSIZE, &most) != 0 || static_cast<rlim_t>(length) <= most.rlim_cur;
 }
 
-bool write(int file, const QByteArray& bytes) {
-  errno = writeAll(file, bytesOf({bytes.constData(), static_cast<std::size_t>(bytes.size())}));
+bool writeAt(int file, const QByteArray& bytes, off_t offset) {
+  errno = writeAll(file, bytesOf({bytes.constData(), static_cast<std::size_t>(bytes.size())}), offset);
   return errno == 0;
 }
 
@@ -69,12 +71,24 @@ quint64 checksum(const QByteArray& bytes) {
   return hash;
 }
 
-QByteArray header(const SavingCopy::Target& target, const QByteArray& data) {
+/// As long whatever the sum.
+QByteArray header(const SavingCopy::Target& target, qint64 length, quint64 sum) {
   QByteArray bytes;
   QDataStream(&bytes, QIODevice::WriteOnly)
       << signature << target.path << target.identity.device << target.identity.inode << target.identity.birth
-      << qint64(data.size()) << checksum(data);
+      << length << sum;
   return bytes;
+}
+
+/// The header comes last, once the sum is known: until then there are zeros in its place, and the file counts
+/// as incomplete.
+bool writeCopy(int file, const SavingCopy::Target& target, const QByteArray& data) {
+  std::future<quint64> sum = std::async(checksum, std::cref(data));
+  const bool isWritten = writeAt(file, data, header(target, data.size(), 0).size());
+  const int reason = errno;
+  const QByteArray head = header(target, data.size(), sum.get());
+  errno = reason;
+  return isWritten && writeAt(file, head, 0) && fsync(file) == 0;
 }
 
 void removeIfNobodyHasIt(const QByteArray& path) {
@@ -85,8 +99,7 @@ void removeIfNobodyHasIt(const QByteArray& path) {
 }  // namespace
 
 Result<SavingCopy> SavingCopy::make(const Target& target, const QByteArray& data) {
-  const QByteArray head = header(target, data);
-  if (!isWithinLimit(head.size() + data.size()))
+  if (!isWithinLimit(header(target, data.size(), 0).size() + data.size()))
     return Error::fromErrno(EFBIG);
   if (!makeFolder(folder()))
     return Error{folder() + QStringLiteral(" can't be made")};
@@ -95,7 +108,7 @@ Result<SavingCopy> SavingCopy::make(const Target& target, const QByteArray& data
   Descriptor file = lockedFile(path, O_WRONLY | O_CREAT | O_EXCL);
   // Linux's file systems bring a new file's name to the disk with the file: the folder needs no sync of its
   // own, which would cost as much again.
-  if (file.isOpen() && write(file.get(), head) && write(file.get(), data) && fsync(file.get()) == 0)
+  if (file.isOpen() && writeCopy(file.get(), target, data))
     return SavingCopy(path, std::move(file), target, data);
   const auto failure = Error::fromErrno(errno);
   unlink(path.constData());
