@@ -113,7 +113,8 @@ bool X11HotKeyService::keyPressed(const xcb_key_press_event_t& event, uint32_t l
   if (!isGrabbed && !wantsRawKeys)
     return false;
   // The toolkit shows an event again that it was let have.
-  if (isGrabbed && event.detail == lastTap.keycode && event.time == lastTap.pressed)
+  if (isGrabbed && event.detail == lastTap.keycode && event.state == lastTap.state &&
+      event.time == lastTap.pressed)
     return false;
   if (isRepeat(event, lastRequest)) {
     if (event.detail == lastTap.keycode)
@@ -137,7 +138,7 @@ bool X11HotKeyService::hotKeyPressed(const xcb_key_press_event_t& event, const C
   // Raw releases are asked for before the keyboard is given back, so that no release falls between. A release
   // that came before both shows in isStillDown(), whose answer also says that the keyboard is free by now.
   held.insert_or_assign(event.detail, chord);
-  lastTap = {event.detail, event.time, 0, 0};
+  lastTap = {event.detail, event.state, event.time, 0, 0};
   setRawReleases(RawReleases::Heard);
   xcb_ungrab_keyboard(connection, event.time);
   const bool isHeld = isStillDown();
@@ -156,7 +157,7 @@ bool X11HotKeyService::rawKeyPressed(const xcb_key_press_event_t& event, const C
     held.erase(event.detail);
     return false;
   }
-  lastTap = {event.detail, event.time, 0, 0};
+  lastTap = {event.detail, event.state, event.time, 0, 0};
   setRawReleases(RawReleases::Heard);
   if (!isStillDown())
     endHold(event.detail);

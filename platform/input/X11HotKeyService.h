@@ -44,6 +44,7 @@ class X11HotKeyService : public HotKeyService, private QAbstractNativeEventFilte
   /// The last press and release that came for a key, in the server's milliseconds.
   struct Tap {
     xcb_keycode_t keycode = 0;
+    uint16_t state = 0;  // of modifiers and buttons, as it was pressed
     xcb_timestamp_t pressed = 0;
     xcb_timestamp_t released = 0;
     uint32_t askedBy = 0;  // number of the request that asked, after the press, whether the key is down
