@@ -86,10 +86,13 @@ Desktop::Desktop(const DesktopOptions& options)
   startTray(options.tray);
   if (options.assistiveTechnology == AssistiveTechnology::Listening)
     startAssistiveTechnology();
+  if (options.inputMethod == InputMethod::Hangul)
+    startHangul();
 }
 
 Desktop::~Desktop() {
   host.reset();
+  inputMethod.reset();
   accessibilityBus.reset();
   tray.reset();
   compositor.reset();
@@ -141,6 +144,21 @@ void Desktop::startAssistiveTechnology() {
   until("the bus of the assistive technology is there",
         [&] { return connection.interface()->isServiceRegistered(u"org.a11y.Bus"_s).value(); });
   QDBusConnection::disconnectFromBus(u"assistive"_s);
+}
+
+void Desktop::startHangul() {
+  variables.insert(u"QT_IM_MODULE"_s, u"ibus"_s);
+  variables.insert(u"GSETTINGS_BACKEND"_s, u"keyfile"_s);
+  write(u".config/glib-2.0/settings/keyfile"_s,
+        "[org/freedesktop/ibus/engine/hangul]\ninitial-input-mode='hangul'\n\n"
+        "[desktop/ibus/general]\npreload-engines=['hangul']\n");
+  inputMethod = start(u"ibus-daemon --panel=disable --emoji-extension=disable"_s.split(u' '));
+  until("the input method is there",
+        [this] { return start(u"timeout 5 ibus engine hangul"_s.split(u' '))->waitForEnd() == 0; });
+}
+
+void Desktop::leaveHangul() {
+  run({u"ibus"_s, u"engine"_s, u"xkb:us::eng"_s});
 }
 
 void Desktop::changeTray(Tray kind) {

@@ -26,6 +26,8 @@ enum class WindowManager { Openbox, Marco };
 /// Whether a window gets the keyboard by appearing, or only when the user or its program says so.
 enum class NewWindows { GetKeyboard, MustAsk };
 enum class AssistiveTechnology { None, Listening };
+/// The second composes Korean syllables from the keys' letters.
+enum class InputMethod { None, Hangul };
 
 struct DesktopOptions {
   QSize size{1024, 640};
@@ -37,6 +39,7 @@ struct DesktopOptions {
   NewWindows newWindows = NewWindows::GetKeyboard;
   AssistiveTechnology assistiveTechnology = AssistiveTechnology::None;
   WindowManager windowManager = WindowManager::Openbox;
+  InputMethod inputMethod = InputMethod::None;
 };
 
 /// A desktop of a test's own: an X server, a window manager, a bus, perhaps a tray, a home folder and fonts
@@ -55,6 +58,8 @@ class Desktop {
   /// The compositing manager comes and goes.
   void startCompositor();
   void stopCompositor();
+  /// On a desktop with an input method: from now on the keys type their own letters.
+  void leaveHangul();
   /// Starts a program and leaves it running.
   [[nodiscard]] std::unique_ptr<Program> start(const QStringList& command) const;
   /// Runs a program to its end, which must be a good one, and returns what it has written.
@@ -82,6 +87,7 @@ class Desktop {
   void startMarco();
   void startTray(Tray tray);
   void startAssistiveTechnology();
+  void startHangul();
 
   QTemporaryDir folder;
   XvfbServer server;
@@ -95,6 +101,7 @@ class Desktop {
   std::unique_ptr<Program> compositor;
   std::unique_ptr<Program> tray;
   std::unique_ptr<Program> accessibilityBus;
+  std::unique_ptr<Program> inputMethod;
 };
 
 }  // namespace e2e

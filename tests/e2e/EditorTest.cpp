@@ -207,5 +207,52 @@ TEST_F(EditorUse, ZoomsAboutTheMiddleAndPans) {
   waitUntilShown(picture);
 }
 
+class EditorWithAnInputMethod : public EditorUse {
+ protected:
+  EditorWithAnInputMethod()
+      : EditorUse(
+            {.assistiveTechnology = AssistiveTechnology::Listening, .inputMethod = InputMethod::Hangul}) {}
+
+  void type(const std::vector<int>& keys) {
+    for (const int key : keys)
+      desktop.input().tapKey(key);
+  }
+  [[nodiscard]] QString copied() {
+    editor.command(KEY_A);
+    editor.command(KEY_C);
+    const auto reading = desktop.start(u"xclip -out -selection clipboard"_s.split(u' '));
+    return reading->waitForEnd() == 0 ? QString::fromUtf8(reading->output()) : QString();
+  }
+};
+
+TEST_F(EditorWithAnInputMethod, SavesTheTextThatIsTyped) {
+  const QImage picture = randomPicture({420, 300}, 4);
+  const QString path = Sorrel::putPicture(desktop, u"shot.png"_s, picture);
+  Sorrel sorrel(desktop);
+  Panel panel(desktop, sorrel);
+  panel.open();
+  desktop.input().tapKey(KEY_RIGHT);
+  desktop.input().tapKey(KEY_ENTER);
+  editor.waitUntilOpen();
+  const ScreenReader reader(desktop.busAddress());
+  Screen& screen = desktop.screen();
+  (void)screen.settledPictureAfter([&] { editor.showOptions(Tool::watermark); });
+  (void)screen.settledPictureAfter([&] { editor.click(reader.placeOf(u"Add text"_s).center()); });
+
+  type({KEY_G, KEY_K, KEY_S, KEY_R, KEY_M, KEY_F, KEY_SPACE});
+  until("the syllables are composed", [&] { return copied() == u"한글 "_s; });
+  type({KEY_END});
+  desktop.leaveHangul();
+  type({KEY_W, KEY_A, KEY_T, KEY_E, KEY_R, KEY_M, KEY_A, KEY_R, KEY_K});
+  until("all is typed", [&] { return copied() == u"한글 watermark"_s; });
+  desktop.input().tapKey(KEY_ESC);
+  (void)screen.settledPictureAfter([&] { editor.hideOptions(Tool::watermark); });
+  const QImage written = shown(picture.size());
+  EXPECT_NE(written, uncovered(picture));
+  editor.click(editor.saveButton());
+  editor.waitUntilClosed();
+  EXPECT_EQ(uncovered(load(path)), written);
+}
+
 }  // namespace
 }  // namespace e2e

@@ -241,6 +241,18 @@ void Canvas::updateOver(const QRectF& rectangle) {
                          .adjusted(-1, -1, 1, 1));
 }
 
+void Canvas::reveal(const QRectF& rectangle) {
+  if (!place.isZoomed() || stretched.isShown())
+    return;
+  constexpr double margin = 24;  // in points
+  const QRectF wanted = QRectF(place.toCanvas(rectangle.topLeft()), place.toCanvas(rectangle.bottomRight()))
+                            .adjusted(-margin, -margin, margin, margin);
+  const QPointF beyond(std::max(0.0, wanted.right() - place.area.width()),
+                       std::max(0.0, wanted.bottom() - place.area.height()));
+  const QPointF before(std::min(0.0, wanted.left()), std::min(0.0, wanted.top()));
+  showAt(place.scrolledTo(place.scrolled + (beyond + before) * place.ratio));
+}
+
 void Canvas::carryMarks() {
   layers.carryMarks();
   settlingMarks = platform::MainQueue::main().asyncAfter(settlingMarksDelay, [this] {

@@ -50,6 +50,8 @@ class Canvas : public QAbstractScrollArea {
 
   /// What a tool shows over the picture has changed within a rectangle of display space.
   void updateOver(const QRectF& rectangle);
+  /// Scrolls so that a place of display space is in view, as far as that goes.
+  void reveal(const QRectF& rectangle);
   /// The watermarks are about to be moved, step by step.
   void carryMarks();
   /// What the pointer looks like may have changed.

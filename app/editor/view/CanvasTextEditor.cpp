@@ -52,7 +52,7 @@ CanvasTextEditor::CanvasTextEditor(EditorModel& document, Canvas& shownOn, std::
   QTextEdit::document()->setDocumentLayout(layout);
   setAccessibleName(localized(QStringLiteral("editor.tool.watermark")));
   connect(this, &QTextEdit::textChanged, this, [this] { changed(); });
-  connect(this, &QTextEdit::cursorPositionChanged, this, [this] { blink(true); });
+  connect(this, &QTextEdit::cursorPositionChanged, this, [this] { showCaret(); });
   connect(this, &QTextEdit::selectionChanged, this, [this] { blink(true); });
   follow();
   show();
@@ -108,7 +108,7 @@ void CanvasTextEditor::changed() {
   if (now != shownText)
     model.textWM.change([&](TextWatermark& watermark) { watermark.text = now; });
   place();
-  blink(true);
+  showCaret();
 }
 
 /// While an input method composes, the field keeps its size and the style that it has.
@@ -146,6 +146,12 @@ void CanvasTextEditor::place() {
   canvas.updateOver(std::exchange(shown, next));
   canvas.updateOver(shown);
   updateMicroFocus();
+}
+
+void CanvasTextEditor::showCaret() {
+  blink(true);
+  if (hasFocus() && !isSettingText)
+    canvas.reveal(caret());
 }
 
 /// The caret shows for a moment whatever happens, and then blinks as the desktop's do.

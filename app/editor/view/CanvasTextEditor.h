@@ -66,6 +66,7 @@ class CanvasTextEditor : public QTextEdit {
   void changed();
   void layOut();
   void place();
+  void showCaret();
   void blink(bool isOn);
 
   [[nodiscard]] static QColor selectionColor();

@@ -263,6 +263,25 @@ TEST_F(CanvasTextTest, ThePointerFindsTheLettersAtEveryZoom) {
   }
 }
 
+TEST_F(CanvasTextTest, TheCaretStaysInView) {
+  change([](TextWatermark& watermark) { watermark.center = {500, 370}; });
+  edit(u"far out"_s);
+  for (int step = 0; step < 3; ++step)
+    canvas->zoomIn();
+  clock.advance(std::chrono::seconds(1));
+  const auto caret = [&] { return QGuiApplication::inputMethod()->cursorRectangle(); };
+  const QRectF view(canvas->viewport()->rect());
+  EXPECT_FALSE(view.contains(caret()));
+  type(u"!"_s);
+  EXPECT_TRUE(view.contains(caret()));
+  canvas->zoomToFit();
+  clock.advance(std::chrono::seconds(1));
+  canvas->zoomIn();
+  clock.advance(std::chrono::seconds(1));
+  key(Qt::Key_Home);
+  EXPECT_TRUE(view.contains(caret()));
+}
+
 TEST_F(CanvasTextTest, TheShownAndTheSavedTextAgree) {
   struct Case {
     QString text;
