@@ -4,6 +4,7 @@
 #include "demo/DrawingProgram.h"
 #include "demo/FilledBottle.h"
 #include "demo/TourScenery.h"
+#include "tests/e2e/Editor.h"
 #include "tests/e2e/Settings.h"
 #include "tests/support/SettingsPortal.h"
 #include "tests/support/Waiting.h"
@@ -133,6 +134,27 @@ void showCapture(Scene& scene, Album& album) {
   desktop.input().tapKey(KEY_ESC);
 }
 
+void showEditor(Scene& scene, Album& album) {
+  auto& [desktop, screen, portal, sorrel, panel] = scene;
+  const QImage before = screen.settledPicture();
+  const QStringList present = sorrel->bottle();
+  sorrel->beginCapture(KEY_D);
+  sorrel->drag(selectionArea);
+  const QString path = sorrel->waitForCapture(present);
+  const Editor editor(desktop);
+  editor.waitUntilOpen();
+  const QPoint middle = editor.picture(selectionArea.size()).center();
+  (void)screen.settledPictureAfter([&] {
+    editor.drag({middle + QPoint(150, -120), middle + QPoint(60, -40), middle + QPoint(30, 20)});
+  });
+  album.add(u"editor"_s, u"Alt+Shift+D: the captured area is in the editor, and a stroke on it."_s,
+            screen.settledPicture());
+  editor.click(editor.saveButton());
+  editor.waitUntilClosed();
+  require(QImage(path).convertToFormat(QImage::Format_RGB32) != before.copy(selectionArea),
+          "the stroke isn't in the file");
+}
+
 void showPanel(Scene& scene, Album& album) {
   auto& [desktop, screen, portal, sorrel, panel] = scene;
   FilledBottle(sorrel->bottlePath()).setCount(40);
@@ -195,6 +217,7 @@ void takeTour(const QString& folder) {
   Album album(folder);
   Scene scene;
   showCapture(scene, album);
+  showEditor(scene, album);
   showPanel(scene, album);
   showSettings(scene, album);
   showKorean(scene, album);
