@@ -27,7 +27,8 @@ Canvas::Canvas(EditorModel& document, QWidget* parent)
       model(document),
       layers(document),
       zoomMotion(zoomDuration, platform::Easing::Out, [this](double factor) { stepZoom(factor); }),
-      burst(document, [this](const QRectF& part) { updateOver(part); }) {
+      burst(document, [this](const QRectF& part) { updateOver(part); }),
+      knownText(model.textWM->text) {
   setFrameShape(NoFrame);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

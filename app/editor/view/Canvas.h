@@ -96,6 +96,7 @@ class Canvas : public QAbstractScrollArea {
   /// The pointer is at this point of the canvas, or has left it.
   void hover(const std::optional<QPointF>& point);
   void endDrag();
+  void endUnlessHeld(Qt::MouseButtons held);
   void pinch(const QNativeGestureEvent& event);
   [[nodiscard]] bool beginPan(const QMouseEvent& event);
 
@@ -137,6 +138,7 @@ class Canvas : public QAbstractScrollArea {
   };
   std::optional<Pan> pan;
   bool isSpaceHeld = false;
+  QPointF beyondPixel;  // what a touchpad has turned and no whole pixel has shown
   bool isFittingScrollBars = false;
   QString knownText;
 

@@ -132,7 +132,16 @@ void Canvas::mouseDoubleClickEvent(QMouseEvent* event) {
     press(event->position(), true);
 }
 
+/// A release doesn't arrive if the window is put away before it.
+void Canvas::endUnlessHeld(Qt::MouseButtons held) {
+  if (pan && !held.testFlag(pan->button))
+    pan.reset();
+  if (!held.testFlag(Qt::LeftButton))
+    endDrag();
+}
+
 void Canvas::mouseMoveEvent(QMouseEvent* event) {
+  endUnlessHeld(event->buttons());
   if (pan) {
     showAt(place.scrolledTo(pan->scrolled - (event->position() - pan->from) * place.ratio));
     return;
@@ -172,7 +181,9 @@ void Canvas::wheelEvent(QWheelEvent* event) {
   if (event->modifiers() & Qt::ShiftModifier)
     turned = turned.transposed();
   settle();
-  showAt(place.scrolledTo(place.scrolled - turned * pointsPerNotch * place.ratio));
+  const QPointF wanted = place.scrolled + beyondPixel - turned * pointsPerNotch * place.ratio;
+  beyondPixel = wanted - wanted.toPoint();
+  showAt(place.scrolledTo(wanted));
   hover(event->position());
 }
 

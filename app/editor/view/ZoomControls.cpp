@@ -21,7 +21,7 @@ constexpr int distance = 16;  // from the canvas's edges
 constexpr int buttonHeight = 28;
 constexpr int symbolWidth = 34;
 constexpr int factorWidth = 48;
-constexpr SoftShadow shadow{.reach = 8, .drop = 2, .opacity = 0.3};
+constexpr SoftShadow shadow{.reach = 8, .drop = 2, .opacity = 0.35};
 constexpr int room = int(shadow.room());
 
 SymbolButton* symbolButton(const QString& symbol, QWidget* parent) {

@@ -46,8 +46,10 @@ class CanvasTest : public DocumentFixture {
     release(display.last());
   }
   void turnWheel(const QPoint& point, int notches, Qt::KeyboardModifiers modifiers = {}) {
-    QWheelEvent event(point, canvas->mapToGlobal(point), {}, {0, 120 * notches}, {}, modifiers,
-                      Qt::NoScrollPhase, false);
+    turnWheel(point, QPoint(0, 120 * notches), modifiers);
+  }
+  void turnWheel(const QPoint& point, const QPoint& angle, Qt::KeyboardModifiers modifiers = {}) {
+    QWheelEvent event(point, canvas->mapToGlobal(point), {}, angle, {}, modifiers, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(canvas->viewport(), &event);
   }
   void pinch(Qt::NativeGestureType type, double value) {
@@ -132,6 +134,12 @@ TEST_F(CanvasTest, scrollsAndPansOnlyWhileZoomed) {
   turnWheel({250, 200}, -1);
   turnWheel({250, 200}, -1, Qt::ShiftModifier);
   EXPECT_EQ(canvas->fit().scrolled, before + QPoint(60, 60));
+  for (const int part : {1, -1}) {  // of a notch, as touchpads tell it
+    const QPoint start = canvas->fit().scrolled;
+    for (int i = 0; i < 24; ++i)
+      turnWheel({250, 200}, QPoint(0, part));
+    EXPECT_EQ(canvas->fit().scrolled, start - QPoint(0, part * 12));
+  }
   QTest::mousePress(canvas->viewport(), Qt::MiddleButton, {}, {250, 200});
   move({290, 170}, Qt::MiddleButton);
   QTest::mouseRelease(canvas->viewport(), Qt::MiddleButton, {}, {290, 170});
@@ -145,6 +153,38 @@ TEST_F(CanvasTest, scrollsAndPansOnlyWhileZoomed) {
   EXPECT_TRUE(model->strokes->isEmpty());
   drag({{100, 100}, {120, 110}});
   EXPECT_EQ(model->strokes->size(), 1) << "without Space the pen draws again";
+}
+
+TEST_F(CanvasTest, aDragWhoseReleaseIsLostEndsWithTheNextMove) {
+  show(noise({300, 200}));
+  press({20, 20});
+  move(at({60, 60}));
+  move(at({200, 90}), Qt::NoButton);
+  ASSERT_EQ(model->strokes->size(), 1);
+  EXPECT_EQ(model->strokes->last().points, QList<QPointF>({{20, 20}, {60, 60}}));
+
+  turnWheel({250, 200}, 8, Qt::ControlModifier);
+  passTime();
+  QTest::mousePress(canvas->viewport(), Qt::MiddleButton, {}, {250, 200});
+  const QPoint before = canvas->fit().scrolled;
+  move({200, 100}, Qt::NoButton);
+  EXPECT_EQ(canvas->fit().scrolled, before);
+}
+
+TEST_F(CanvasTest, aRememberedTextPlaysNoBurstUntilItIsWritten) {
+  model = open(noise({300, 200}));
+  const auto write = [this](const QString& text) {
+    model->textWM.change([&](TextWatermark& watermark) { watermark.text = text; });
+    clock.run();
+  };
+  write(QStringLiteral("sorrel"));
+  const Canvas shown(*model, nullptr);
+  model->tool = EditorModel::Tool::watermark;
+  clock.run();
+  EXPECT_FALSE(model->sorrelBurstID.get());
+  write(QStringLiteral("sorre"));
+  write(QStringLiteral("sorrel"));
+  EXPECT_TRUE(model->sorrelBurstID.get());
 }
 
 TEST_F(CanvasTest, anotherToolEndsWhatIsUnderWay) {
