@@ -13,6 +13,7 @@
 #include <QTextBlock>
 #include <QTextLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace sorrel {
@@ -121,8 +122,11 @@ void CanvasTextEditor::layOut() {
   if (isRestyled || !block || now != shownText)
     block.emplace(shownText = now, lastStyle);
   if (!isComposing()) {
-    lastSize = measure(shownText, lastStyle);
-    lastBlock.setSize(block->size());
+    const QSizeF size = block->size();
+    // Only beside less than that could an empty line count.
+    const bool isNarrow = size.width() < lastStyle.fontSize + std::max(lastStyle.tracking, 0.0);
+    lastSize = isNarrow ? measure(shownText, lastStyle) : textFieldSize(size);
+    lastBlock.setSize(size);
   }
 }
 

@@ -65,7 +65,10 @@ EditorView::EditorView(std::unique_ptr<EditorModel> opened, std::function<void()
   popover->raise();
 }
 
-EditorView::~EditorView() = default;
+/// Its parts use the document to their end: a text that is being written loses the focus then.
+EditorView::~EditorView() {
+  qDeleteAll(findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
+}
 
 void EditorView::hideEvent(QHideEvent* event) {
   QWidget::hideEvent(event);

@@ -3,6 +3,7 @@
 #include "app/capture/Notifications.h"
 #include "app/editor/view/EditorView.h"
 #include "app/editor/view/HSB.h"
+#include "app/editor/view/WatermarkPlacement.h"
 #include "app/look/LookStyle.h"
 #include "app/settings/LocalizationManager.h"
 #include "platform/base/NotificationCenter.h"
@@ -12,6 +13,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
+#include <QInputMethodEvent>
 #include <QSlider>
 #include <QStyleFactory>
 #include <QTest>
@@ -280,6 +282,16 @@ TEST_F(EditorViewTest, TheKeyboardReachesTheOptionsAndHoldsThem) {
   settle();
   EXPECT_EQ(intensity->accessibleName(), u"블러 강도"_s) << "texts follow the language at once";
   EXPECT_EQ(QApplication::focusWidget(), intensity);
+}
+
+/// For the sanitizers: the text's last words come when its document is about to go.
+TEST_F(EditorViewTest, GoesWhileATextIsComposed) {
+  beginTextEditing(*model);
+  settle();
+  QInputMethodEvent composing(u"한"_s, {});
+  QApplication::sendEvent(QGuiApplication::focusObject(), &composing);
+  EXPECT_EQ(model->textWM->text, u"한"_s);
+  view.reset();
 }
 
 }  // namespace
