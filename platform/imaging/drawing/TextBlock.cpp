@@ -5,6 +5,7 @@
 #include "platform/imaging/filters/GaussianBlur.h"
 
 #include <QGlyphRun>
+#include <QHash>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPainterPath>
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace platform {
@@ -41,7 +43,9 @@ struct TextBlock::Layout {
   QRectF ink;  // what the glyphs cover
 
   Layout(const QString& text, const TextStyle& style);
-  void addRun(const QGlyphRun& glyphs, const QPointF& origin);
+  /// Taking an outline from its font costs far more than moving it.
+  using Outlines = QHash<std::pair<QRawFont, quint32>, QPainterPath>;
+  void addRun(const QGlyphRun& glyphs, const QPointF& origin, Outlines& known);
   void addPicture(Run& run, QRawFont font, quint32 glyph, const QPointF& place);
   void paint(QPainter& painter, const QColor& colour) const;
 };
@@ -57,14 +61,15 @@ TextBlock::Layout::Layout(const QString& text, const TextStyle& style) {
     TextLines::layOut(*lines.back());
   }
   size = TextLines::arrange(lines, style);
+  Outlines known;
   for (const QTextLayout* const layout : lines) {
     const QList<QGlyphRun> glyphRuns = layout->lineAt(0).glyphRuns();
     for (const QGlyphRun& glyphs : glyphRuns)
-      addRun(glyphs, layout->position());
+      addRun(glyphs, layout->position(), known);
   }
 }
 
-void TextBlock::Layout::addRun(const QGlyphRun& glyphs, const QPointF& origin) {
+void TextBlock::Layout::addRun(const QGlyphRun& glyphs, const QPointF& origin, Outlines& known) {
   Run run;
   run.outlines.setFillRule(Qt::WindingFill);
   const QRawFont font = glyphs.rawFont();
@@ -73,10 +78,14 @@ void TextBlock::Layout::addRun(const QGlyphRun& glyphs, const QPointF& origin) {
   const QList<QPointF> positions = glyphs.positions();
   for (qsizetype at = 0; at < indexes.size(); ++at) {
     const QPointF place = positions[at] + origin;
-    if (hasPictures)
+    if (hasPictures) {
       addPicture(run, font, indexes[at], place);
-    else
-      run.outlines.addPath(font.pathForGlyph(indexes[at]).translated(place));
+      continue;
+    }
+    auto outline = known.constFind({font, indexes[at]});
+    if (outline == known.cend())
+      outline = known.insert({font, indexes[at]}, font.pathForGlyph(indexes[at]));
+    run.outlines.addPath(outline->translated(place));
   }
   ink |= run.outlines.boundingRect();
   runs.push_back(std::move(run));
