@@ -46,8 +46,10 @@ HistoryTitleBar::HistoryTitleBar(HistoryViewModel& model, QWidget* parent)
       title(new QLabel(this)),
       count(new Badge(this)),
       lock(new SymbolButton({}, buttonSide, this)),
-      close(new SymbolButton({QStringLiteral("xmark"), 12, HistoryColors::onTitleBarSecondary}, buttonSide,
-                             this)) {
+      close(new SymbolButton({.symbol = QStringLiteral("xmark"),
+                              .ink = HistoryColors::onTitleBarSecondary,
+                              .ring = AppColors::amberFill},
+                             buttonSide, this)) {
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(14, 10, 14, 10);
   row->setSpacing(8);
@@ -85,8 +87,10 @@ void HistoryTitleBar::showCount() {
 
 void HistoryTitleBar::showLock() {
   const bool isLocked = viewModel.isLocked;
-  lock->setLook({isLocked ? QStringLiteral("lock.fill") : QStringLiteral("lock.open"), 14,
-                 isLocked ? HistoryColors::onTitleBar : dimmed});
+  lock->setLook({.symbol = isLocked ? QStringLiteral("lock.fill") : QStringLiteral("lock.open"),
+                 .side = 14,
+                 .ink = isLocked ? HistoryColors::onTitleBar : dimmed,
+                 .ring = AppColors::amberFill});
   lock->setHelp(localized(isLocked ? QStringLiteral("history.lock.lockedHelp")
                                    : QStringLiteral("history.lock.unlockedHelp")));
 }

@@ -2,7 +2,6 @@
 
 #include "app/look/ControlPainting.h"
 #include "app/look/FocusRing.h"
-#include "app/shell/AppColors.h"
 #include "platform/desktop/Symbols.h"
 
 #include <QEvent>
@@ -36,12 +35,17 @@ bool SymbolButton::event(QEvent* event) {
   return isHandled;
 }
 
+double SymbolButton::cornerRadius(bool isRound) const {
+  return isRound || width() > height() ? height() / 2.0 : 4;
+}
+
 void SymbolButton::paintEvent(QPaintEvent*) {
   const auto appearance = platform::appearanceOf(palette());
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const QColor disc = look.disc.resolved(appearance);
   const bool isRound = disc.alpha() > 0 || look.mark.resolved(appearance).alpha() > 0;
+  const double radius = cornerRadius(isRound);
   painter.setPen(Qt::NoPen);
   painter.setBrush(disc);
   painter.drawEllipse(rect());
@@ -55,7 +59,7 @@ void SymbolButton::paintEvent(QPaintEvent*) {
       painter.drawEllipse(rect());
     } else {
       painter.setBrush(QColor(ink.red(), ink.green(), ink.blue(), strength));
-      painter.drawRoundedRect(rect(), 4, 4);
+      painter.drawRoundedRect(rect(), radius, radius);
       ink.setAlpha(isDown() ? 255 : (ink.alpha() + 255) / 2);  // a dimmed one brightens
     }
   }
@@ -63,7 +67,7 @@ void SymbolButton::paintEvent(QPaintEvent*) {
   place.moveCenter(QRectF(rect()).center());
   platform::drawSymbol(painter, place, look.symbol, {ink, look.mark.resolved(appearance)});
   if (hasFocus())
-    drawFocusRing(painter, QRectF(rect()), AppColors::amberFill.resolved(appearance));
+    drawFocusRing(painter, QRectF(rect()), look.ring.resolved(appearance), radius);
 }
 
 }  // namespace sorrel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/shell/AppColors.h"
 #include "platform/desktop/Appearance.h"
 
 #include <QAbstractButton>
@@ -20,6 +21,8 @@ class SymbolButton : public QAbstractButton {
     platform::Color disc{0, 0};
     /// A line around it.
     platform::Color rim{0, 0};
+    /// What shows that the keyboard is here; it has to stand out from what the button lies on.
+    platform::Color ring = AppColors::accent;
 
     bool operator==(const Look&) const = default;
   };
@@ -37,6 +40,9 @@ class SymbolButton : public QAbstractButton {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  /// A button that is wider than high has round ends.
+  [[nodiscard]] double cornerRadius(bool isRound) const;
+
   Look look;
 };
 
