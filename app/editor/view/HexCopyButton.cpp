@@ -37,6 +37,7 @@ HexCopyButton::HexCopyButton(QWidget* parent)
 
 void HexCopyButton::setHex(const QString& hex) {
   setText(hex);
+  setAccessibleDescription(hex);  // its name says what a press does
   updateGeometry();
 }
 
