@@ -89,6 +89,25 @@ class Stage {
     QThread::msleep(longerThanAnyFade);
     (void)desktop.screen().settledPicture();
   }
+  /// Takes a picture while something is dragged from one place to another.
+  [[nodiscard]] QImage pictureOfDrag(const QPointF& from, const QPointF& to) {
+    settleAfter([&] {
+      editor.moveTo(at(from.x(), from.y()));
+      desktop.input().pressButton(1);
+      editor.moveTo(at((from.x() + to.x()) / 2, (from.y() + to.y()) / 2));
+      QThread::msleep(4);
+      editor.moveTo(at(to.x(), to.y()));
+    });
+    const QImage taken = picture();
+    settleAfter([&] { desktop.input().releaseButton(1); });
+    return taken;
+  }
+  void type(const std::vector<int>& keys) {
+    settleAfter([&] {
+      for (const int key : keys)
+        desktop.input().tapKey(key);
+    });
+  }
   /// The window and its frame, once all is still.
   [[nodiscard]] QImage picture() {
     constexpr int margin = 28;
@@ -114,6 +133,7 @@ class Stage {
 struct Words {
   QString customColor;
   QString area;
+  QString addText;
 };
 
 /// A lake, with what somebody would draw on it.
@@ -148,6 +168,19 @@ QImage states(Stage& stage, const Words& words) {
   stage.editor.command(KEY_EQUAL);
   stage.editor.moveTo(stage.at(0.5, 0.5));
   take();
+
+  stage.editor.command(KEY_0);
+  stage.showOptions(Tool::watermark);
+  stage.choose(words.addText);
+  stage.type({KEY_E, KEY_V, KEY_E, KEY_N, KEY_I, KEY_N, KEY_G, KEY_SPACE, KEY_L, KEY_I, KEY_G, KEY_H, KEY_T});
+  take();
+  stage.type({KEY_ESC});
+  stage.hideOptions(Tool::watermark);
+  pictures.push_back(stage.pictureOfDrag({0.5, 0.85}, {0.503, 0.25}));
+  stage.settleAfter([&] { stage.editor.click(stage.editor.toolButton(Tool::crop)); });
+  stage.drag({{0, 0}, {0.1, 0.08}, {0.2, 0.15}});
+  stage.editor.moveTo(stage.at(0.5, 1.02));
+  take();
   return sheetOf(pictures, 2);
 }
 
@@ -175,8 +208,8 @@ QImage scaled(double scale, const DesktopOptions& base, const Words& words) {
 
 void drawPictures(const QString& path) {
   const QDir folder(path);
-  const Words english{u"Custom color"_s, u"Area"_s};
-  const Words korean{u"사용자 지정 색상"_s, u"영역"_s};
+  const Words english{u"Custom color"_s, u"Area"_s, u"Add text"_s};
+  const Words korean{u"사용자 지정 색상"_s, u"영역"_s, u"텍스트 추가"_s};
   const DesktopOptions plain{.size = {1200, 760}, .compositor = Compositor::Running};
   {
     Stage stage(plain);

@@ -5,6 +5,7 @@
 #include "demo/FilledBottle.h"
 #include "demo/TourScenery.h"
 #include "tests/e2e/Editor.h"
+#include "tests/e2e/ScreenReader.h"
 #include "tests/e2e/Settings.h"
 #include "tests/support/SettingsPortal.h"
 #include "tests/support/Waiting.h"
@@ -93,7 +94,9 @@ class Scene {
     require(sorrel->program().waitForEnd() == 0, "Sorrel doesn't end cleanly");
   }
 
-  Desktop desktop{{.size = {1440, 900}, .compositor = Compositor::Running}};
+  Desktop desktop{{.size = {1440, 900},
+                   .compositor = Compositor::Running,
+                   .assistiveTechnology = AssistiveTechnology::Listening}};
   Screen& screen = desktop.screen();
   SettingsPortal portal{desktop.busAddress()};
   std::optional<Sorrel> sorrel;
@@ -149,10 +152,31 @@ void showEditor(Scene& scene, Album& album) {
   });
   album.add(u"editor"_s, u"Alt+Shift+D: the captured area is in the editor, and a stroke on it."_s,
             screen.settledPicture());
+
+  const ScreenReader reader(desktop.busAddress());
+  editor.showOptions(Editor::Tool::watermark);
+  until("the watermark's options are there", [&] { return !reader.placeOf(u"Add text"_s).isNull(); });
+  (void)screen.settledPictureAfter([&] { editor.click(reader.placeOf(u"Add text"_s).center()); });
+  for (const int key : {KEY_H, KEY_E, KEY_L, KEY_L, KEY_O})
+    desktop.input().tapKey(key);
+  album.add(u"watermark"_s, u"A watermark is typed where it will stand."_s, screen.settledPicture());
+  desktop.input().tapKey(KEY_ESC);
+  (void)screen.settledPicture();
+  editor.click(editor.toolButton(Editor::Tool::crop));
+  (void)screen.settledPicture();
+  const QRect picture = editor.picture(selectionArea.size());
+  (void)screen.settledPictureAfter([&] {
+    editor.drag({picture.topLeft(), picture.topLeft() + QPoint(30, 20), picture.topLeft() + QPoint(60, 40)});
+  });
+  album.add(u"crop"_s, u"A corner is dragged inwards; Return crops."_s, screen.settledPicture());
+  (void)screen.settledPictureAfter([&] { desktop.input().tapKey(KEY_ENTER); });
   editor.click(editor.saveButton());
   editor.waitUntilClosed();
-  require(QImage(path).convertToFormat(QImage::Format_RGB32) != before.copy(selectionArea),
-          "the stroke isn't in the file");
+  const QImage saved = QImage(path).convertToFormat(QImage::Format_RGB32);
+  require(saved.size() == selectionArea.size() - QSize(60, 40),
+          "the file isn't cropped as the corner was dragged");
+  require(saved != before.copy(selectionArea.adjusted(60, 40, 0, 0)),
+          "the stroke and the text aren't in the file");
 }
 
 void showPanel(Scene& scene, Album& album) {
