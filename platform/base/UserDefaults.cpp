@@ -211,6 +211,7 @@ bool UserDefaults::save(const QJsonObject& all) {
 }
 
 void UserDefaults::fileChanged() {
+  const bool wasInDoubt = isInDoubt();
   isUnreadable = false;
   const Contents contents = read();
   waiting.cancel();
@@ -221,6 +222,8 @@ void UserDefaults::fileChanged() {
   mayWrite = true;  // whoever could put it right, if it couldn't be set aside
   take(**contents);
   flush();
+  if (isInDoubt() != wasInDoubt)
+    observers.tell(QString());
 }
 
 void UserDefaults::waitForTheRest() {
@@ -238,6 +241,7 @@ void UserDefaults::stopWaiting() {
             .arg(filePath, contents.error().reason));
   }
   flush();
+  observers.tell(QString());
 }
 
 void UserDefaults::take(QJsonObject all) {

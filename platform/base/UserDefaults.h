@@ -79,7 +79,7 @@ class UserDefaults {
 
   /// Calls `observer` after each change of the key's value, whoever made it.
   [[nodiscard]] Subscription observe(const QString& key, std::function<void()> observer);
-  /// The same for all keys: the observer is told which.
+  /// The same for all keys: the observer is told which. An empty key says that isInDoubt() may have changed.
   [[nodiscard]] Subscription observe(std::function<void(const QString& key)> observer);
 
   [[nodiscard]] QString value(const SettingsKey<QString>& key) const;

@@ -188,6 +188,9 @@ TEST_F(UserDefaultsTest, WhatStaysBrokenIsLeftUntilAWriteNeedsItsPlace) {
   writeFile(file, "{\"key\": 1}");
   UserDefaults defaults(file);
   defaults.watch();
+  bool isDoubtTold = false;
+  const auto listening =
+      defaults.observe([&](const QString& changed) { isDoubtTold = isDoubtTold || changed.isEmpty(); });
   writeFile(file, "{\"key\": 0,}");
   until("it is heard", [&] { return defaults.isInDoubt(); });
   clock.advance(2s);
@@ -195,6 +198,14 @@ TEST_F(UserDefaultsTest, WhatStaysBrokenIsLeftUntilAWriteNeedsItsPlace) {
   EXPECT_EQ(contentsOf(file), "{\"key\": 0,}");
   EXPECT_EQ(defaults.integer(key), 1);
   EXPECT_TRUE(defaults.isInDoubt());
+  EXPECT_TRUE(std::exchange(isDoubtTold, false));
+  writeFile(file, "{\"key\": 1}");
+  until("its repair is told", [&] { return isDoubtTold; });
+  EXPECT_FALSE(defaults.isInDoubt());
+
+  writeFile(file, "{\"key\": 0,}");
+  until("it is heard", [&] { return defaults.isInDoubt(); });
+  clock.advance(2s);
   defaults.set(other, 2);
   EXPECT_EQ(contentsOf(file + u".broken1"_s), "{\"key\": 0,}");
   EXPECT_EQ(onDisk(), QJsonObject({{key, 1}, {other, 2}})) << "nothing that was known is lost";
