@@ -24,9 +24,17 @@ bool hasImageExtension(std::string_view name) {
   return platform::hasExtension(name, imageExtensions);
 }
 
+/// File systems end names at 255 bytes, some of which a number and the copy's unfinished name need.
+constexpr qsizetype longestName = 240;
+
 QByteArray uniquePath(const QByteArray& name) {
-  const bool hasExtension = FilePath::baseName(name) != name && !name.endsWith('.');
-  return FilePath::firstFree(FilePath::of(directory()) + (hasExtension ? name : name + ".png"));
+  QString base = FilePath::text(FilePath::baseName(name));
+  QByteArray extension = name.sliced(FilePath::baseName(name).size());
+  if (extension.size() < 2)
+    extension = name.endsWith('.') ? "..png" : ".png";
+  while (!base.isEmpty() && base.toUtf8().size() + extension.size() > longestName)
+    base.chop(base.back().isLowSurrogate() ? 2 : 1);
+  return FilePath::firstFree(FilePath::of(directory()) + base.toUtf8() + extension);
 }
 
 }  // namespace

@@ -19,7 +19,8 @@ namespace WatermarkPresets {
 [[nodiscard]] QList<QUrl> all();
 
 /// Copies the file into the folder under its own name, numbered if that is taken, and with "png" for an
-/// extension if it has none. Gives the copy's address; nothing, and a log line, if it can't be made.
+/// extension if it has none; a name that leaves no room for a number is cut. Gives the copy's address;
+/// nothing, and a log line, if it can't be made.
 std::optional<QUrl> add(const QUrl& source);
 
 /// Deletes the file at once. One that can't be deleted stays in the list.

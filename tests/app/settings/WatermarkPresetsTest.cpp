@@ -52,6 +52,15 @@ TEST_F(WatermarkPresetsTest, addingCopiesUnderAFreeName) {
   EXPECT_FALSE(listed().contains(QStringLiteral("heic"))) << "added, but not a kind that is listed";
 }
 
+TEST_F(WatermarkPresetsTest, NamesAsLongAsTheyGetAreCutToLeaveRoom) {
+  const QString longest = QString(83, QChar(0xac00)) + QStringLiteral(".png");  // 253 bytes
+  const auto first = WatermarkPresets::add(file(longest)), second = WatermarkPresets::add(file(longest));
+  ASSERT_TRUE(first && second);
+  const QString kept = longest.first(78);
+  EXPECT_EQ(first->fileName(), kept + QStringLiteral(".png"));
+  EXPECT_EQ(second->fileName(), kept + QStringLiteral(" (2).png"));
+}
+
 TEST_F(WatermarkPresetsTest, aFailedCopyIsLogged) {
   testing_support::LogCapture log;
   EXPECT_FALSE(WatermarkPresets::add(QUrl::fromLocalFile(home.path(QStringLiteral("missing.png")))));
