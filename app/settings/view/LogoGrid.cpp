@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QPainter>
+#include <QTextDocument>
 
 #include <algorithm>
 
@@ -41,7 +42,7 @@ class LogoCell : public QWidget {
                                                       isLoaded = true;
                                                       update();
                                                     })) {
-    setToolTip(name);
+    setToolTip(Qt::mightBeRichText(name) ? name.toHtmlEscaped() : name);
     connect(remove, &QAbstractButton::clicked, this, [this, onRemove] { onRemove(url); });
   }
 
