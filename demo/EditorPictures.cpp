@@ -56,16 +56,7 @@ class Stage {
     std::vector<QPoint> points;
     for (const QPointF& part : parts)
       points.push_back(at(part.x(), part.y()));
-    settleAfter([&] {
-      // As quick as a hand, for of places that come at once the server tells only the last.
-      editor.moveTo(points.front());
-      desktop.input().pressButton(1);
-      for (const QPoint& point : points) {
-        editor.moveTo(point);
-        QThread::msleep(4);
-      }
-      desktop.input().releaseButton(1);
-    });
+    settleAfter([&] { editor.drag(points); });
   }
   void choose(const QString& name) {
     QRect found;

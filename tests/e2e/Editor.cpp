@@ -96,11 +96,8 @@ void Editor::click(QPoint point) const {
 void Editor::drag(const std::vector<QPoint>& points) const {
   moveTo(points.front());
   desktop.input().pressButton(1);
-  for (const QPoint& point : points) {
+  for (const QPoint& point : points)
     moveTo(point);
-    // Asked by another program, the server first acts on what waits; else it would skip places.
-    (void)desktop.screen().modifiers();
-  }
   desktop.input().releaseButton(1);
 }
 

@@ -2,7 +2,10 @@
 
 #include "platform/system/Xcb.h"
 
+#include <algorithm>
+#include <chrono>
 #include <stdexcept>
+#include <thread>
 #include <xcb/xtest.h>
 
 namespace testing_support {
@@ -10,6 +13,7 @@ namespace testing_support {
 namespace {
 
 constexpr int pointerButtons = 5;
+constexpr std::chrono::seconds longestWait(20);
 
 }  // namespace
 
@@ -38,8 +42,16 @@ void XTestInput::tapKey(int evdevCode) {
   releaseKey(evdevCode);
 }
 
+/// While a window manager looks at a press, the server puts by what follows, and of many places only the
+/// last.
 void XTestInput::moveTo(int x, int y) {
   send(XCB_MOTION_NOTIFY, 0, x, y);
+  const auto deadline = std::chrono::steady_clock::now() + longestWait;
+  while (!isPointerAt(x, y)) {
+    if (std::chrono::steady_clock::now() > deadline)
+      throw std::runtime_error("waited in vain until the pointer is in its place");
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
 }
 void XTestInput::pressButton(int button) {
   send(XCB_BUTTON_PRESS, button, 0, 0);
@@ -64,6 +76,13 @@ void XTestInput::send(int type, int detail, int x, int y) {
                       XCB_WINDOW_NONE, static_cast<int16_t>(x), static_cast<int16_t>(y), 0);
   // Any request with a reply is answered only after the input before it was dealt with.
   (void)platform::xcbAsk(connection, xcb_get_input_focus, xcb_get_input_focus_reply);
+}
+
+bool XTestInput::isPointerAt(int x, int y) const {
+  const xcb_screen_t* const screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+  const auto pointer = platform::xcbAsk(connection, xcb_query_pointer, xcb_query_pointer_reply, screen->root);
+  return pointer && pointer->root_x == std::clamp(x, 0, screen->width_in_pixels - 1) &&
+         pointer->root_y == std::clamp(y, 0, screen->height_in_pixels - 1);
 }
 
 void XTestInput::releaseAll() {

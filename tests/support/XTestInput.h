@@ -10,8 +10,8 @@ namespace testing_support {
 ///
 /// Keys are named by their position, as in linux/input-event-codes.h (KEY_SPACE), whatever the layout makes
 /// of them. Points are pixels of the whole screen, from its top left corner. Each call returns when the
-/// server has acted on it. What is still pressed when this object goes away is released. Throws
-/// std::runtime_error where the display can't be reached.
+/// server has acted on it, a move when the pointer is there. What is still pressed when this object goes away
+/// is released. Throws std::runtime_error where the display can't be reached, or the pointer doesn't come.
 class XTestInput {
  public:
   explicit XTestInput(const std::string& display);
@@ -32,6 +32,7 @@ class XTestInput {
 
  private:
   void send(int type, int detail, int x, int y);
+  [[nodiscard]] bool isPointerAt(int x, int y) const;
   void releaseAll();
 
   xcb_connection_t* connection;
