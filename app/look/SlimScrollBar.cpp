@@ -7,7 +7,8 @@
 
 namespace sorrel {
 
-SlimScrollBar::SlimScrollBar(QAbstractScrollArea& view, Qt::Orientation along) : QScrollBar(along, &view) {
+SlimScrollBar::SlimScrollBar(QAbstractScrollArea& view, Qt::Orientation along, int distance)
+    : QScrollBar(along, &view), fromCorners(distance) {
   QScrollBar* const hidden = along == Qt::Vertical ? view.verticalScrollBar() : view.horizontalScrollBar();
   connect(hidden, &QScrollBar::valueChanged, this, &QScrollBar::setValue);
   connect(this, &QScrollBar::valueChanged, hidden, &QScrollBar::setValue);
@@ -27,9 +28,9 @@ bool SlimScrollBar::eventFilter(QObject*, QEvent* event) {
     return false;
   const QSize view = parentWidget()->size();
   if (orientation() == Qt::Vertical)
-    setGeometry(view.width() - width, 0, width, view.height());
+    setGeometry(view.width() - width, fromCorners, width, view.height() - 2 * fromCorners);
   else
-    setGeometry(0, view.height() - width, view.width(), width);
+    setGeometry(fromCorners, view.height() - width, view.width() - 2 * fromCorners, width);
   return false;
 }
 

@@ -16,6 +16,7 @@
 #include <QEvent>
 #include <QLabel>
 #include <QPainter>
+#include <QPainterPath>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -27,11 +28,28 @@ using namespace PopoverGeometry;
 using platform::Easing;
 
 constexpr auto showing = 150ms, hidingNow = 200ms, hidingByItself = 400ms, changingTool = 120ms;
-constexpr double cornerRadius = 12;
+constexpr int cornerRadius = 12;
 constexpr int titleSpacing = 12;
 constexpr SoftShadow shadowLook{16, 6, 0.45};
 constexpr int shadowRoom = static_cast<int>(shadowLook.room());
 constexpr platform::Color border = EditorPalette::always(0x14ffffff);
+
+/// Of the panel and its arrow as one shape, smaller by `inset`.
+QPainterPath outline(const QRectF& panel, double inset) {
+  const QRectF area = panel.adjusted(inset, inset, -inset, -inset);
+  QPainterPath path;
+  path.addRoundedRect(area, cornerRadius - inset, cornerRadius - inset);
+  // It reaches into the panel, so that no line parts the two.
+  const double base = area.left(), inside = base + 1, end = arrowTop + arrowSize.height();
+  QPainterPath arrow;
+  arrow.addPolygon(QPolygonF({{inside, double(arrowTop)},
+                              {base, double(arrowTop)},
+                              {base - arrowSize.width(), (arrowTop + end) / 2},
+                              {base, end},
+                              {inside, end}}));
+  arrow.closeSubpath();
+  return path.united(arrow);
+}
 
 }  // namespace
 
@@ -79,7 +97,7 @@ OptionsPopover::OptionsPopover(EditorModel& shown, QWidget* parent)
   scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll->setWidgetResizable(true);
   scroll->setWidget(content);
-  new SlimScrollBar(*scroll);
+  new SlimScrollBar(*scroll, Qt::Vertical, cornerRadius / 2);
   scroll->viewport()->setAutoFillBackground(false);
   content->setAutoFillBackground(false);
   constexpr int side = padding - OptionsSection::overhang;
@@ -210,18 +228,12 @@ void OptionsPopover::focusMoves(const QWidget* from, const QWidget* to) {
 }
 
 void OptionsPopover::paintEvent(QPaintEvent*) {
-  const QColor fill = EditorPalette::popoverBG.resolved();
-  const QRectF area = panel();
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(fill);
-  const QPointF arrow[] = {{area.left(), double(arrowTop)},
-                           {area.left() - arrowSize.width(), arrowTop + arrowSize.height() / 2.0},
-                           {area.left(), double(arrowTop + arrowSize.height())}};
-  painter.drawPolygon(arrow, 3);
-  fillRounded(painter, area, cornerRadius, fill);
-  strokeRounded(painter, area, cornerRadius, border.resolved(), 1);
+  const QRectF area = onWholePixels(painter, panel());
+  const double line = hairline(painter);
+  painter.fillPath(outline(area, 0), EditorPalette::popoverBG.resolved());
+  painter.strokePath(outline(area, line / 2), QPen(border.resolved(), line));
 }
 
 }  // namespace sorrel
