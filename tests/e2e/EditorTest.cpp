@@ -42,6 +42,16 @@ class EditorUse : public testing::Test {
     Sorrel::store(desktop, u"autoDeleteDays"_s, 0);
   }
 
+  /// The bottle's newest picture, from the history.
+  quint32 openNewest(Sorrel& sorrel) {
+    Panel panel(desktop, sorrel);
+    panel.open();
+    desktop.input().tapKey(KEY_RIGHT);
+    desktop.input().tapKey(KEY_ENTER);
+    const quint32 opened = editor.waitUntilOpen().id;
+    EXPECT_FALSE(panel.window());
+    return opened;
+  }
   [[nodiscard]] QPoint besidePicture(QSize size) const {
     return editor.picture(size).bottomRight() + QPoint(12, 12);
   }
@@ -130,18 +140,14 @@ TEST_F(EditorUse, OpensFromTheHistoryAndLeavesTheFilesAsTheyAre) {
   testing_support::setModified(widePath, now.addSecs(-60));
   testing_support::setModified(highPath, now.addSecs(-120));
   Sorrel sorrel(desktop);
-  Panel panel(desktop, sorrel);
-  panel.open();
-  desktop.input().tapKey(KEY_RIGHT);
-  desktop.input().tapKey(KEY_ENTER);
-  const quint32 first = editor.waitUntilOpen().id;
-  EXPECT_FALSE(panel.window());
+  const quint32 first = openNewest(sorrel);
   waitUntilShown(wide);
   const QPoint middle = editor.picture(wide.size()).center();
   (void)desktop.screen().settledPictureAfter([&] { editor.drag({middle, middle + QPoint(60, 20)}); });
   EXPECT_NE(shown(wide.size()), uncovered(wide));
 
   const auto openByDoubleClick = [&](int index) {
+    Panel panel(desktop, sorrel);
     panel.open();
     panel.moveTo(panel.thumbnail(index).center());
     desktop.input().doubleClick(1);
@@ -168,11 +174,7 @@ TEST_F(EditorUse, ZoomsAboutTheMiddleAndPans) {
   const QImage picture = randomPicture({420, 300}, 4);
   Sorrel::putPicture(desktop, u"shot.png"_s, picture);
   Sorrel sorrel(desktop);
-  Panel panel(desktop, sorrel);
-  panel.open();
-  desktop.input().tapKey(KEY_RIGHT);
-  desktop.input().tapKey(KEY_ENTER);
-  editor.waitUntilOpen();
+  openNewest(sorrel);
   waitUntilShown(picture);
   const QRect place = editor.picture(picture.size());
   Screen& screen = desktop.screen();
@@ -207,6 +209,75 @@ TEST_F(EditorUse, ZoomsAboutTheMiddleAndPans) {
   waitUntilShown(picture);
 }
 
+/// On two monitors; the editor is on the left one.
+class Eyedropper : public EditorUse {
+ protected:
+  Eyedropper()
+      : EditorUse({.size = {1300, 640}, .assistiveTechnology = AssistiveTechnology::Listening}),
+        reader(desktop.busAddress()) {
+    desktop.screen().setMonitors({QRect(0, 0, 800, 640), QRect(800, 0, 500, 640)});
+    desktop.screen().paintRoot(randomPicture(desktop.screen().size(), 9));
+    Sorrel::putPicture(desktop, u"shot.png"_s, randomPicture(size, 4));
+    sorrel.emplace(desktop);
+    openNewest(*sorrel);
+    showOptions();
+  }
+
+  void showOptions() {
+    editor.showOptions(Tool::pen);
+    until("the options are there", [this] { return !reader.placeOf(button).isNull(); });
+    (void)desktop.screen().settledPicture();
+  }
+  void begin() {
+    editor.click(reader.placeOf(button).center());
+    sorrel->waitUntilSelecting();
+  }
+  /// What the pen draws now.
+  [[nodiscard]] QRgb drawnColor() {
+    const QPoint middle = editor.picture(size).center();
+    (void)desktop.screen().settledPictureAfter([&] { editor.hideOptions(Tool::pen); });
+    const QImage drawn = desktop.screen().settledPictureAfter([&] {
+      editor.drag({middle - QPoint(50, 0), middle + QPoint(50, 0)});
+      editor.moveTo(besidePicture(size));
+    });
+    editor.command(KEY_Z);
+    showOptions();
+    return drawn.pixel(middle);
+  }
+
+  const QSize size{420, 300};
+  const QString button = u"Pick a color from the screen"_s;
+  const ScreenReader reader;
+  std::optional<Sorrel> sorrel;
+};
+
+TEST_F(Eyedropper, TakesAPixelOfAnyMonitorForThePenUnlessItIsCancelled) {
+  const QPoint onPicture = editor.picture(size).bottomRight() - QPoint(60, 120);
+  for (const QPoint pixel : {onPicture, QPoint(1111, 333)}) {
+    const QRgb color = desktop.screen().picture().pixel(pixel);
+    begin();
+    editor.click(pixel);
+    until("the color is taken", [&] { return !sorrel->isSelecting(); });
+    EXPECT_FALSE(reader.placeOf(button).isNull()) << "the options stayed";
+    EXPECT_EQ(drawnColor(), color);
+
+    begin();
+    editor.moveTo({900, 50});
+    sorrel->cancel();
+    EXPECT_FALSE(reader.placeOf(button).isNull());
+    EXPECT_EQ(drawnColor(), color);
+  }
+}
+
+TEST_F(Eyedropper, GoesWithTheEditor) {
+  begin();
+  desktop.screen().askToClose(editor.window()->id);
+  editor.waitUntilClosed();
+  until("the magnifier is gone", [&] { return !sorrel->isSelecting(); });
+  EXPECT_FALSE(desktop.screen().isPointerGrabbed());
+  sorrel->capture({850, 100, 200, 150});  // it can still be used
+}
+
 class EditorWithAnInputMethod : public EditorUse {
  protected:
   EditorWithAnInputMethod()
@@ -229,11 +300,7 @@ TEST_F(EditorWithAnInputMethod, SavesTheTextThatIsTyped) {
   const QImage picture = randomPicture({420, 300}, 4);
   const QString path = Sorrel::putPicture(desktop, u"shot.png"_s, picture);
   Sorrel sorrel(desktop);
-  Panel panel(desktop, sorrel);
-  panel.open();
-  desktop.input().tapKey(KEY_RIGHT);
-  desktop.input().tapKey(KEY_ENTER);
-  editor.waitUntilOpen();
+  openNewest(sorrel);
   const ScreenReader reader(desktop.busAddress());
   Screen& screen = desktop.screen();
   (void)screen.settledPictureAfter([&] { editor.showOptions(Tool::watermark); });

@@ -87,6 +87,10 @@ bool Sorrel::isSelecting() {
 
 void Sorrel::beginCapture(int evdevCode) {
   pressHotKey(evdevCode);
+  waitUntilSelecting();
+}
+
+void Sorrel::waitUntilSelecting() {
   until("the selection is there", [this] {
     return isSelecting() && desktop.screen().isKeyboardGrabbed() && desktop.screen().isPointerGrabbed();
   });

@@ -29,6 +29,7 @@ class Sorrel {
   [[nodiscard]] bool isSelecting();
   /// Presses the hot key of a capture and waits until the screen can be selected from.
   void beginCapture(int evdevCode);
+  void waitUntilSelecting();
   /// Drags over an area, its edges included.
   void drag(const QRect& area);
   /// Waits until there is a picture in the bottle that isn't among `before`, and the selection is gone; the

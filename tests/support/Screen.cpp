@@ -247,6 +247,18 @@ void Screen::closeWindow(quint32 window) {
   roundTrip();
 }
 
+void Screen::askToClose(quint32 window) {
+  xcb_client_message_event_t message{};
+  message.response_type = XCB_CLIENT_MESSAGE;
+  message.format = 32;
+  message.window = window;
+  message.type = atom("_NET_CLOSE_WINDOW");
+  xcb_send_event(connection, 0, screen->root,
+                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                 reinterpret_cast<const char*>(&message));
+  roundTrip();
+}
+
 void Screen::setProperty(quint32 window, const char* name, const char* type,
                          const std::vector<quint32>& values) {
   xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, atom(name), atom(type), 32,

@@ -66,6 +66,8 @@ class Screen {
   quint32 openWindow(const QString& title, QPoint position, const QImage& picture,
                      WindowKind kind = WindowKind::Ordinary);
   void closeWindow(quint32 window);
+  /// Has the window manager ask a program to close its window, as a click on the frame's cross does.
+  void askToClose(quint32 window);
   void setProperty(quint32 window, const char* name, const char* type, const std::vector<quint32>& values);
   /// Whether the window has a property, or a list of names in one has this name in it.
   [[nodiscard]] bool hasProperty(quint32 window, const char* name) const;

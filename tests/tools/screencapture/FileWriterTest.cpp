@@ -1,3 +1,4 @@
+#include "tests/support/FileSizeLimit.h"
 #include "tests/support/Files.h"
 #include "tests/support/ScratchHome.h"
 #include "tools/screencapture/FileWriter.h"
@@ -8,8 +9,6 @@
 
 #include <cerrno>
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -94,17 +93,11 @@ TEST_P(FileWriter, whatCannotBeWrittenIsLeftAlone) {
 
 TEST_P(FileWriter, aFullDiskLeavesTheOldFileAndNothingElse) {
   home.write(u"old.png"_s, "old");
-  rlimit limit{};
-  getrlimit(RLIMIT_FSIZE, &limit);
-  const rlimit small{50'000, limit.rlim_max};
-  const auto handler = signal(SIGXFSZ, SIG_IGN);
-  setrlimit(RLIMIT_FSIZE, &small);
-  const int replaced = writeFile(path("old.png"), picture, GetParam());
-  const int added = writeFile(path("new.png"), picture, GetParam());
-  setrlimit(RLIMIT_FSIZE, &limit);
-  signal(SIGXFSZ, handler);
-  EXPECT_EQ(replaced, EFBIG);
-  EXPECT_EQ(added, EFBIG);
+  {
+    const testing_support::FileSizeLimit limit(50'000);
+    EXPECT_EQ(writeFile(path("old.png"), picture, GetParam()), EFBIG);
+    EXPECT_EQ(writeFile(path("new.png"), picture, GetParam()), EFBIG);
+  }
   EXPECT_EQ(contents("old.png"), "old");
   EXPECT_EQ(names(), QStringList{u"old.png"_s});
 }

@@ -1,38 +1,17 @@
 #include "tests/app/editor/model/DocumentFixture.h"
+#include "tests/support/FileSizeLimit.h"
 #include "tests/support/Files.h"
 #include "tests/support/LogCapture.h"
 
 #include <QDir>
 
-#include <csignal>
-#include <sys/resource.h>
-
 using namespace sorrel;
 using testing_support::contentsOf;
+using testing_support::FileSizeLimit;
 
 namespace {
 
 using SavingTest = DocumentFixture;
-
-/// While it lives, no file can grow beyond `bytes`: a full disk, as far as a program can tell.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) : previousHandler(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &previous);
-    const rlimit limit{bytes, previous.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &previous);
-    std::signal(SIGXFSZ, previousHandler);
-  }
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
- private:
-  rlimit previous{};
-  void (*previousHandler)(int);
-};
 
 TEST_F(SavingTest, theNameDecidesTheFormatAndTheFileStaysItself) {
   const QByteArray png("\x89PNG"), jpeg("\xff\xd8\xff"), tiff("II*\0", 4), gif("GIF8"), bmp("BM");

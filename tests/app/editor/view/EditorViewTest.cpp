@@ -8,6 +8,9 @@
 #include "app/settings/LocalizationManager.h"
 #include "platform/base/NotificationCenter.h"
 #include "platform/base/Task.h"
+#include "tests/support/FileSizeLimit.h"
+#include "tests/support/Files.h"
+#include "tests/support/LogCapture.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QAbstractButton>
@@ -66,6 +69,12 @@ class EditorViewTest : public testing::Test {
         return control;
     ADD_FAILURE() << qPrintable(name);
     return nullptr;
+  }
+  [[nodiscard]] QAbstractButton* saveButton() const {
+    for (QAbstractButton* const button : view->findChildren<QAbstractButton*>())
+      if (button->text() == u"Save"_s)
+        return button;
+    throw std::runtime_error("no button saves");
   }
   [[nodiscard]] bool isShown(const QString& name) const { return named<QWidget>(name)->isVisible(); }
   [[nodiscard]] QPoint placeOf(const QWidget* widget, const QPoint& point) const {
@@ -248,14 +257,30 @@ TEST_F(EditorViewTest, EscapeCancelsUnlessATextIsWritten) {
   const auto listening = platform::NotificationCenter::defaultCenter().addObserver(
       QString::fromLatin1(Notifications::screenshotsChanged), platform::NotificationCenter::Queue::Main,
       [&](const auto&) { ++posted; });
-  QAbstractButton* save = nullptr;
-  for (QAbstractButton* const button : view->findChildren<QAbstractButton*>())
-    if (button->text() == u"Save"_s)
-      save = button;
-  ASSERT_TRUE(save);
-  click(placeOf(save));
+  click(placeOf(saveButton()));
   EXPECT_EQ(closings, 2);
   EXPECT_EQ(posted, 1);
+}
+
+TEST_F(EditorViewTest, WhatCannotBeSavedClosesAndLeavesTheFileAsItWas) {
+  const QString path = home.path(u"picture.png"_s);
+  const QByteArray before = testing_support::contentsOf(path);
+  wait(3s);  // the options go
+  drag(onPicture, onPicture + QPoint(50, 20));
+  const testing_support::LogCapture log;
+  int posted = 0;
+  const auto listening = platform::NotificationCenter::defaultCenter().addObserver(
+      QString::fromLatin1(Notifications::screenshotsChanged), platform::NotificationCenter::Queue::Main,
+      [&](const auto&) { ++posted; });
+  {
+    const testing_support::FileSizeLimit limit(100);
+    click(placeOf(saveButton()));
+  }
+  EXPECT_EQ(closings, 1);
+  EXPECT_EQ(posted, 0);
+  EXPECT_EQ(testing_support::contentsOf(path), before);
+  ASSERT_EQ(log.logged.size(), 1);
+  EXPECT_TRUE(log.logged.front().startsWith(u"Sorrel editor save failed: "_s));
 }
 
 TEST_F(EditorViewTest, TheKeyboardReachesTheOptionsAndHoldsThem) {
