@@ -61,7 +61,8 @@ class Stage {
   void choose(const QString& name) {
     QRect found;
     until("the control is there", [&] { return !(found = reader.placeOf(name)).isNull(); });
-    settleAfter([&] { editor.click(found.center()); });
+    // Programs name places in points, wherever a point is more than a pixel.
+    settleAfter([&] { editor.click((QPointF(found.center()) * desktop.scale()).toPoint()); });
   }
   void showOptions(Tool tool) {
     settleAfter([&] { editor.showOptions(tool); });
