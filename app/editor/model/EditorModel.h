@@ -106,6 +106,8 @@ class EditorModel {
 
   /// The base image as it is shown at that size, or itself if it is no larger; kept as long.
   [[nodiscard]] QImage reduced(const QSize& shown);
+  /// Gives back what is kept of the size at which the picture was last shown as a whole.
+  void dropReduced() { asShown = {}; }
 
   /// Takes the last undoable edit back.
   void undoLast();

@@ -15,6 +15,8 @@ constexpr double squaresFrom = 3;
 void BlurPictures::show(const CanvasView& next) {
   view = next;
   kept = {};
+  if (!view.isWhole())
+    model.dropReduced();
 }
 
 bool BlurPictures::isModelsOwn() const {
@@ -25,6 +27,12 @@ QImage BlurPictures::scaled(const platform::PicturePart& picture, const QRect& p
   const bool isClose = view.shown.width() >= squaresFrom * picture.whole.width();
   return platform::scaledPart(picture, view.shown, part.translated(view.area.topLeft()),
                               isClose ? platform::Enlarging::Squares : platform::Enlarging::Smooth);
+}
+
+QImage BlurPictures::base() const {
+  if (isModelsOwn())
+    return model.reduced(view.shown);
+  return scaled({model.baseImage, {}, model.imagePixelSize}, view.layerRect());
 }
 
 void BlurPictures::paintBase(QImage& layer, const QRect& part) const {

@@ -23,6 +23,8 @@ class BlurPictures {
   /// For another view, or the same one of another picture.
   void show(const CanvasView& next);
 
+  /// All of the base image that the layer shows. Shared with the document if it has the same.
+  [[nodiscard]] QImage base() const;
   /// Writes the base image into a rectangle of the layer.
   void paintBase(QImage& layer, const QRect& part) const;
   /// The filtered picture, on the layer; only within `part` its pixels are of use.

@@ -212,7 +212,7 @@ void Canvas::beginStretching() {
   CanvasFit whole = place;
   whole.zoom = 1;
   layers.show(place);
-  stretched.begin(layers.picture(marksAre).image, layers.shownView(), model.reduced(whole.shown()));
+  stretched.begin(layers.picture(marksAre).image, layers.shownView(), model.baseImage, whole.shown());
 }
 
 void Canvas::settle() {

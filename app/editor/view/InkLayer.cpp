@@ -35,24 +35,32 @@ void InkLayer::show(const CanvasView& next) {
   (void)dropGesture();
   forget();
   const CanvasView last = std::exchange(view, next);
-  if (view.isScrolledFrom(last) && painted == model.strokes->size()) {
+  const qsizetype count = model.strokes->size();
+  if (!ink.isNull() && count > 0 && view.isScrolledFrom(last) && painted == count) {
     ink = scrolledLayer(ink, last, view);
     for (const QRect& strip : QRegion(view.layerRect()) - view.sharedWith(last)) {
       clear(ink, strip);
       paintCommitted(0, painted, strip);
     }
   } else {
-    ink = newLayer(view.area.size());
-    clear(ink, view.layerRect());
-    painted = model.strokes->size();
+    ink = {};
+    painted = count;
     paintCommitted(0, painted, view.layerRect());
   }
   (void)followGesture();
 }
 
-void InkLayer::paintCommitted(qsizetype from, qsizetype count, const QRect& part) {
-  if (part.isEmpty())
+void InkLayer::needPixels() {
+  if (!ink.isNull())
     return;
+  ink = newLayer(view.area.size());
+  clear(ink, view.layerRect());
+}
+
+void InkLayer::paintCommitted(qsizetype from, qsizetype count, const QRect& part) {
+  if (part.isEmpty() || count == 0)
+    return;
+  needPixels();
   DrawingSurface surface(std::move(ink), part);
   const auto& strokes = model.strokes.get();
   paintStrokes(surface, from == 0 && count == strokes.size() ? strokes : strokes.sliced(from, count),
@@ -75,6 +83,7 @@ QRect InkLayer::followStrokes() {
   for (; painted < count; ++painted) {
     const QRect bounds = pixelsOf(boundsOf(strokes[painted]), view.placement()) & view.layerRect();
     SavedTiles tiles;
+    needPixels();
     tiles.save(ink, bounds);
     paintCommitted(painted, 1, bounds);
     remember(std::move(tiles));
@@ -94,7 +103,7 @@ QRect InkLayer::takeBack(qsizetype count) {
     --painted;
   }
   if (painted > count) {
-    clear(ink, view.layerRect());
+    ink = {};
     painted = std::max<qsizetype>(count - rememberedStrokes, 0);
     paintCommitted(0, painted, view.layerRect());
     changed = view.layerRect();
@@ -136,6 +145,7 @@ QRect InkLayer::lengthen(const PenStroke& stroke) {
     changed |= gesture.mask.append(placement.point(stroke.points[gesture.points]));
   if (changed.isEmpty())
     return changed;
+  needPixels();
   gesture.before.save(ink, changed);
   gesture.before.restore(ink, changed);
   DrawingSurface surface(std::move(ink), changed);

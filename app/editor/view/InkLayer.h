@@ -33,9 +33,11 @@ class InkLayer {
   /// Strokes have been added or taken.
   [[nodiscard]] QRect followStrokes();
 
+  /// Null while nothing has been drawn.
   [[nodiscard]] const QImage& pixels() const { return ink; }
 
  private:
+  void needPixels();
   void paintCommitted(qsizetype from, qsizetype count, const QRect& part);
   [[nodiscard]] QRect takeBack(qsizetype count);
   void remember(SavedTiles before);

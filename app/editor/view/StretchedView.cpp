@@ -4,10 +4,11 @@
 
 namespace sorrel {
 
-void StretchedView::begin(const QImage& together, const CanvasView& shown, const QImage& picture) {
+void StretchedView::begin(const QImage& together, const CanvasView& shown, const QImage& picture,
+                          const QSize& fitted) {
   pixels = together;
   view = shown;
-  whole = view.isWhole() ? QImage() : picture;
+  whole = view.isWhole() ? QImage() : picture.scaled(fitted).convertToFormat(together.format());
 }
 
 void StretchedView::paint(QPainter& painter, const QRect& picture) const {

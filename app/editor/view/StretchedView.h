@@ -13,8 +13,9 @@ namespace sorrel {
 class StretchedView {
  public:
   [[nodiscard]] bool isShown() const { return !pixels.isNull(); }
-  /// `together`: of that view. `whole`: the picture, for what comes into view from beyond.
-  void begin(const QImage& together, const CanvasView& view, const QImage& whole);
+  /// `together`: of that view. `picture`: the base image, of which a copy of the size `fitted` serves for
+  /// what comes into view from beyond.
+  void begin(const QImage& together, const CanvasView& view, const QImage& picture, const QSize& fitted);
   void end() { pixels = whole = {}; }
 
   /// With the whole picture on that rectangle.

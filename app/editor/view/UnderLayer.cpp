@@ -23,6 +23,7 @@ QRect inside(const QRectF& rectangle) {
 void UnderLayer::reset() {
   view = {};
   gesture = {};
+  under = {};
 }
 
 void UnderLayer::show(const CanvasView& next) {
@@ -36,8 +37,8 @@ void UnderLayer::show(const CanvasView& next) {
     for (const QRect& strip : QRegion(view.layerRect()) - view.sharedWith(last))
       paint(strip);
   } else {
-    under = newLayer(view.area.size());
-    paint(view.layerRect());
+    under = pictures.base();
+    paintRegions(view.layerRect());
   }
   (void)followGesture();
 }
@@ -54,6 +55,10 @@ void UnderLayer::paint(const QRect& part) {
   if (part.isEmpty())
     return;
   pictures.paintBase(under, part);
+  paintRegions(part);
+}
+
+void UnderLayer::paintRegions(const QRect& part) {
   const Placement placement = view.placement();
   std::array<QRegion, 2> needed;
   for (const BlurRegion& region : model.blurRegions.get())

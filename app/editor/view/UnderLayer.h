@@ -40,6 +40,7 @@ class UnderLayer {
   };
 
   void paint(const QRect& part);
+  void paintRegions(const QRect& part);
   [[nodiscard]] QRect lengthenBrush();
   [[nodiscard]] QRegion stretchArea();
   [[nodiscard]] QRect dropGesture();
@@ -50,7 +51,7 @@ class UnderLayer {
   EditorModel& model;
   BlurPictures pictures;
   CanvasView view;
-  QImage under;
+  QImage under;  // the document's own until something is painted into it
   Gesture gesture;
 };
 
