@@ -114,7 +114,9 @@ OptionsPopover::OptionsPopover(EditorModel& shown, QWidget* parent)
   showTool();
 }
 
-OptionsPopover::~OptionsPopover() = default;
+OptionsPopover::~OptionsPopover() {
+  disconnect(qApp, nullptr, this, nullptr);  // its parts lose the keyboard as they go
+}
 
 bool OptionsPopover::eventFilter(QObject* watched, QEvent* event) {
   const bool isContent = watched == content && event->type() == QEvent::LayoutRequest;
