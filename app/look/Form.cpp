@@ -20,7 +20,9 @@ constexpr TextStyle warningText{11, QFont::Normal, LookColors::warning};
 constexpr int formSide = 20, formBottom = 14;
 constexpr int groupGap = 13;
 constexpr int titleGap = 5;
-constexpr int rowSide = 12, rowEdge = 5, rowHeight = 36, rowGap = 12;
+constexpr int rowSide = 12, rowEdge = 5, rowGap = 12;
+// At least. A least height of the row itself would be instead of its contents' own.
+constexpr int contentHeight = 26;
 constexpr int captionEdge = 6;
 constexpr qreal sheetRadius = 9;
 constexpr int signSide = 13, signGap = 5;
@@ -74,8 +76,8 @@ FormRow::FormRow(QWidget* rowControl, QWidget* parent)
   row->setSpacing(rowGap);
   row->addWidget(label, 1);
   row->addWidget(control);
+  row->addStrut(contentHeight);
   label->setBuddy(control);
-  setMinimumHeight(rowHeight);
 }
 
 void FormRow::setLabel(const QString& title) {
@@ -147,7 +149,7 @@ QWidget* FormGroup::addWide(QWidget* contents) {
   auto* const layout = new QHBoxLayout(row);
   layout->setContentsMargins(rowSide, rowEdge, rowSide, rowEdge);
   layout->addWidget(contents);
-  row->setMinimumHeight(rowHeight);
+  layout->addStrut(contentHeight);
   sheet->add(row);
   return row;
 }
