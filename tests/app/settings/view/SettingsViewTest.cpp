@@ -21,6 +21,7 @@
 #include <QFile>
 #include <QImage>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QTabBar>
 #include <QTest>
 
@@ -248,6 +249,23 @@ TEST_F(SettingsViewTest, LogosAreAddedSeveralAtOnceAndRemoved) {
   }
   EXPECT_TRUE(text().contains(u"No logos yet"_s));
   EXPECT_TRUE(QFile::exists(home.path(u"one.png"_s))) << "the copy alone went";
+}
+
+TEST_F(SettingsViewTest, EveryLogoCanBeReached) {
+  QImage picture(8, 8, QImage::Format_RGB32);
+  picture.fill(Qt::red);
+  ASSERT_TRUE(picture.save(home.path(u"logo.png"_s)));
+  for (int i = 0; i < 50; ++i)
+    ASSERT_TRUE(WatermarkPresets::add(QUrl::fromLocalFile(home.path(u"logo.png"_s))));
+  open(watermark);
+  QApplication::processEvents();
+  auto* const form = view->findChild<QScrollArea*>();
+  auto* const addLogo = control(u"Add Logos…"_s);
+  form->ensureWidgetVisible(addLogo);
+  EXPECT_EQ(addLogo->visibleRegion(), QRegion(addLogo->rect()));
+  for (const auto* logo : view->findChildren<QAbstractButton*>())
+    EXPECT_TRUE(logo->accessibleName() != u"Delete this logo"_s ||
+                form->widget()->rect().contains(QRect(logo->mapTo(form->widget(), QPoint()), logo->size())));
 }
 
 TEST_F(SettingsViewTest, AFontIsChosenAmongTheInstalledAndGivenUp) {
