@@ -1,5 +1,6 @@
 // What is on the screen lands in the bottle, pixel for pixel.
 
+#include "tests/e2e/Editor.h"
 #include "tests/e2e/Sorrel.h"
 
 #include <gtest/gtest.h>
@@ -36,9 +37,14 @@ TEST_F(Capture, ReachesOverTwoMonitors) {
   const QImage before = desktop.screen().settledPicture();
   for (const QRect area : {QRect(400, 150, 250, 200), QRect(512, 100, 512, 540)}) {
     const QStringList present = sorrel.bottle();
-    sorrel.beginCapture(KEY_D);  // after which no panel covers the second area
+    sorrel.beginCapture(KEY_D);
     sorrel.drag(area);
     EXPECT_EQ(load(sorrel.waitForCapture(present)), before.copy(area));
+    const Editor editor(desktop);
+    (void)editor.waitUntilOpen();
+    desktop.input().tapKey(KEY_ESC);
+    editor.waitUntilClosed();
+    (void)desktop.screen().settledPicture();
   }
 }
 
