@@ -5,6 +5,7 @@
 
 #include <QPainter>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 
 using namespace sorrel;
@@ -71,6 +72,48 @@ TEST_F(CropToolTest, EachHandleMovesItsEdgesAndThenTheWholeMoves) {
   EXPECT_EQ(tool->rectangle(), QRectF(QPointF(240, 80), QPointF(1000, 500))) << "as far as the picture goes";
   drag({60, 550}, {40, 550});
   EXPECT_EQ(tool->rectangle(), QRectF(QPointF(220, 80), QPointF(980, 500))) << "also from beside it";
+}
+
+TEST_F(CropToolTest, HandlesAreWhereTheyAreSeenOnAZoomedAndScrolledPicture) {
+  drag({0, 0}, {420, 240});
+  drag({1000, 600}, {560, 350});
+  for (int step = 0; step < 3; ++step)
+    canvas->zoomIn();
+  clock.advance(std::chrono::seconds(1));
+  canvas->horizontalScrollBar()->setValue(canvas->horizontalScrollBar()->value() + 37);
+  canvas->verticalScrollBar()->setValue(canvas->verticalScrollBar()->value() - 21);
+  const double scale = canvas->canvasScale();
+  ASSERT_NEAR(scale, 0.5 * 3.375, 1e-9);
+  const double inset = 3 / scale;  // within reach, and beside the exact place
+  for (const CropHandle handle :
+       {CropHandle::topLeft, CropHandle::topRight, CropHandle::bottomLeft, CropHandle::bottomRight,
+        CropHandle::top, CropHandle::bottom, CropHandle::left, CropHandle::right, CropHandle::move}) {
+    const QRectF before = *tool->rectangle();
+    const QRectF inner = before.adjusted(inset, inset, -inset, -inset);
+    const QPointF middle = before.center();
+    const QPointF places[] = {inner.topLeft(),
+                              inner.topRight(),
+                              inner.bottomLeft(),
+                              inner.bottomRight(),
+                              {middle.x(), inner.top()},
+                              {middle.x(), inner.bottom()},
+                              {inner.left(), middle.y()},
+                              {inner.right(), middle.y()},
+                              middle};
+    const QPoint from = canvas->fit().toCanvas(places[int(handle)]).toPoint();
+    const QPoint by(6, 4);
+    ASSERT_TRUE(canvas->viewport()->rect().contains(from));
+    QTest::mousePress(canvas->viewport(), Qt::LeftButton, {}, from);
+    QTest::mouseMove(canvas->viewport(), from + by);
+    QTest::mouseRelease(canvas->viewport(), Qt::LeftButton, {}, from + by);
+    const QRectF expected = applyCropDrag(handle, before, QPointF(by) / scale, model->displaySize.get());
+    const QRectF now = *tool->rectangle();
+    // The picture is shown in whole pixels, not quite at that scale.
+    EXPECT_NEAR(now.left(), expected.left(), 0.01) << int(handle);
+    EXPECT_NEAR(now.top(), expected.top(), 0.01) << int(handle);
+    EXPECT_NEAR(now.right(), expected.right(), 0.01) << int(handle);
+    EXPECT_NEAR(now.bottom(), expected.bottom(), 0.01) << int(handle);
+  }
 }
 
 TEST_F(CropToolTest, ReturnCropsToExactlyTheRectangle) {
