@@ -3,6 +3,7 @@
 
 #include "demo/DrawingProgram.h"
 #include "demo/FilledBottle.h"
+#include "demo/Sheet.h"
 #include "demo/TourScenery.h"
 #include "tests/e2e/Panel.h"
 #include "tests/support/SettingsPortal.h"
@@ -64,28 +65,6 @@ class Stage {
     return screen.copy(panel->window()->frame.adjusted(-48, -32, 8, 48) & screen.rect());
   }
 };
-
-/// Pictures beside each other, in rows.
-QImage sheetOf(const std::vector<QImage>& pictures, std::size_t columns) {
-  std::vector<QRect> places;
-  QPoint corner;
-  QSize whole;
-  int rowHeight = 0;
-  for (std::size_t i = 0; i < pictures.size(); ++i) {
-    if (i % columns == 0)
-      corner = {0, corner.y() + std::exchange(rowHeight, 0)};
-    places.emplace_back(corner, pictures[i].size());
-    corner.rx() += pictures[i].width();
-    rowHeight = std::max(rowHeight, pictures[i].height());
-    whole = whole.expandedTo({corner.x(), corner.y() + rowHeight});
-  }
-  QImage sheet(whole, QImage::Format_RGB32);
-  sheet.fill(Qt::white);
-  QPainter painter(&sheet);
-  for (std::size_t i = 0; i < pictures.size(); ++i)
-    painter.drawImage(places[i].topLeft(), pictures[i]);
-  return sheet;
-}
 
 /// Empty, with 1, 9 and 200 pictures; hovered over, selected, copied from, locked.
 QImage states(Stage& stage) {
