@@ -1,0 +1,60 @@
+#include "platform/wayland/WaylandConnection.h"
+
+#include <QGuiApplication>
+#include <qpa/qplatformnativeinterface.h>
+
+namespace platform {
+
+namespace {
+
+/// nullptr where the toolkit's platform is another.
+QPlatformNativeInterface* toolkit() {
+  return qGuiApp && QGuiApplication::platformName().startsWith(QLatin1String("wayland"))
+             ? QGuiApplication::platformNativeInterface()
+             : nullptr;
+}
+
+void* resource(const char* name) {
+  QPlatformNativeInterface* const native = toolkit();
+  return native ? native->nativeResourceForIntegration(name) : nullptr;
+}
+
+}  // namespace
+
+wl_display* waylandDisplay() {
+  return static_cast<wl_display*>(resource("wl_display"));
+}
+
+const WaylandGlobals* waylandGlobals() {
+  wl_display* const display = waylandDisplay();
+  if (!display)
+    return nullptr;
+  // Never ended: the toolkit's connection is gone before static objects are.
+  static const auto* const globals = new WaylandGlobals(display);
+  return globals;
+}
+
+wl_surface* waylandSurface(const QWindow& window) {
+  QPlatformNativeInterface* const native = toolkit();
+  return native ? static_cast<wl_surface*>(
+                      native->nativeResourceForWindow("surface", const_cast<QWindow*>(&window)))
+                : nullptr;
+}
+
+wl_output* waylandOutput(const QScreen& screen) {
+  QPlatformNativeInterface* const native = toolkit();
+  return native ? static_cast<wl_output*>(
+                      native->nativeResourceForScreen("output", const_cast<QScreen*>(&screen)))
+                : nullptr;
+}
+
+wl_seat* waylandSeat() {
+  return static_cast<wl_seat*>(resource("wl_seat"));
+}
+
+std::uint32_t waylandInputSerial() {
+  // The toolkit answers with a number in the shape of a pointer.
+  return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(resource("serial")));
+}
+
+}  // namespace platform
