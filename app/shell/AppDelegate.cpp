@@ -58,21 +58,33 @@ void AppDelegate::applicationShouldHandleReopen() {
 }
 
 void AppDelegate::setUpShortcuts() {
-  const auto bind = [this](const KeyboardShortcuts::Name& name, void (*action)(AppDelegate&)) {
-    subscriptions.push_back(KeyboardShortcuts::onKeyDown(name, [this, action] {
-      // An open menu holds the pointer and the keyboard, which the capture tool needs.
-      if (item)
-        item->cancelTracking();
-      action(*this);
-    }));
+  const auto bind = [this](const KeyboardShortcuts::Name& name, Action action) {
+    subscriptions.push_back(KeyboardShortcuts::onKeyDown(name, [this, action] { perform(action); }));
   };
-  bind(ShortcutNames::captureNormal(),
-       [](AppDelegate& self) { self.presentCaptureMenu(CaptureMode::normal); });
-  bind(ShortcutNames::captureFeature(),
-       [](AppDelegate& self) { self.presentCaptureMenu(CaptureMode::feature); });
-  bind(ShortcutNames::captureClipboard(),
-       [](AppDelegate&) { CaptureService::shared().interactiveCaptureToClipboard(); });
-  bind(ShortcutNames::openHistory(), [](AppDelegate& self) { self.openPanel(); });
+  bind(ShortcutNames::captureNormal(), Action::Capture);
+  bind(ShortcutNames::captureFeature(), Action::CaptureAndEdit);
+  bind(ShortcutNames::captureClipboard(), Action::CaptureToClipboard);
+  bind(ShortcutNames::openHistory(), Action::History);
+}
+
+void AppDelegate::perform(Action action) {
+  // An open menu holds the pointer and the keyboard, which the capture tool needs.
+  if (item)
+    item->cancelTracking();
+  switch (action) {
+    case Action::Capture:
+      return presentCaptureMenu(CaptureMode::normal);
+    case Action::CaptureAndEdit:
+      return presentCaptureMenu(CaptureMode::feature);
+    case Action::CaptureToClipboard:
+      return CaptureService::shared().interactiveCaptureToClipboard();
+    case Action::History:
+      return openPanel();
+    case Action::Settings:
+      return openSettings();
+    case Action::Quit:
+      return quit();
+  }
 }
 
 void AppDelegate::registerObservers() {

@@ -2,6 +2,7 @@
 
 #include "app/history/HistoryPanelController.h"
 #include "app/history/HistoryViewModel.h"
+#include "app/shell/Actions.h"
 #include "platform/base/MainQueue.h"
 #include "platform/base/Menu.h"
 #include "platform/base/NotificationCenter.h"
@@ -39,6 +40,9 @@ class AppDelegate {
   void applicationDidFinishLaunching();
   /// The user started the program again: what he looks for is the history.
   void applicationShouldHandleReopen();
+
+  /// What the hot key of the action does, or the row of the menu.
+  void perform(Action action);
 
   [[nodiscard]] const platform::StatusItem* statusItem() const { return item.get(); }
   std::shared_ptr<const platform::Menu> buildContextMenu();

@@ -14,22 +14,24 @@ namespace sorrel {
 
 class AppDelegate;
 
-/// The program from its start to its end. Takes no arguments of its own, only the toolkit's.
+/// The one instance of the program that runs on a display, from its start to its end.
 class SorrelApp {
  public:
-  SorrelApp(int& argc, char** argv);
+  /// `instance` is the first one, and outlives this.
+  SorrelApp(int& argc, char** argv, platform::SingleInstance& instance);
   ~SorrelApp();
   SorrelApp(const SorrelApp&) = delete;
   SorrelApp& operator=(const SorrelApp&) = delete;
 
-  /// Returns the exit status. Where the program runs already on this display, that instance comes forward and
-  /// this one ends at once, with status 0.
-  [[nodiscard]] int run();
+  /// Does what the program was started for as soon as the hot keys are there. Returns the exit status.
+  [[nodiscard]] int run(const platform::LaunchRequest& request);
 
  private:
+  void act(const platform::LaunchRequest& request);
+
   QApplication application;
   platform::Environment environment;  // goes before the connection to the display does
-  platform::SingleInstance instance;
+  platform::SingleInstance& instance;
   std::optional<platform::DesktopAppearance> appearance;
   EditorWindowController editor;
   SettingsWindowController settings;

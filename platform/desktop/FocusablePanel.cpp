@@ -1,6 +1,7 @@
 #include "platform/desktop/FocusablePanel.h"
 
 #include "platform/base/NotificationCenter.h"
+#include "platform/desktop/ActivationToken.h"
 #include "platform/desktop/WindowShape.h"
 #include "platform/desktop/panel/PanelHints.h"
 
@@ -58,7 +59,7 @@ void FocusablePanel::appear(const QRectF& place, const QPointF& offset, std::chr
   setWindowOpacity(isMoving ? 0 : 1);
   show();
   raise();
-  activateWindow();
+  askForKeyboard(*this);
 }
 
 void FocusablePanel::didShow() {

@@ -1,6 +1,7 @@
 #include "platform/desktop/WindowFront.h"
 
 #include "platform/base/Locations.h"
+#include "platform/desktop/ActivationToken.h"
 #include "platform/x11/X11Connection.h"
 
 #include <QFile>
@@ -33,7 +34,7 @@ void bringToFront(QWidget& window) {
   window.setWindowState((window.windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
   window.show();
   window.raise();
-  window.activateWindow();
+  askForKeyboard(window);
 }
 
 }  // namespace platform

@@ -27,6 +27,36 @@
     <message id="menu.toolTip.many">
       <translation>Sorrel: %1 screenshots in the bottle</translation>
     </message>
+    <message id="commandLine.usage">
+      <translation>Usage: sorrel [OPTION]</translation>
+    </message>
+    <message id="commandLine.about">
+      <translation>Starts Sorrel in the tray. An option is passed to the Sorrel that is running, or acts once it has started.</translation>
+    </message>
+    <message id="commandLine.capture">
+      <translation>capture a part of the screen, then show the history</translation>
+    </message>
+    <message id="commandLine.captureAndEdit">
+      <translation>capture a part of the screen, then open it in the editor</translation>
+    </message>
+    <message id="commandLine.captureToClipboard">
+      <translation>capture a part of the screen to the clipboard</translation>
+    </message>
+    <message id="commandLine.history">
+      <translation>open or close the history</translation>
+    </message>
+    <message id="commandLine.settings">
+      <translation>open the settings</translation>
+    </message>
+    <message id="commandLine.quit">
+      <translation>quit the Sorrel that is running</translation>
+    </message>
+    <message id="commandLine.version">
+      <translation>print the version</translation>
+    </message>
+    <message id="commandLine.help">
+      <translation>print this help</translation>
+    </message>
     <message id="clipboard.copied.quillon">
       <translation>Copied to Quillon</translation>
     </message>

@@ -27,6 +27,36 @@
     <message id="menu.toolTip.many">
       <translation>Sorrel: 병에 스크린샷 %1장</translation>
     </message>
+    <message id="commandLine.usage">
+      <translation>사용법: sorrel [옵션]</translation>
+    </message>
+    <message id="commandLine.about">
+      <translation>트레이에서 Sorrel을 시작합니다. 이미 실행 중이면 옵션을 그쪽에 전달하고, 아니면 시작한 뒤 수행합니다.</translation>
+    </message>
+    <message id="commandLine.capture">
+      <translation>화면 일부를 캡처하고 캡처 기록 열기</translation>
+    </message>
+    <message id="commandLine.captureAndEdit">
+      <translation>화면 일부를 캡처해 편집기에서 열기</translation>
+    </message>
+    <message id="commandLine.captureToClipboard">
+      <translation>화면 일부를 클립보드로 캡처</translation>
+    </message>
+    <message id="commandLine.history">
+      <translation>캡처 기록 열기 또는 닫기</translation>
+    </message>
+    <message id="commandLine.settings">
+      <translation>설정 열기</translation>
+    </message>
+    <message id="commandLine.quit">
+      <translation>실행 중인 Sorrel 종료</translation>
+    </message>
+    <message id="commandLine.version">
+      <translation>버전 표시</translation>
+    </message>
+    <message id="commandLine.help">
+      <translation>이 도움말 표시</translation>
+    </message>
     <message id="clipboard.copied.quillon">
       <translation>Quillon에 복사했습니다</translation>
     </message>

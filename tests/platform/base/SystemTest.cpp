@@ -1,7 +1,6 @@
 #include "platform/base/Directory.h"
 #include "platform/base/FilePath.h"
 #include "platform/base/Locations.h"
-#include "platform/base/SingleInstance.h"
 #include "platform/base/Task.h"
 #include "platform/base/TerminationSignals.h"
 #include "tests/support/Files.h"
@@ -168,48 +167,6 @@ TEST(TaskTest, AnOwnedChildAnswersAndGoesWithItsOwner) {
   until("the child waits", [&] { return number() > 0; });
   unwanted = OwnedTask();
   until("the child is gone", [&] { return kill(number(), 0) != 0; });
-}
-
-TEST(SingleInstanceTest, ASessionIsTheSameByAllItsNames) {
-  const auto x11 = [](const char* display) {
-    return SingleInstance::sessionName(QString::fromLatin1(display), {});
-  };
-  for (const char* same : {":0.0", ":0.1", "unix:0", "unix:0.0", "unix/:0", "host/unix:0"})
-    EXPECT_EQ(x11(same), x11(":0")) << same;
-  for (const char* another : {":1", ":10", "localhost:0", "host:0", "odd", ""})
-    EXPECT_NE(x11(another), x11(":0")) << another;
-  EXPECT_EQ(x11("Host:10.0"), x11("tcp/host:10"));
-  EXPECT_NE(x11("host:0"), x11("host:1"));
-  const ScratchHome home;
-  const auto wayland = [](const QString& name) { return SingleInstance::sessionName(u":0"_s, name); };
-  EXPECT_EQ(wayland(u"wayland-0"_s), wayland(home.path(u".runtime/wayland-0"_s)));
-  EXPECT_NE(wayland(u"wayland-0"_s), wayland(u"wayland-1"_s));
-  EXPECT_NE(wayland(u"wayland-0"_s), x11(":0"));
-}
-
-TEST(SingleInstanceTest, TheSecondRingsTheFirst) {
-  const ScratchHome home;
-  auto first = std::make_unique<SingleInstance>();
-  ASSERT_TRUE(first->isFirst());
-  QEventLoop loop;
-  int rung = 0;
-  first->setRungHandler([&] {
-    ++rung;
-    loop.quit();
-  });
-  EXPECT_FALSE(SingleInstance().isFirst());
-  loop.exec();
-  EXPECT_EQ(rung, 1);
-
-  qputenv("DISPLAY", "another:7.1");
-  EXPECT_TRUE(SingleInstance().isFirst()) << "another display has an instance of its own";
-  qunsetenv("DISPLAY");
-
-  first.reset();
-  EXPECT_TRUE(SingleInstance().isFirst()) << "after the first ended, the next is the first";
-
-  qputenv("XDG_RUNTIME_DIR", QFile::encodeName(home.write(u"not a folder"_s)));
-  EXPECT_TRUE(SingleInstance().isFirst()) << "without a folder for it the program still runs";
 }
 
 TEST(TerminationSignalsTest, ASignalBecomesACallFromTheEventLoop) {
