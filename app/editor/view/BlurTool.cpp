@@ -70,10 +70,11 @@ std::vector<BlurTool::Line> BlurTool::guide() const {
     const std::optional<QPointF> center = stroke && !stroke->isEmpty() ? stroke->last() : hoverLocation;
     if (!center)
       return {};
-    const double radius = model.blurBrushWidth / 2;
-    Line& circle = lines.emplace_back();
-    circle.path.addEllipse(*center, radius, radius);
-    circle.bounds = {circle.path.boundingRect().adjusted(-guideReach, -guideReach, guideReach, guideReach)};
+    Line& brush = lines.emplace_back();
+    brush.center = *center;
+    brush.diameter = model.blurBrushWidth;
+    const double reach = brush.diameter / 2 + guideReach;
+    brush.bounds = {QRectF(*center - QPointF(reach, reach), *center + QPointF(reach, reach))};
   } else if (const auto& area = model.currentBlurRect.get()) {
     Line& frame = lines.emplace_back();
     frame.path.addRoundedRect(*area, areaCornerRadius, areaCornerRadius);
@@ -103,7 +104,10 @@ void BlurTool::updateGuide() {
 
 void BlurTool::paintOver(QPainter& painter, double) const {
   for (const Line& line : shown)
-    strokeGuide(painter, line.path, line.emphasis);
+    if (line.diameter > 0)
+      circle.paint(painter, line.center, line.diameter);
+    else
+      strokeGuide(painter, line.path, line.emphasis);
 }
 
 }  // namespace sorrel

@@ -33,9 +33,11 @@ class BlurTool : public CanvasTool {
   void paintOver(QPainter& painter, double scale) const override;
 
  private:
-  /// One stroke of the guide, and the rectangles that hold it.
+  /// One stroke of the guide, a path or a circle, and the rectangles that hold it.
   struct Line {
     QPainterPath path;
+    QPointF center;
+    double diameter = 0;
     Emphasis emphasis = Emphasis::Emphasized;
     std::vector<QRectF> bounds;
   };
@@ -49,6 +51,7 @@ class BlurTool : public CanvasTool {
   QPointF start;  // of an area
   std::optional<QPointF> hoverLocation;
   std::vector<Line> shown;
+  mutable GuideCircle circle;
   platform::Subscription settings;
   platform::WorkItem settingsUpdate;
 };

@@ -294,10 +294,10 @@ void Canvas::paintEvent(QPaintEvent* event) {
 
 void Canvas::paintPicture(QPainter& painter, const QRect& exposed) {
   const QRect picture = place.picture();
-  if (!layers.isOpaque() || !picture.contains(exposed))
-    backdrop.paint(painter, exposed, picture, place.ratio);
+  for (const QRect& seen : layers.isOpaque() ? QRegion(exposed) - picture : QRegion(exposed))
+    backdrop.paint(painter, seen, picture, place.ratio);
   if (stretched.isShown())
-    return stretched.paint(painter, picture);
+    return stretched.paint(painter, picture, exposed);
   const PlacedPicture pixels = layers.picture(marksAre);
   const QRect part = exposed.translated(-picture.topLeft()) & QRect(pixels.topLeft, pixels.image.size());
   if (part.isEmpty())

@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QPen>
 
+#include <cmath>
+
 namespace sorrel {
 namespace {
 
@@ -49,6 +51,34 @@ void strokeGuide(QPainter& painter, const QPainterPath& path, Emphasis emphasis)
   const bool isEmphasized = emphasis == Emphasis::Emphasized;
   strokeDashes(painter, path, Qt::black, isEmphasized ? 0.55 : 0.35, isEmphasized ? 2.5 : 2);
   strokeDashes(painter, path, accent, isEmphasized ? 1 : 0.75, isEmphasized ? 1.5 : 1);
+  painter.restore();
+}
+
+void GuideCircle::paint(QPainter& painter, const QPointF& center, double diameter) {
+  constexpr int largestKept = 512;  // a larger one would hold much memory for a thin line
+  const QTransform toDevice = painter.deviceTransform();
+  const double scale = toDevice.m11();
+  const int side = 2 * int(std::ceil((diameter / 2 + guideReach) * scale));
+  QPainterPath circle;
+  circle.addEllipse(center, diameter / 2, diameter / 2);
+  if (side > largestKept)
+    return strokeGuide(painter, circle, Emphasis::Emphasized);
+  if (diameter != pictureDiameter || scale != pictureScale) {
+    pictureDiameter = diameter;
+    pictureScale = scale;
+    picture = QImage(side, side, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter once(&picture);
+    once.setRenderHint(QPainter::Antialiasing);
+    once.translate(side / 2, side / 2);
+    once.scale(scale, scale);
+    strokeGuide(once, circle.translated(-center), Emphasis::Emphasized);
+  }
+  const QPointF corner = toDevice.map(center) - QPointF(side / 2, side / 2);
+  painter.save();
+  painter.setTransform(QTransform::fromTranslate(std::round(corner.x()), std::round(corner.y())) *
+                       toDevice.inverted() * painter.transform());
+  painter.drawImage(0, 0, picture);
   painter.restore();
 }
 

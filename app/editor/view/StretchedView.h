@@ -18,8 +18,8 @@ class StretchedView {
   void begin(const QImage& together, const CanvasView& view, const QImage& picture, const QSize& fitted);
   void end() { pixels = whole = {}; }
 
-  /// With the whole picture on that rectangle.
-  void paint(QPainter& painter, const QRect& picture) const;
+  /// What is exposed, with the whole picture on that rectangle; in the painter's unit, a device pixel.
+  void paint(QPainter& painter, const QRect& picture, const QRect& exposed) const;
 
  private:
   QImage pixels;
