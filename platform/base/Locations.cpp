@@ -43,6 +43,10 @@ QString state() {
   return baseFolder("XDG_STATE_HOME", QStringLiteral(".local/state")) + QStringLiteral("/Sorrel");
 }
 
+QString cache() {
+  return baseFolder("XDG_CACHE_HOME", QStringLiteral(".cache")) + QStringLiteral("/Sorrel");
+}
+
 QString runtime() {
   return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/Sorrel");
 }

@@ -17,6 +17,8 @@ namespace Locations {
 [[nodiscard]] QString configuration();
 /// Sorrel's own folder for what outlasts a run and is of no interest to the user.
 [[nodiscard]] QString state();
+/// Sorrel's own folder for what can be got again.
+[[nodiscard]] QString cache();
 /// Sorrel's own folder for sockets and locks, gone with the user's session.
 [[nodiscard]] QString runtime();
 

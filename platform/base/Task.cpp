@@ -50,7 +50,8 @@ Result<OwnedTask> askChild(const Task& task, std::function<void(const TaskAnswer
   QObject::connect(
       running, &QProcess::finished, running,
       [running, onAnswer = std::move(onAnswer)](int status, QProcess::ExitStatus ending) {
-        onAnswer({ending == QProcess::NormalExit && status == 0, running->readAllStandardOutput()});
+        const bool isByItself = ending == QProcess::NormalExit;
+        onAnswer({isByItself && status == 0, running->readAllStandardOutput(), isByItself ? status : -1});
       });
   // It may go during that call, so the process itself goes later.
   return OwnedTask(running, [](QProcess* ended) {

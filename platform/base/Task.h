@@ -34,6 +34,7 @@ using TaskLauncher = std::function<Result<>(const Task& task, std::function<void
 struct TaskAnswer {
   bool isGood = false;  // it ended by itself, with the status 0
   QByteArray output;    // all that it wrote on its standard output
+  int status = -1;      // its exit status; -1 where it didn't end by itself
 };
 
 /// A child that belongs to somebody. When the last of these goes before the child has ended, the child is

@@ -151,12 +151,13 @@ TEST(TaskTest, AnOwnedChildAnswersAndGoesWithItsOwner) {
     owner = *started;
     started = OwnedTask();
     loop.exec();
-    return std::pair(given.isGood, given.output);
+    EXPECT_EQ(given.isGood, given.status == 0);
+    return std::pair(given.status, given.output);
   };
   OwnedTask owner;
-  EXPECT_EQ(run(u"echo one; echo two"_s, owner), std::pair(true, QByteArray("one\ntwo\n")));
-  EXPECT_EQ(run(u"echo one; exit 1"_s, owner), std::pair(false, QByteArray("one\n")));
-  EXPECT_EQ(run(u"echo one; kill -9 $$"_s, owner), std::pair(false, QByteArray("one\n")));
+  EXPECT_EQ(run(u"echo one; echo two"_s, owner), std::pair(0, QByteArray("one\ntwo\n")));
+  EXPECT_EQ(run(u"echo one; exit 17"_s, owner), std::pair(17, QByteArray("one\n")));
+  EXPECT_EQ(run(u"echo one; kill -9 $$"_s, owner), std::pair(-1, QByteArray("one\n")));
   EXPECT_FALSE(ask({u"/no/such/program"_s, {}}, [](const TaskAnswer&) { FAIL(); }));
 
   const ScratchHome home;
