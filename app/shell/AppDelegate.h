@@ -7,7 +7,7 @@
 #include "platform/base/Menu.h"
 #include "platform/base/NotificationCenter.h"
 #include "platform/desktop/StatusItem.h"
-#include "platform/desktop/Updater.h"
+#include "platform/updater/Updater.h"
 
 #include <QUrl>
 

@@ -32,6 +32,8 @@ class UpdaterDouble : public Updater {
     calls << (isAutomatic ? u"automatic"_s : u"manual"_s);
   }
   void checkForUpdates() override { calls << u"check for updates"_s; }
+  [[nodiscard]] Activity activity() const override { return Activity::None; }
+  [[nodiscard]] Subscription observe(std::function<void()>) override { return {}; }
 
  private:
   QStringList& calls;
