@@ -17,4 +17,9 @@ std::optional<Arguments> parseArguments(std::span<const char* const> words) {
   return Arguments{Wish::PictureInFile, std::string(target)};
 }
 
+std::optional<Arguments> parseCommandLine(int count, const char* const* words) {
+  const std::span all(words, static_cast<std::size_t>(count));
+  return parseArguments(all.empty() ? all : all.subspan(1));
+}
+
 }  // namespace screencapture

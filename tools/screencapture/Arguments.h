@@ -23,5 +23,7 @@ inline constexpr int wrongUseStatus = 64;  // EX_USAGE of sysexits.h
 
 /// `words` without the program's name; empty where they are wrong use.
 [[nodiscard]] std::optional<Arguments> parseArguments(std::span<const char* const> words);
+/// The same of what main() is given.
+[[nodiscard]] std::optional<Arguments> parseCommandLine(int count, const char* const* words);
 
 }  // namespace screencapture

@@ -1,6 +1,7 @@
 #include "tools/screencapture/selection/Hint.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace screencapture {
 
@@ -34,6 +35,13 @@ Language languageOf(const std::function<std::string_view(const char*)>& variable
     }
   }
   return Language::English;
+}
+
+Language languageOfUser() {
+  return languageOf([](const char* name) -> std::string_view {
+    const char* const value = std::getenv(name);
+    return value ? value : "";
+  });
 }
 
 Hint::Hint(Language language, const Rectangle& monitor, const Metrics& metrics) {

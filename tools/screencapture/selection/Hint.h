@@ -13,6 +13,8 @@ namespace screencapture {
 /// The first language that the user's environment names and the program speaks, English if there is none.
 /// `variable` gives an environment variable's value, empty where it isn't set.
 [[nodiscard]] Language languageOf(const std::function<std::string_view(const char*)>& variable);
+/// The same of this process's own environment.
+[[nodiscard]] Language languageOfUser();
 
 /// What Space and Escape do, near the lower edge of one monitor: it is there from the start on and fades
 /// after some seconds.

@@ -1,5 +1,7 @@
 #include "tools/screencapture/x11/Input.h"
 
+#include "tools/screencapture/selection/KeySymbols.h"
+
 // A field of this C header is named with a word that C++ keeps for itself.
 #define explicit explicitField
 #include <xcb/xkb.h>
@@ -11,31 +13,6 @@ namespace {
 
 constexpr std::uint16_t pointerEvents =
     XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION;
-
-Key keyOf(xcb_keysym_t symbol) {
-  switch (symbol) {
-    case 0x0020:
-      return Key::Space;
-    case 0xff1b:
-      return Key::Escape;
-    case 0xffe1:  // left
-    case 0xffe2:  // right
-      return Key::Shift;
-    case 0xff0d:
-    case 0xff8d:  // of the keypad
-      return Key::Return;
-    case 0xff51:
-      return Key::Left;
-    case 0xff52:
-      return Key::Up;
-    case 0xff53:
-      return Key::Right;
-    case 0xff54:
-      return Key::Down;
-    default:
-      return Key::Other;
-  }
-}
 
 Button buttonOf(xcb_button_t button) {
   switch (button) {
@@ -161,7 +138,7 @@ Key Input::keyOf(xcb_keycode_t code) {
     const int perKey = mapping ? mapping->keysyms_per_keycode : 0;
     for (int i = 0; perKey > 0 && i < xcb_get_keyboard_mapping_keysyms_length(mapping.get()) / perKey; ++i)
       meanings[static_cast<std::size_t>(display.setup().min_keycode + i)] =
-          screencapture::keyOf(xcb_get_keyboard_mapping_keysyms(mapping.get())[i * perKey]);
+          keyOfSymbol(xcb_get_keyboard_mapping_keysyms(mapping.get())[i * perKey]);
   }
   return meanings[code];
 }

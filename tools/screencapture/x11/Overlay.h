@@ -1,14 +1,11 @@
 #pragma once
 
-#include "tools/screencapture/selection/Artwork.h"
-#include "tools/screencapture/selection/Painting.h"
+#include "tools/screencapture/selection/Canvas.h"
 #include "tools/screencapture/x11/Display.h"
 #include "tools/screencapture/x11/FrozenScreen.h"
 
-#include <functional>
 #include <optional>
 #include <span>
-#include <vector>
 
 namespace screencapture {
 
@@ -20,18 +17,6 @@ struct DrawingFormats {
   /// Empty where the answer names none for either.
   [[nodiscard]] static std::optional<DrawingFormats> from(const xcb_render_query_pict_formats_reply_t& answer,
                                                           const xcb_screen_t& screen);
-};
-
-/// What lies over the frozen screen: plain rectangles, and artwork above them.
-struct Layers {
-  struct Piece {
-    Artwork artwork;
-    Rectangle place;
-  };
-
-  /// For a part of the screen, all within that part.
-  std::function<std::vector<Fill>(const Rectangle& within)> fills;
-  std::vector<Piece> pieces;
 };
 
 /// The window over all monitors that shows the frozen screen and what lies over it.

@@ -9,6 +9,8 @@ namespace screencapture {
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 // How long until input that another program holds is asked for again.
 constexpr std::chrono::milliseconds retryInterval{5};
 constexpr std::uint32_t longestResources = 1 << 16;  // 32-bit words
@@ -54,24 +56,22 @@ Point pointerOf(const Display& display) {
 
 Session::Session(Stage& used)
     : stage(used),
-      pointerAtStart(pointerOf(stage.display)),
-      monitors(monitorsOf(stage.display)),
-      metrics(metricsOf(stage.display)),
+      begun{used.display.size(), monitorsOf(used.display), metricsOf(used.display), pointerOf(used.display)},
       isGranted(stage.input.settle()) {
 }
 
-void Session::run() {
+void Session::run(Use& use) {
   const Display& display = stage.display;
   pollfd waiting{xcb_get_file_descriptor(display.connection()), POLLIN, 0};
   auto lastAttempt = Clock::now();
   while (true) {
     while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(display.connection())})
-      handle(*event);
-    if (gestures().outcome() != Outcome::Open || display.isLost())
+      handle(*event, use);
+    if (use.gestures().outcome() != Outcome::Open || display.isLost())
       return;
     // After a wait for the server, events may have come in with its answer: they must be seen before a wait
     // for new ones.
-    if (draw()) {
+    if (use.draw()) {
       waitForServer();
     } else if (!isGranted && Clock::now() - lastAttempt >= retryInterval) {
       stage.input.request();
@@ -79,26 +79,26 @@ void Session::run() {
       lastAttempt = Clock::now();
     } else {
       display.flush();
-      poll(&waiting, 1, longestWait());
+      poll(&waiting, 1, longestWait(use));
     }
   }
 }
 
 /// For poll(): in milliseconds, -1 for ever.
-int Session::longestWait() const {
+int Session::longestWait(const Use& use) const {
   if (!isGranted)
     return static_cast<int>(retryInterval.count());
-  const auto change = nextChange();
+  const auto change = use.nextChange();
   return change ? static_cast<int>(change->count()) : -1;
 }
 
-void Session::handle(const xcb_generic_event_t& event) {
+void Session::handle(const xcb_generic_event_t& event, Use& use) {
   if ((event.response_type & 0x7f) == XCB_EXPOSE) {
     const auto& exposed = reinterpret_cast<const xcb_expose_event_t&>(event);
-    repaint({exposed.x, exposed.y, exposed.width, exposed.height});
+    use.repaint({exposed.x, exposed.y, exposed.width, exposed.height});
     return;
   }
-  stage.input.deliver(event, gestures());
+  stage.input.deliver(event, use.gestures());
 }
 
 /// Until it has finished drawing. The gestures of that time then become one step, however many they are.

@@ -1,6 +1,7 @@
 #include "tools/screencapture/x11/Stage.h"
 
 #include <cstdio>
+#include <utility>
 #include <xcb/randr.h>
 
 namespace screencapture {
@@ -35,6 +36,21 @@ void Stage::clear() {
   overlay->hide();
   input.release();
   display.flush();
+}
+
+void Stage::paint(std::span<const Rectangle> parts, const Layers& layers) {
+  overlay->paint(parts, layers);
+}
+
+void Stage::setCursor(const Artwork& look) {
+  const xcb_cursor_t before = std::exchange(cursor, overlay->makeCursor(look));
+  input.setCursor(cursor);
+  if (before != XCB_CURSOR_NONE)
+    xcb_free_cursor(display.connection(), before);
+}
+
+std::optional<std::vector<std::uint32_t>> Stage::pixels(const Rectangle& part) const {
+  return frozen.pixels(part);
 }
 
 void complain(const Display& display, const char* reason) {
