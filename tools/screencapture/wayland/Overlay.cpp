@@ -1,0 +1,45 @@
+#include "tools/screencapture/wayland/Overlay.h"
+
+#include <algorithm>
+
+namespace screencapture::wayland {
+
+Overlay::Overlay(const Display& display) {
+  for (const auto& output : display.outputs)
+    surfaces.push_back(std::make_unique<OutputSurface>(display, *output));
+}
+
+void Overlay::show(const FrozenScreen& screen, const std::optional<Color>& veil) {
+  shown.fills = [veil](const Rectangle& within) {
+    return veil ? std::vector<Fill>{{within, *veil}} : std::vector<Fill>();
+  };
+  for (std::size_t i = 0; i < surfaces.size(); ++i)
+    surfaces[i]->show(screen, i, shown);
+}
+
+void Overlay::paint(std::span<const Rectangle> parts, const Layers& layers) {
+  shown = layers;
+  for (const auto& surface : surfaces)
+    surface->change(parts);
+}
+
+void Overlay::update() {
+  for (const auto& surface : surfaces)
+    surface->update();
+}
+
+const OutputSurface* Overlay::find(const wl_surface* surface) const {
+  const auto found =
+      std::ranges::find_if(surfaces, [&](const auto& each) { return each->surface() == surface; });
+  return found == surfaces.end() ? nullptr : found->get();
+}
+
+bool Overlay::isSeen() const {
+  return std::ranges::all_of(surfaces, [](const auto& each) { return each->isSeen(); });
+}
+
+bool Overlay::isClosed() const {
+  return std::ranges::all_of(surfaces, [](const auto& each) { return each->isClosed(); });
+}
+
+}  // namespace screencapture::wayland

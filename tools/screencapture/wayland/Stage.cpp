@@ -1,0 +1,86 @@
+#include "tools/screencapture/wayland/Stage.h"
+
+#include "tools/screencapture/wayland/Screencopy.h"
+
+#include <cstdio>
+
+namespace screencapture::wayland {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// For the copies of all outputs. One that is asleep would let us wait for ever.
+constexpr std::chrono::seconds patience{3};
+
+std::optional<std::vector<Picture>> copyOutputs(Display& display, const Screencopy& copies) {
+  const auto deadline = Clock::now() + patience;
+  while (copies.progress() == Screencopy::Progress::Waiting) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+    if (left.count() <= 0 || !display.handleEvents(left))
+      return std::nullopt;
+  }
+  return copies.progress() == Screencopy::Progress::Done ? copies.pictures() : std::nullopt;
+}
+
+}  // namespace
+
+Stage::Stage(Display& used) : display(used), overlay(used), input(used, overlay) {
+}
+
+std::unique_ptr<Stage> Stage::set(Display& display, const std::optional<Color>& veil) {
+  if (!display.screencopy) {
+    complain(display, "the compositor lets nobody copy the screen");
+    return nullptr;
+  }
+  const Screencopy copies(display);
+  std::unique_ptr<Stage> stage(new Stage(display));
+  auto pictures = copyOutputs(display, copies);
+  if (!pictures) {
+    complain(display, "the screen can't be copied");
+    return nullptr;
+  }
+  stage->freeze(std::move(*pictures));
+  stage->overlay.show(*stage->screen, veil);
+  return stage;
+}
+
+void Stage::freeze(std::vector<Picture> pictures) {
+  std::vector<OutputShape> shapes;
+  for (std::size_t i = 0; i < pictures.size(); ++i)
+    shapes.push_back({display.outputs[i]->logical, pictures[i].size()});
+  screen.emplace(Layout::of(shapes), std::move(pictures));
+}
+
+void Stage::clear() {
+  input.feed(nullptr);
+  overlay.hide();
+  wl_display_flush(display.connection());
+}
+
+void Stage::paint(std::span<const Rectangle> parts, const Layers& layers) {
+  overlay.paint(parts, layers);
+}
+
+void Stage::setCursor(const Artwork& look) {
+  input.setCursor(look, screen->layout.scale);
+}
+
+std::optional<std::vector<std::uint32_t>> Stage::pixels(const Rectangle& part) const {
+  return screen->pixels(part);
+}
+
+Setting Stage::setting() const {
+  const Layout& layout = screen->layout;
+  const Rectangle& first = layout.places.front();
+  return {layout.screen,
+          layout.places,
+          Metrics::at(layout.scale),
+          {first.x + first.width / 2, first.y + first.height / 2}};
+}
+
+void complain(const Display& display, const char* reason) {
+  std::fprintf(stderr, "screencapture: %s\n", display.isLost() ? "lost the compositor" : reason);
+}
+
+}  // namespace screencapture::wayland
