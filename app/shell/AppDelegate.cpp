@@ -11,6 +11,7 @@
 #include "app/settings/SettingsKeys.h"
 #include "app/shell/ShortcutNames.h"
 #include "app/shell/SorrelIcon.h"
+#include "platform/base/Log.h"
 #include "platform/desktop/Workspace.h"
 
 namespace sorrel {
@@ -84,6 +85,17 @@ void AppDelegate::perform(Action action) {
       return openSettings();
     case Action::Quit:
       return quit();
+  }
+}
+
+void AppDelegate::open(const QList<QUrl>& urls) {
+  bool isOpened = false;
+  for (const QUrl& url : urls) {
+    // What the editor can't load it says itself.
+    if (!isOpened && url.isLocalFile())
+      isOpened = windows.openEditor && windows.openEditor(url);
+    else
+      platform::log(QStringLiteral("Sorrel: not opened: ") + url.toDisplayString());
   }
 }
 

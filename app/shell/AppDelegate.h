@@ -27,7 +27,7 @@ class AppDelegate {
   /// The windows that the coordinator opens besides the history panel. One that is empty doesn't exist: what
   /// leads to it does nothing, and its row in the menu can't be chosen.
   struct Windows {
-    std::function<void(QUrl)> openEditor;
+    std::function<bool(QUrl)> openEditor;  // false for what is no picture
     std::function<void()> openSettings;
   };
 
@@ -43,6 +43,10 @@ class AppDelegate {
 
   /// What the hot key of the action does, or the row of the menu.
   void perform(Action action);
+
+  /// The first of these that is a picture opens in the editor, of which there is one; the log names the
+  /// others.
+  void open(const QList<QUrl>& urls);
 
   [[nodiscard]] const platform::StatusItem* statusItem() const { return item.get(); }
   std::shared_ptr<const platform::Menu> buildContextMenu();

@@ -39,32 +39,41 @@ int SorrelApp::run(const platform::LaunchRequest& request) {
   platform::Environment::provide(platform::symbolicHotKeysOfDesktop());
 
   AppDelegate::Windows windows;
-  windows.openEditor = [this](const QUrl& url) { editor.open(url); };
+  windows.openEditor = [this](const QUrl& url) { return editor.open(url); };
   windows.openSettings = [this] { settings.open(); };
   appDelegate = std::make_unique<AppDelegate>(std::move(windows), nullptr, &QApplication::quit);
   platform::Environment::provide(
       std::make_shared<platform::MainMenu>([this] { return appDelegate->buildContextMenu(); }));
   appDelegate->applicationDidFinishLaunching();
   appearance.emplace(AppColors::accent);
-  if (!request.action.isEmpty())
-    act(request);
-  instance.setRequestHandler([this](const platform::LaunchRequest& another) {
-    if (another.action.isEmpty())
-      appDelegate->applicationShouldHandleReopen();
-    else
-      act(another);
-  });
+  beReachable();
+  if (!request.action.isEmpty()) {
+    platform::ActivationToken::keep(request.activationToken);
+    act(request.action);
+  }
   return QApplication::exec();
 }
 
-void SorrelApp::act(const platform::LaunchRequest& request) {
-  const std::optional<Action> action = actionNamed(request.action);
-  if (!action) {
-    platform::log(QStringLiteral("Sorrel: no such action: ") + QString::fromLatin1(request.action));
-    return;
-  }
-  platform::ActivationToken::keep(request.activationToken);
-  appDelegate->perform(*action);
+void SorrelApp::beReachable() {
+  instance.setRequestHandler([this](const platform::LaunchRequest& request) {
+    platform::ActivationToken::keep(request.activationToken);
+    if (request.action.isEmpty())
+      appDelegate->applicationShouldHandleReopen();
+    else if (!act(request.action))
+      platform::log(QStringLiteral("Sorrel: no such action: ") + QString::fromLatin1(request.action));
+  });
+  service.emplace(platform::ApplicationService::Handlers{
+      [this] { appDelegate->applicationShouldHandleReopen(); },
+      [this](const QList<QUrl>& urls) { appDelegate->open(urls); },
+      [this](const QByteArray& action) { return act(action); },
+  });
+}
+
+bool SorrelApp::act(const QByteArray& name) {
+  const std::optional<Action> action = actionNamed(name);
+  if (action)
+    appDelegate->perform(*action);
+  return action.has_value();
 }
 
 }  // namespace sorrel

@@ -4,6 +4,7 @@
 #include "app/settings/view/SettingsWindowController.h"
 #include "platform/base/Environment.h"
 #include "platform/base/SingleInstance.h"
+#include "platform/desktop/ApplicationService.h"
 #include "platform/desktop/DesktopAppearance.h"
 
 #include <QApplication>
@@ -27,7 +28,10 @@ class SorrelApp {
   [[nodiscard]] int run(const platform::LaunchRequest& request);
 
  private:
-  void act(const platform::LaunchRequest& request);
+  /// For those who start the program again, and for those who call it over the desktop.
+  void beReachable();
+  /// False if there is no such action.
+  bool act(const QByteArray& action);
 
   QApplication application;
   platform::Environment environment;  // goes before the connection to the display does
@@ -36,6 +40,7 @@ class SorrelApp {
   EditorWindowController editor;
   SettingsWindowController settings;
   std::unique_ptr<AppDelegate> appDelegate;
+  std::optional<platform::ApplicationService> service;
 };
 
 }  // namespace sorrel

@@ -44,7 +44,8 @@ bool isIconDrawn(const QImage& picture) {
 
 }  // namespace
 
-Sorrel::Sorrel(Desktop& home, const QString& path) : desktop(home), process(home.start({path})) {
+Sorrel::Sorrel(Desktop& home, const QString& path, const QStringList& arguments)
+    : desktop(home), process(home.start(QStringList{path} + arguments)) {
   until("Sorrel's last hot key is there",
         [this] { return !process->isRunning() || desktop.screen().isKeyGrabbed(KEY_F, altShift); });
   if (!process->isRunning())

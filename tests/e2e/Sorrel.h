@@ -10,7 +10,7 @@ namespace e2e {
 class Sorrel {
  public:
   /// Starts it, and waits until its hot keys are there. `program` is the built one unless said otherwise.
-  explicit Sorrel(Desktop& desktop, const QString& program = built());
+  explicit Sorrel(Desktop& desktop, const QString& program = built(), const QStringList& arguments = {});
 
   /// The program in the build tree, beside its capture tool.
   [[nodiscard]] static QString built();

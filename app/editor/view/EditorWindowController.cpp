@@ -71,18 +71,19 @@ void EditorWindowController::DeleteLater::operator()(QWidget* window) const {
   window->deleteLater();
 }
 
-void EditorWindowController::open(const QUrl& url) {
+bool EditorWindowController::open(const QUrl& url) {
   std::unique_ptr<EditorModel> model = EditorModel::open(url);
   if (!model) {
     namespace FilePath = platform::FilePath;
     platform::log(QStringLiteral("Sorrel editor: couldn't load ") +
                   FilePath::text(FilePath::name(FilePath::of(url))));
-    return;
+    return false;
   }
   close();
   shown.reset(windowFor(std::move(model), [this] { close(); }).release());
   platform::setDarkFrame(*shown);
   platform::bringToFront(*shown);
+  return true;
 }
 
 void EditorWindowController::close() {

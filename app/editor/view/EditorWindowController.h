@@ -20,8 +20,8 @@ class EditorWindowController {
   EditorWindowController& operator=(const EditorWindowController&) = delete;
 
   /// Shows the picture in a window in front of all others, with the keyboard in it. For one that can't be
-  /// decoded a line goes to the log and nothing changes.
-  void open(const QUrl& url);
+  /// decoded a line goes to the log and nothing changes: false.
+  bool open(const QUrl& url);
 
   /// The window that was opened last, also after the user has closed it; null once it has gone.
   [[nodiscard]] QWidget* window() const { return shown.get(); }

@@ -51,7 +51,10 @@ class AppDelegateTest : public testing::Test {
             tools.append({task, onTermination});
           return {};
         }));
-    windows.openEditor = [this](const QUrl& url) { calls << u"edit "_s + url.fileName(); };
+    windows.openEditor = [this](const QUrl& url) {
+      calls << u"edit "_s + url.fileName();
+      return !url.fileName().endsWith(u".txt"_s);
+    };
     windows.openSettings = [this] { calls << u"settings"_s; };
   }
 
@@ -167,6 +170,20 @@ TEST_F(AppDelegateTest, EachHotKeyHasItsAction) {
   delegate.reset();
   taken();
   EXPECT_EQ(captured(Key::d, true), QString()) << "what ends after the coordinator did";
+}
+
+TEST_F(AppDelegateTest, OfWhatOthersWantOpenedTheFirstPictureIs) {
+  launch();
+  taken();
+  delegate->open({QUrl(u"https://example.org/x/web.png"_s), QUrl(u"relative.png"_s),
+                  QUrl::fromLocalFile(u"/x/notes.txt"_s), QUrl::fromLocalFile(u"/x/a b.png"_s),
+                  QUrl::fromLocalFile(u"/x/c.png"_s)});
+  EXPECT_EQ(taken(), u"edit notes.txt|edit a b.png"_s);
+  EXPECT_EQ(log.logged.size(), 3) << "what nobody else tells of";
+  delegate->perform(Action::Settings);
+  delegate->perform(Action::Quit);
+  clock.run();
+  EXPECT_EQ(taken(), u"terminate|settings"_s);
 }
 
 TEST_F(AppDelegateTest, EachNotificationHasItsAction) {
