@@ -2,6 +2,7 @@
 
 #include "platform/base/Locations.h"
 #include "platform/base/Task.h"
+#include "platform/desktop/DesktopEntry.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -73,21 +74,10 @@ QString findEntry(const QString& folder, const QString& name) {
   return {};
 }
 
-/// Whether the desktop entry at the path says of itself that it counts as removed.
+/// Whether the desktop entry at the path says of itself that it counts as removed, or is none.
 bool isHidden(const QString& path) {
-  QFile entry(path);
-  if (!entry.open(QIODevice::ReadOnly))
-    return true;
-  QByteArray group;
-  for (QByteArray line = entry.readLine(); !line.isEmpty(); line = entry.readLine()) {
-    line = line.trimmed();
-    if (line.startsWith('['))
-      group = line;
-    const qsizetype equals = line.indexOf('=');
-    if (group == "[Desktop Entry]" && equals >= 0 && line.first(equals).trimmed() == "Hidden")
-      return line.sliced(equals + 1).trimmed() == "true";
-  }
-  return false;
+  const std::optional<DesktopEntry> entry = DesktopEntry::read(path);
+  return !entry || entry->value("Hidden") == "true";
 }
 
 }  // namespace

@@ -303,6 +303,15 @@
     <message id="settings.updates.none">
       <translation>This build has no updater: new versions come from where you installed it.</translation>
     </message>
+    <message id="settings.startup.section">
+      <translation>Startup</translation>
+    </message>
+    <message id="settings.startup.atLogin">
+      <translation>Start Sorrel when you log in</translation>
+    </message>
+    <message id="settings.startup.failed">
+      <translation>Starting at login couldn’t be changed</translation>
+    </message>
     <message id="settings.shortcuts.section">
       <translation>Global shortcuts</translation>
     </message>
@@ -410,6 +419,9 @@
     </message>
     <message id="common.cancel">
       <translation>Cancel</translation>
+    </message>
+    <message id="common.ok">
+      <translation>OK</translation>
     </message>
     <message id="history.title">
       <translation>History</translation>

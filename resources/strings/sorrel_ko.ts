@@ -303,6 +303,15 @@
     <message id="settings.updates.none">
       <translation>이 빌드에는 업데이트 기능이 없습니다. 설치한 곳에서 새 버전을 받으세요.</translation>
     </message>
+    <message id="settings.startup.section">
+      <translation>시작</translation>
+    </message>
+    <message id="settings.startup.atLogin">
+      <translation>로그인할 때 Sorrel 시작</translation>
+    </message>
+    <message id="settings.startup.failed">
+      <translation>로그인할 때 시작하는 설정을 바꾸지 못했습니다</translation>
+    </message>
     <message id="settings.shortcuts.section">
       <translation>어디서나 쓰는 단축키</translation>
     </message>
@@ -410,6 +419,9 @@
     </message>
     <message id="common.cancel">
       <translation>취소</translation>
+    </message>
+    <message id="common.ok">
+      <translation>확인</translation>
     </message>
     <message id="history.title">
       <translation>캡처 기록</translation>

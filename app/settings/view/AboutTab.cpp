@@ -6,6 +6,7 @@
 #include "app/settings/LocalizationManager.h"
 #include "app/settings/SettingsKeys.h"
 #include "platform/base/NotificationCenter.h"
+#include "platform/desktop/Alert.h"
 #include "platform/desktop/Image.h"
 
 #include <QCheckBox>
@@ -35,10 +36,14 @@ class ProgramIcon : public QWidget {
 
 }  // namespace
 
-AboutTab::AboutTab(bool canUpdate, QWidget* parent) : SettingsTab(parent), hasUpdater(canUpdate) {
+AboutTab::AboutTab(bool canUpdate, QWidget* parent)
+    : SettingsTab(parent),
+      hasUpdater(canUpdate),
+      loginItem([this] { atLogin->setChecked(loginItem.isEnabled()); }) {
   addHeader();
   addLanguage();
   addUpdates();
+  addStartup();
 }
 
 void AboutTab::addHeader() {
@@ -86,6 +91,25 @@ void AboutTab::addUpdates() {
   });
 }
 
+void AboutTab::addStartup() {
+  startup = addGroup();
+  atLogin = new QCheckBox;
+  atLoginRow = startup->addRow(atLogin);
+  connect(atLogin, &QCheckBox::clicked, this, [this](bool isOn) { setStartsAtLogin(isOn); });
+}
+
+void AboutTab::setStartsAtLogin(bool isWanted) {
+  const platform::Result<> changed = loginItem.setEnabled(isWanted);
+  atLogin->setChecked(loginItem.isEnabled());
+  if (changed)
+    return;
+  platform::Alert alert;
+  alert.messageText = localized(QStringLiteral("settings.startup.failed"));
+  alert.informativeText = changed.error().reason;
+  alert.buttons = {localized(QStringLiteral("common.ok"))};
+  platform::Alert::present(std::move(alert), window(), [](std::optional<int>) {});
+}
+
 void AboutTab::refresh() {
   tagline->setText(localized(QStringLiteral("settings.about.tagline")));
   languageGroup->setTitle(localized(QStringLiteral("settings.language.section")));
@@ -101,6 +125,9 @@ void AboutTab::refresh() {
   updates->setTitle(localized(QStringLiteral("settings.updates.section")));
   autoDownloadRow->setLabel(localized(QStringLiteral("settings.updates.autoDownload")));
   autoDownload->setChecked(platform::UserDefaults::standard().value(SettingsKeys::automaticallyUpdate));
+  startup->setTitle(localized(QStringLiteral("settings.startup.section")));
+  atLoginRow->setLabel(localized(QStringLiteral("settings.startup.atLogin")));
+  atLogin->setChecked(loginItem.isEnabled());
   checkNow->setText(localized(QStringLiteral("settings.updates.checkNow")));
   updatesNote->setText(localized(hasUpdater ? QStringLiteral("settings.updates.autoDownload.desc")
                                             : QStringLiteral("settings.updates.none")));

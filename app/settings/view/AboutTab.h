@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/settings/view/SettingsTab.h"
+#include "platform/desktop/LoginItem.h"
 
 class QCheckBox;
 class QPushButton;
@@ -9,7 +10,7 @@ namespace sorrel {
 
 class SegmentedPicker;
 
-/// What the program is, its language and its updates.
+/// What the program is, its language, its updates and whether it starts by itself.
 class AboutTab : public SettingsTab {
  public:
   AboutTab(bool hasUpdater, QWidget* parent);
@@ -20,6 +21,8 @@ class AboutTab : public SettingsTab {
   void addHeader();
   void addLanguage();
   void addUpdates();
+  void addStartup();
+  void setStartsAtLogin(bool isWanted);
 
   const bool hasUpdater;
   QLabel* tagline = nullptr;
@@ -30,6 +33,10 @@ class AboutTab : public SettingsTab {
   QCheckBox* autoDownload = nullptr;
   FormCaption* updatesNote = nullptr;
   QPushButton* checkNow = nullptr;
+  FormGroup* startup = nullptr;
+  FormRow* atLoginRow = nullptr;
+  QCheckBox* atLogin = nullptr;
+  platform::LoginItem loginItem;
 };
 
 /// "v1.2 (build 34)", without the brackets where there is no build; empty without a version.

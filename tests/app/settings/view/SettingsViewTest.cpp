@@ -14,10 +14,13 @@
 #include "tests/support/HotKeyServiceDouble.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ScratchHome.h"
+#include "tests/support/Waiting.h"
 
 #include <QAccessible>
 #include <QApplication>
+#include <QCheckBox>
 #include <QDialog>
+#include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QPushButton>
@@ -191,6 +194,25 @@ TEST_F(SettingsViewTest, ABrokenSettingsFileIsTold) {
   home.restart();
   open(storage);
   EXPECT_TRUE(text().contains(u"couldn’t be read"_s)) << qPrintable(text());
+}
+
+TEST_F(SettingsViewTest, StartingAtLoginIsSwitchedAndAFailureTold) {
+  open(general);
+  auto* const atLogin = control<QCheckBox>(u"Start Sorrel when you log in"_s);
+  ASSERT_TRUE(atLogin);
+  EXPECT_FALSE(atLogin->isChecked());
+  atLogin->click();
+  const QString entry = home.path(u".config/autostart/org.sorrel.Sorrel.desktop"_s);
+  EXPECT_TRUE(atLogin->isChecked() && QFile::exists(entry));
+  home.write(u".config/autostart/org.sorrel.Sorrel.desktop"_s, "[Desktop Entry]\nExec=sorrel\nHidden=true\n");
+  testing_support::until("another program's change is seen", [&] { return !atLogin->isChecked(); });
+
+  // A folder has the entry's place.
+  ASSERT_TRUE(QFile::remove(entry) && QDir().mkpath(entry + u"/full"_s));
+  atLogin->click();
+  EXPECT_FALSE(atLogin->isChecked());
+  ASSERT_TRUE(alert());
+  alert()->reject();
 }
 
 TEST_F(SettingsViewTest, AFolderIsUsedOnceItsWarningIsAnswered) {
