@@ -12,7 +12,7 @@
 namespace platform {
 
 /// The program on the session bus, as launchers and other programs call it: an object of the interface
-/// org.freedesktop.Application, which the desktop entry specification describes. All slots are the
+/// org.freedesktop.Application, by the rules of desktop entries. All slots are the
 /// interface's own.
 ///
 /// The name on the bus is asked for without waiting. One bus may have several instances, one for each

@@ -8,8 +8,8 @@
 
 namespace platform {
 
-/// What a file of the desktop entry specification says in its group "Desktop Entry": of keys in several
-/// languages the general one, values as they stand in the file.
+/// What a desktop entry, a file of the freedesktop rules, says in its group "Desktop Entry": of keys in
+/// several languages the general one, values as they stand in the file.
 class DesktopEntry {
  public:
   /// Absent where there is no such file, or one without that group.

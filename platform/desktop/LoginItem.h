@@ -10,8 +10,8 @@
 namespace platform {
 
 /// Whether the desktop starts this program when the user logs in: an entry in the autostart folders, by the
-/// autostart specification. The user's own entry goes before one of the system's, and may say that the
-/// program is not to be started. Main thread only.
+/// rules of desktops. The user's own entry goes before one of the system's, and may say that the program is
+/// not to be started. Main thread only.
 class LoginItem {
  public:
   /// `onChange` is called from the event loop when the user's entry has changed, whoever did that.
