@@ -4,14 +4,8 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 
-#include <signal.h>
 #include <stdexcept>
-#include <sys/prctl.h>
-#include <sys/wait.h>
 
 using namespace Qt::StringLiterals;
 
@@ -20,63 +14,20 @@ namespace {
 
 const QString dataFolder = QStringLiteral(E2E_DATA_DIR "/");
 
-/// Nothing of the user's own session passes, only what a program needs to be found and to be examined.
-QProcessEnvironment environmentOf(const QString& home, const QString& display,
-                                  const DesktopOptions& options) {
-  const QProcessEnvironment own = QProcessEnvironment::systemEnvironment();
-  QProcessEnvironment variables;
-  for (const auto* kept : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
-    const QString name = QString::fromLatin1(kept);
-    if (own.contains(name))
-      variables.insert(name, own.value(name));
-  }
-  const auto set = [&](const char* name, const QString& value) {
-    variables.insert(QString::fromLatin1(name), value);
-  };
-  set("HOME", home);
-  // A test puts its doubles of programs there.
-  set("PATH", home + u"/.local/bin:"_s + own.value(u"PATH"_s));
-  set("XDG_CONFIG_HOME", home + u"/.config"_s);
-  set("XDG_DATA_HOME", home + u"/.local/share"_s);
-  set("XDG_CACHE_HOME", home + u"/.cache"_s);
-  set("XDG_RUNTIME_DIR", home + u"/.runtime"_s);
-  set("XDG_DATA_DIRS", dataFolder + u":/usr/local/share:/usr/share"_s);
-  set("XDG_SESSION_TYPE", u"x11"_s);
-  set("DISPLAY", display);
-  set("FONTCONFIG_FILE", dataFolder + u"fonts.conf"_s);
-  set("NO_AT_BRIDGE", u"1"_s);
-  if (options.scale != 1)
-    set("QT_SCALE_FACTOR", QString::number(options.scale));
-  const bool isKorean = options.language == Language::Korean;
-  set("LANG", isKorean ? u"ko_KR.UTF-8"_s : u"en_US.UTF-8"_s);
-  set("LANGUAGE", isKorean ? u"ko"_s : u"en"_s);
-  return variables;
-}
-
-/// Ends all processes below this one, also those whose own parent has ended before them.
-void endDescendants() {
-  for (;;) {
-    const QList<qint64> children = childrenOf(getpid());
-    if (children.isEmpty())
-      return;
-    for (const qint64 child : children) {
-      kill(static_cast<pid_t>(child), SIGKILL);
-      waitpid(static_cast<pid_t>(child), nullptr, 0);
-    }
-  }
-}
-
 }  // namespace
 
 Desktop::Desktop(const DesktopOptions& options)
-    : server(options.size.width(), options.size.height(), options.depth),
-      variables(environmentOf(folder.path(), QString::fromStdString(server.display()), options)) {
-  prctl(PR_SET_CHILD_SUBREAPER, 1);
-  QDir(home()).mkdir(u".runtime"_s);
-  QFile::setPermissions(home(u".runtime"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    : server(options.size.width(), options.size.height(), options.depth) {
+  setVariable("XDG_SESSION_TYPE", u"x11"_s);
+  setVariable("DISPLAY", QString::fromStdString(server.display()));
+  if (options.scale != 1)
+    setVariable("QT_SCALE_FACTOR", QString::number(options.scale));
+  if (options.language == Language::Korean) {
+    setVariable("LANG", u"ko_KR.UTF-8"_s);
+    setVariable("LANGUAGE", u"ko"_s);
+  }
   view = std::make_unique<Screen>(server.display());
   hand = std::make_unique<XTestInput>(server.display());
-  startBus();
   if (options.windowManager == WindowManager::Marco)
     startMarco();
   else
@@ -100,13 +51,6 @@ Desktop::~Desktop() {
   hand.reset();
   view.reset();
   server.kill();
-  bus.reset();
-  endDescendants();
-}
-
-void Desktop::startBus() {
-  bus = std::make_unique<PrivateBus>(variables);
-  variables.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus->address());
 }
 
 void Desktop::startOpenbox(NewWindows newWindows) {
@@ -121,7 +65,7 @@ void Desktop::startOpenbox(NewWindows newWindows) {
 }
 
 void Desktop::startMarco() {
-  variables.insert(u"GSETTINGS_BACKEND"_s, u"memory"_s);
+  setVariable("GSETTINGS_BACKEND", u"memory"_s);
   windowManager = start({u"marco"_s, u"--sm-disable"_s, u"--no-composite"_s});
   until("the window manager is there",
         [this] { return view->hasProperty(view->root(), "_NET_SUPPORTING_WM_CHECK"); });
@@ -138,17 +82,17 @@ void Desktop::stopCompositor() {
 }
 
 void Desktop::startAssistiveTechnology() {
-  variables.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
+  setVariable("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", u"1"_s);
   accessibilityBus = start({u"/usr/libexec/at-spi-bus-launcher"_s, u"--launch-immediately"_s});
-  const QDBusConnection connection = QDBusConnection::connectToBus(bus->address(), u"assistive"_s);
+  const QDBusConnection connection = QDBusConnection::connectToBus(busAddress(), u"assistive"_s);
   until("the bus of the assistive technology is there",
         [&] { return connection.interface()->isServiceRegistered(u"org.a11y.Bus"_s).value(); });
   QDBusConnection::disconnectFromBus(u"assistive"_s);
 }
 
 void Desktop::startHangul() {
-  variables.insert(u"QT_IM_MODULE"_s, u"ibus"_s);
-  variables.insert(u"GSETTINGS_BACKEND"_s, u"keyfile"_s);
+  setVariable("QT_IM_MODULE", u"ibus"_s);
+  setVariable("GSETTINGS_BACKEND", u"keyfile"_s);
   write(u".config/glib-2.0/settings/keyfile"_s,
         "[org/freedesktop/ibus/engine/hangul]\ninitial-input-mode='hangul'\n\n"
         "[desktop/ibus/general]\npreload-engines=['hangul']\n");
@@ -174,7 +118,7 @@ void Desktop::startTray(Tray kind) {
     QImage grey(view->size().width(), statusNotifierBarHeight, QImage::Format_RGB32);
     grey.fill(Qt::darkGray);
     bar = view->openWindow(u"bar"_s, {}, grey, WindowKind::Bar);
-    host = std::make_unique<StatusNotifierHost>(bus->address());
+    host = std::make_unique<StatusNotifierHost>(busAddress());
   }
   if (kind != Tray::XEmbedAtTop && kind != Tray::XEmbedAtBottom)
     return;
@@ -186,27 +130,6 @@ void Desktop::startTray(Tray kind) {
                    .split(u' '));
   until("the tray is there",
         [this] { return view->isSelectionOwned("_NET_SYSTEM_TRAY_S0") && view->find(u"trayer"_s); });
-}
-
-std::unique_ptr<Program> Desktop::start(const QStringList& command) const {
-  return std::make_unique<Program>(command, variables);
-}
-
-QByteArray Desktop::run(const QStringList& command) const {
-  const std::unique_ptr<Program> program = start(command);
-  if (program->waitForEnd() != 0)
-    throw std::runtime_error(command.first().toStdString() + " failed: " + program->errors().toStdString());
-  return program->output();
-}
-
-QString Desktop::home(const QString& relative) const {
-  return relative.isEmpty() ? folder.path() : folder.filePath(relative);
-}
-
-QString Desktop::write(const QString& relative, const QByteArray& contents) const {
-  const QString path = home(relative);
-  testing_support::writeFile(path, contents);
-  return path;
 }
 
 }  // namespace e2e

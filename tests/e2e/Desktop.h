@@ -1,14 +1,11 @@
 #pragma once
 
 #include "tests/e2e/StatusNotifierHost.h"
-#include "tests/support/PrivateBus.h"
-#include "tests/support/Program.h"
+#include "tests/support/PrivateSession.h"
 #include "tests/support/Screen.h"
 #include "tests/support/Waiting.h"
 #include "tests/support/XTestInput.h"
 #include "tests/support/XvfbServer.h"
-
-#include <QTemporaryDir>
 
 #include <memory>
 
@@ -42,15 +39,11 @@ struct DesktopOptions {
   InputMethod inputMethod = InputMethod::None;
 };
 
-/// A desktop of a test's own: an X server, a window manager, a bus, perhaps a tray, a home folder and fonts
-/// that are the same everywhere. Programs started on it see nothing of the user's own desktop, and all of
-/// them, also those that they have started in turn, are gone when this object goes.
-class Desktop {
+/// A session with an X server, a window manager, and perhaps a tray.
+class Desktop : public PrivateSession {
  public:
   explicit Desktop(const DesktopOptions& options = {});
-  ~Desktop();
-  Desktop(const Desktop&) = delete;
-  Desktop& operator=(const Desktop&) = delete;
+  ~Desktop() override;
 
   /// Ends the tray that there is, and starts another.
   void changeTray(Tray tray);
@@ -60,15 +53,6 @@ class Desktop {
   void stopCompositor();
   /// On a desktop with an input method: from now on the keys type their own letters.
   void leaveHangul();
-  /// Starts a program and leaves it running.
-  [[nodiscard]] std::unique_ptr<Program> start(const QStringList& command) const;
-  /// Runs a program to its end, which must be a good one, and returns what it has written.
-  QByteArray run(const QStringList& command) const;
-
-  /// The absolute path of `relative` in the home folder, which alone is there at first.
-  [[nodiscard]] QString home(const QString& relative = {}) const;
-  /// Writes a file below the home folder, making the folders above it.
-  QString write(const QString& relative, const QByteArray& contents) const;
 
   /// Device pixels a point.
   [[nodiscard]] double scale() const {
@@ -78,23 +62,17 @@ class Desktop {
   [[nodiscard]] XTestInput& input() { return *hand; }
   /// The panel of a desktop with Tray::StatusNotifier, in a bar at the upper edge.
   [[nodiscard]] StatusNotifierHost& statusNotifier() { return *host; }
-  /// What a program of the desktop finds in DBUS_SESSION_BUS_ADDRESS.
-  [[nodiscard]] const QString& busAddress() const { return bus->address(); }
 
  private:
-  void startBus();
   void startOpenbox(NewWindows newWindows);
   void startMarco();
   void startTray(Tray tray);
   void startAssistiveTechnology();
   void startHangul();
 
-  QTemporaryDir folder;
   XvfbServer server;
-  QProcessEnvironment variables;
   std::unique_ptr<Screen> view;
   std::unique_ptr<XTestInput> hand;
-  std::unique_ptr<PrivateBus> bus;
   std::unique_ptr<StatusNotifierHost> host;
   quint32 bar = 0;  // above the host
   std::unique_ptr<Program> windowManager;
