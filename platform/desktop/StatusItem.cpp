@@ -9,7 +9,7 @@
 namespace platform {
 
 StatusItem::StatusItem(const Image& image, Action action, MenuProvider menuProvider)
-    : handlers{[this, action = std::move(action)](const Event& event, const QPoint& place) {
+    : handlers{[this, action = std::move(action)](const Event& event, const std::optional<QPoint>& place) {
                  lastClick = place;
                  action(event);
                },

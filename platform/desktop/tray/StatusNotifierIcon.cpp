@@ -1,6 +1,8 @@
 #include "platform/desktop/tray/StatusNotifierIcon.h"
 
+#include "platform/desktop/ActivationToken.h"
 #include "platform/desktop/Screens.h"
+#include "platform/wayland/WaylandConnection.h"
 
 #include <QCursor>
 #include <QDBusMessage>
@@ -27,9 +29,10 @@ ModifierFlags modifiersNow() {
   return flags;
 }
 
-/// Where a click was. Trays disagree on what they tell: some nothing, some count in device pixels, some in
-/// their own. So if the pointer is about there it is the pointer's place; a key's place is what is told.
-QPoint placeOfClick(const QPoint& told) {
+/// Where a click was, on X11. Trays disagree on what they tell: some nothing, some count in device pixels,
+/// some in their own. So if the pointer is about there it is the pointer's place; a key's place is what is
+/// told.
+QPoint placeOfX11Click(const QPoint& told) {
   const QPoint pointer = QCursor::pos();
   const QPoint scaled = fromDevicePixels(QRect(told, QSize(1, 1))).topLeft().toPoint();
   constexpr int iconsReach = 64;
@@ -38,6 +41,13 @@ QPoint placeOfClick(const QPoint& told) {
   };
   const bool isTold = !told.isNull() && QGuiApplication::screenAt(scaled);
   return !isTold || isAtPointer(told) || isAtPointer(scaled) ? pointer : scaled;
+}
+
+/// A Wayland compositor tells nobody where the pointer is but who it is on: there is only the tray's word.
+std::optional<QPoint> placeOfClick(const QPoint& told) {
+  if (!waylandDisplay())
+    return placeOfX11Click(told);
+  return !told.isNull() && QGuiApplication::screenAt(told) ? std::optional(told) : std::nullopt;
 }
 
 }  // namespace
@@ -89,6 +99,10 @@ void StatusNotifierIcon::setToolTip(const QString& text) {
 
 void StatusNotifierIcon::Activate(int x, int y) {
   clicked(EventType::LeftMouseUp, {x, y});
+}
+
+void StatusNotifierIcon::ProvideXdgActivationToken(const QString& token) {
+  ActivationToken::keep(token.toUtf8());
 }
 
 void StatusNotifierIcon::ContextMenu(int x, int y) {

@@ -55,6 +55,8 @@ class StatusNotifierIcon : public QObject, public TrayIcon {
  public Q_SLOTS:
   void Activate(int x, int y);
   void ContextMenu(int x, int y);
+  /// Comes before a click that it belongs to.
+  void ProvideXdgActivationToken(const QString& token);
   // A middle click and the wheel mean nothing here.
   void SecondaryActivate(int, int) {}
   void Scroll(int, const QString&) {}

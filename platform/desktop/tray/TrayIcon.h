@@ -18,8 +18,8 @@ class TrayIcon {
  public:
   /// What an icon asks of its owner.
   struct Handlers {
-    /// The user has clicked, with the pointer at `place` or with a key.
-    std::function<void(const Event&, const QPoint& place)> clicked;
+    /// The user has clicked, with the pointer at `place` or with a key; absent where nobody knows.
+    std::function<void(const Event&, const std::optional<QPoint>& place)> clicked;
     /// The menu as it is now, for a tray that shows it itself.
     std::function<std::shared_ptr<const Menu>()> menu;
   };
