@@ -53,6 +53,11 @@ void HistoryPanelController::show(const std::optional<QRectF>& anchorRect) {
   resignKeyObserver = NotificationCenter::defaultCenter().addObserver(
       QString::fromLatin1(FocusablePanel::didResignKeyNotification), NotificationCenter::Queue::Main,
       [this](const auto&) { resignedKey(); }, panel->notificationObject());
+  panel->setStaying(viewModel->isLocked);
+  lockObserver = viewModel->isLocked.observe([this] {
+    lockChange =
+        platform::MainQueue::main().asyncAfter({}, [this] { panel->setStaying(viewModel->isLocked); });
+  });
   buttons.emplace([this](platform::PointerButtons::Change change) { buttonChanged(change); });
 }
 
@@ -87,6 +92,8 @@ void HistoryPanelController::close() {
   if (!isClickClosing)
     buttons.reset();
   resignKeyObserver.end();
+  lockObserver.end();
+  lockChange.cancel();
   if (panel)
     panel->hide();
   panel.reset();

@@ -55,6 +55,8 @@ class HistoryPanelController {
   ThumbnailLoader& loader;
   std::unique_ptr<platform::FocusablePanel, DeleteLater> panel;
   platform::Subscription resignKeyObserver;
+  platform::Subscription lockObserver;
+  platform::WorkItem lockChange;
   // While it is open, and to the end of the click that closed it.
   std::optional<platform::PointerButtons> buttons;
   bool isClickClosing = false;

@@ -1,5 +1,7 @@
 #include "app/history/ThumbnailDrag.h"
 
+#include "platform/desktop/FocusablePanel.h"
+
 #include <QCoreApplication>
 #include <QDrag>
 #include <QMimeData>
@@ -26,10 +28,11 @@ QPixmap dragPicture(const QPixmap& picture) {
   return result;
 }
 
-void dragFile(const QUrl& file, const QPixmap& picture, const QPoint& grabbedAt) {
+void dragFile(const QUrl& file, const QPixmap& picture, const QPoint& grabbedAt, const QWidget& from) {
   // The drag runs an event loop of its own, in which the panel may close: it starts from outside of the
   // panel's calls, and owes nothing to it.
-  const auto drag = [file, hanging = dragPicture(picture), grabbedAt] {
+  const auto drag = [file, hanging = dragPicture(picture), grabbedAt, view = QPointer(&from)] {
+    const platform::DragFromPanel dragging(view);
     auto* const contents = new QMimeData;
     contents->setUrls({file});
     auto* const session = new QDrag(qApp);

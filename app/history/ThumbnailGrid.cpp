@@ -319,7 +319,7 @@ void ThumbnailGrid::contextMenuEvent(QContextMenuEvent* event) {
 void ThumbnailGrid::startDrag(int row) {
   const QPixmap picture = thumbnails.picture(at(row));
   const QRectF square(QPointF(), layoutNow().picture(row).size());
-  dragFile(at(row).url(), picture, grabbedAt - picturePlace(square, picture).toPoint());
+  dragFile(at(row).url(), picture, grabbedAt - picturePlace(square, picture).toPoint(), *this);
 }
 
 }  // namespace sorrel

@@ -1,165 +1,79 @@
 #include "platform/desktop/FocusablePanel.h"
 
 #include "platform/base/NotificationCenter.h"
-#include "platform/desktop/ActivationToken.h"
-#include "platform/desktop/WindowShape.h"
-#include "platform/desktop/panel/PanelHints.h"
 
-#include <QEvent>
-#include <QWindow>
+#include <QMouseEvent>
 
 namespace platform {
-namespace {
-
-constexpr std::chrono::milliseconds landingTime(80);
-
-}  // namespace
 
 FocusablePanel::FocusablePanel(const QSize& size, int radius, const Color& outline)
-    : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
-      contentSize(size),
-      cornerRadius(radius),
-      frame(new PanelFrame(this, radius, outline)),
-      compositing([this] { fit(); }) {
+    : sheet(new PanelSheet(this, size, radius, outline)),
+      surface(PanelSurface::make(*this, *sheet,
+                                 {[this] {
+                                    motion->jumpTo(0);
+                                    motion->moveTo(1);
+                                  },
+                                  [this] { resignKey(); }})) {
   setAttribute(Qt::WA_TranslucentBackground);
   setAttribute(Qt::WA_QuitOnClose, false);
 }
 
-QRect FocusablePanel::contentRect() const {
-  return QRect(QPoint(margin, margin), contentSize);
-}
+FocusablePanel::~FocusablePanel() = default;
 
 bool FocusablePanel::isAt(const QPoint& point) const {
-  return contentRect().contains(mapFromGlobal(point));
-}
-
-bool FocusablePanel::isSeenThrough() const {
-  return isComposited() && windowHandle() && windowHandle()->format().hasAlpha();
-}
-
-void FocusablePanel::setContentView(QWidget* view) {
-  content = view;
-  content->setParent(this);
-  content->setFocus();
+  return sheet->panel().contains(sheet->mapFromGlobal(point));
 }
 
 void FocusablePanel::appear(const QRectF& place, const QPointF& offset, std::chrono::milliseconds duration) {
-  target = place;
-  startOffset = offset;
-  create();
-  windowHandle()->installEventFilter(this);
-  setMargin(isSeenThrough() ? PanelFrame::shadowRoom : 0);
-  motion.emplace(duration, Easing::Out, [this](double progress) {
-    moveTo(target.translated(startOffset * (1 - progress)));
-    setWindowOpacity(progress);
+  motion.emplace(duration, Easing::Out, [this, place, offset](double progress) {
+    surface->moveTo(place.translated(offset * (1 - progress)), progress);
   });
-  const bool isMoving = isMotionWanted();
-  // Not seen yet, it first goes where it is to end, to learn whether it may stay there.
-  moveTo(isMoving && margin == 0 ? target.translated(startOffset) : target);
-  setWindowOpacity(isMoving ? 0 : 1);
-  show();
-  raise();
-  askForKeyboard(*this);
+  surface->open(place, isMotionWanted() ? std::optional(place.translated(offset)) : std::nullopt);
 }
 
-void FocusablePanel::didShow() {
-  fit();  // the frame that the window manager may have put around it wants its shape, too
-  if (margin == 0 || hasLanded()) {
-    begin();
-    return;
-  }
-  // Some window managers move the window only now. Others keep the shadow's room on the screen, too.
-  landing = MainQueue::main().asyncAfter(landingTime, [this] {
-    if (!hasLanded())
-      setMargin(0);
-    begin();
-  });
-}
-
-bool FocusablePanel::hasLanded() const {
-  constexpr qreal rounding = 2;
-  const QPointF asked = target.topLeft() - QPointF(margin, margin);
-  const auto landed = placeOf(*this);
-  return !landed || (*landed - asked).manhattanLength() <= rounding;
-}
-
-void FocusablePanel::begin() {
-  motion->jumpTo(0);
-  motion->moveTo(1);
-}
-
-void FocusablePanel::setMargin(int points) {
-  margin = points;
-  setFixedSize(contentSize.grownBy({margin, margin, margin, margin}));
-  if (content)
-    content->setGeometry(contentRect());
-  tellWindowManager(*this, margin);
-  fit();
-}
-
-void FocusablePanel::fit() {
-  if (isSeenThrough()) {
-    removeShape(*this);
-    isBlurred = canBlurBehind();
-    // Who blurs counts from the panel, of which the margin is no part.
-    if (isBlurred)
-      blurBehind(*this, QRect({}, contentSize), cornerRadius);
-  } else {
-    cutToRoundedShape(*this, contentRect(), cornerRadius);
-    isBlurred = false;
-  }
-  takeClicksOnlyIn(*this, contentRect());
-  frame->fit(contentRect(), isSeenThrough());
-  update();
-}
-
-void FocusablePanel::moveTo(const QRectF& place) {
-  move(place.topLeft().toPoint() - QPoint(margin, margin));
+void FocusablePanel::setVisible(bool isVisible) {
+  if (!isVisible)
+    surface->close();
+  QWidget::setVisible(isVisible);
 }
 
 QVariant FocusablePanel::notificationObject() const {
   return QVariant::fromValue(reinterpret_cast<quintptr>(this));
 }
 
-bool FocusablePanel::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Expose && !isShown && windowHandle()->isExposed()) {
-    isShown = true;
-    didShow();
-  }
-  return QWidget::eventFilter(watched, event);
-}
-
 bool FocusablePanel::event(QEvent* event) {
   const bool isHandled = QWidget::event(event);
   // The toolkit says so also of a keyboard that is only held.
-  if (event->type() == QEvent::WindowDeactivate && !hasKeyboard(*this))
+  if (event->type() == QEvent::WindowDeactivate && !surface->hasKeyboard())
     resignKey();
   return isHandled;
 }
 
 bool FocusablePanel::nativeEvent(const QByteArray& eventType, void* message, qintptr* result) {
-  if (eventType == "xcb_generic_event_t") {
-    switch (keyboardNews(message)) {
-      case KeyboardNews::None:
-        break;
-      case KeyboardNews::Held:
-        isHeld = true;
-        break;
-      case KeyboardNews::GivenBack:
-        isHeld = false;
-        break;
-      case KeyboardNews::Lost:
-        isHeld = false;
-        resignKey();
-        break;
-    }
-  }
+  surface->handleNative(eventType, message);
   return QWidget::nativeEvent(eventType, message, result);
+}
+
+void FocusablePanel::mousePressEvent(QMouseEvent* event) {
+  // Of a window that is larger than the panel. Who is beside it was clicked, as far as the user sees.
+  if (!isAt(event->globalPosition().toPoint()))
+    resignKey();
 }
 
 void FocusablePanel::resignKey() {
   NotificationCenter::defaultCenter().post(QString::fromLatin1(didResignKeyNotification),
                                            notificationObject());
+}
+
+DragFromPanel::DragFromPanel(const QWidget* view)
+    : panel(view ? dynamic_cast<FocusablePanel*>(view->window()) : nullptr) {
+  if (panel)
+    panel->surface->setDragging(true);
+}
+
+DragFromPanel::~DragFromPanel() {
+  if (panel)
+    panel->surface->setDragging(false);
 }
 
 bool isBackdropBlurred(const QWidget& view) {

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "platform/desktop/Motion.h"
-#include "platform/desktop/panel/CompositingWatch.h"
-#include "platform/desktop/panel/PanelFrame.h"
+#include "platform/desktop/panel/PanelSheet.h"
+#include "platform/desktop/panel/PanelSurface.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <chrono>
+#include <memory>
 #include <optional>
 
 namespace platform {
@@ -17,7 +19,8 @@ namespace platform {
 /// Where the desktop composites its windows, what lies outside of the corners is transparent and a shadow
 /// falls around the panel; clicks on the shadow belong to what is beneath. Elsewhere the window is cut to the
 /// panel's shape. A panel that is open follows when that changes, though it gets no shadow then. Frames are
-/// the panel's own, without its shadow, in the toolkit's coordinates.
+/// the panel's own, without its shadow, in the toolkit's coordinates. The window may be larger than that: on
+/// Wayland it is as large as the output.
 class FocusablePanel : public QWidget {
  public:
   /// Posted on the default NotificationCenter when the panel has lost the keyboard to another window; its
@@ -26,56 +29,56 @@ class FocusablePanel : public QWidget {
   static constexpr char didResignKeyNotification[] = "NSWindowDidResignKeyNotification";
 
   FocusablePanel(const QSize& contentSize, int cornerRadius, const Color& outline);
+  ~FocusablePanel() override;
 
   /// `view` fills the panel and belongs to it from now on; the keyboard goes to it when the panel appears.
   /// The panel's corners and its outline are none of its business.
-  void setContentView(QWidget* view);
+  void setContentView(QWidget* view) { sheet->setContent(view); }
 
   /// Shows the panel above the others with the keyboard in it, moving within `duration` from its place plus
   /// `offset` to `frame`, and fading in where the desktop composites.
   void appear(const QRectF& frame, const QPointF& offset, std::chrono::milliseconds duration);
+  void setVisible(bool isVisible) override;
+
+  /// Whether the panel stays while the user works in other windows, which then get the clicks beside it and
+  /// the keyboard. Not so at first.
+  void setStaying(bool isStaying) { surface->setStaying(isStaying); }
 
   /// Whether a point of the screen is on the panel. Its shadow isn't.
   [[nodiscard]] bool isAt(const QPoint& point) const;
   /// Whether another program holds the keyboard, which goes back to the panel afterwards.
-  [[nodiscard]] bool isKeyboardHeld() const { return isHeld; }
+  [[nodiscard]] bool isKeyboardHeld() const { return surface->isKeyboardHeld(); }
   /// Whether what is beneath the panel is blurred, so that it may shine through.
-  [[nodiscard]] bool isBackdropBlurred() const { return isBlurred; }
+  [[nodiscard]] bool isBackdropBlurred() const { return surface->isBackdropBlurred(); }
 
   [[nodiscard]] QVariant notificationObject() const;
 
  protected:
   bool event(QEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
   bool nativeEvent(const QByteArray& eventType, void* message, qintptr* result) override;
+  void mousePressEvent(QMouseEvent* event) override;
 
  private:
-  /// Makes room for a shadow of that many points, and has everything fit.
-  void setMargin(int margin);
-  void fit();
-  void moveTo(const QRectF& frame);
-  void didShow();
-  void begin();
-  /// Whether the window manager has put the window where it was asked to.
-  [[nodiscard]] bool hasLanded() const;
-  void resignKey();
-  [[nodiscard]] QRect contentRect() const;
-  /// Whether the desktop shows what lies beneath the window where that is transparent.
-  [[nodiscard]] bool isSeenThrough() const;
+  friend class DragFromPanel;
 
-  const QSize contentSize;
-  const int cornerRadius;
-  int margin = 0;  // on each side, for the shadow
-  QWidget* content = nullptr;
-  PanelFrame* const frame;
-  CompositingWatch compositing;
-  QRectF target;
-  QPointF startOffset;
-  WorkItem landing;
+  void resignKey();
+
+  PanelSheet* const sheet;
+  std::unique_ptr<PanelSurface> surface;
   std::optional<Motion> motion;
-  bool isShown = false;
-  bool isHeld = false;
-  bool isBlurred = false;
+};
+
+/// While it lives, what the user drags out of the panel that `view` is in can be dropped beside the panel.
+/// The panel may go meanwhile, and `view` may be in none.
+class DragFromPanel {
+ public:
+  explicit DragFromPanel(const QWidget* view);
+  ~DragFromPanel();
+  DragFromPanel(const DragFromPanel&) = delete;
+  DragFromPanel& operator=(const DragFromPanel&) = delete;
+
+ private:
+  const QPointer<FocusablePanel> panel;
 };
 
 /// The same of the panel that the view is in; no where it is in none.

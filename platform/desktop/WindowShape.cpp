@@ -1,5 +1,6 @@
 #include "platform/desktop/WindowShape.h"
 
+#include "platform/wayland/WaylandConnection.h"
 #include "platform/x11/X11Connection.h"
 
 #include <QWidget>
@@ -28,6 +29,12 @@ std::optional<X11Window> x11Window(const QWidget& window) {
   if (!connection || !handle || !handle->handle())
     return std::nullopt;
   return X11Window{connection, static_cast<xcb_window_t>(handle->winId())};
+}
+
+/// nullptr where the session is another, or the window isn't there.
+wl_surface* windowSurface(const QWidget& window) {
+  const QWindow* const handle = window.windowHandle();
+  return handle && handle->handle() ? waylandSurface(*handle) : nullptr;
 }
 
 QRect inPixels(const QWidget& window, const QRect& area) {
@@ -63,7 +70,7 @@ std::vector<xcb_rectangle_t> roundedRectangle(const QWidget& window, const QRect
 }  // namespace
 
 bool isComposited() {
-  return isX11SelectionOwned("_NET_WM_CM_S0");
+  return waylandDisplay() || isX11SelectionOwned("_NET_WM_CM_S0");
 }
 
 void cutToRoundedShape(const QWidget& window, int radius) {
@@ -85,6 +92,11 @@ void removeShape(const QWidget& window) {
 }
 
 void takeClicksOnlyIn(const QWidget& window, const QRect& area) {
+  if (wl_surface* const surface = windowSurface(window)) {
+    window.windowHandle()->setMask(area);  // which is nothing but that here
+    wl_surface_commit(surface);
+    return;
+  }
   const auto x11 = x11Window(window);
   if (!x11)
     return;

@@ -41,8 +41,8 @@ QImage shadowOf(const QSize& window, const QRect& area, int radius, qreal scale)
 
 }  // namespace
 
-PanelFrame::PanelFrame(QWidget* window, int cornerRadius, const Color& line)
-    : QWidget(window), radius(cornerRadius), outline(line) {
+PanelFrame::PanelFrame(QWidget* sheet, int cornerRadius, const Color& line)
+    : QWidget(sheet), radius(cornerRadius), outline(line) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
@@ -55,10 +55,24 @@ void PanelFrame::fit(const QRect& panel, bool isSeenThrough) {
   update();
 }
 
+void PanelFrame::setOpacity(double part) {
+  if (std::exchange(opacity, part) != part)
+    update();
+}
+
 void PanelFrame::paintEvent(QPaintEvent* event) {
+  paintEdge(*event);
+  if (opacity < 1) {
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    painter.fillRect(event->rect(), QColor::fromRgbF(0, 0, 0, static_cast<float>(opacity)));
+  }
+}
+
+void PanelFrame::paintEdge(const QPaintEvent& event) {
   // Most of what is painted anew is inside, where there is nothing to do.
-  if (area.adjusted(radius, 2, -radius, -2).contains(event->rect()) ||
-      area.adjusted(2, radius, -2, -radius).contains(event->rect()))
+  if (area.adjusted(radius, 2, -radius, -2).contains(event.rect()) ||
+      area.adjusted(2, radius, -2, -radius).contains(event.rect()))
     return;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
