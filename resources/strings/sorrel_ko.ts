@@ -442,7 +442,7 @@
       <translation>닫기</translation>
     </message>
     <message id="history.empty.title">
-      <translation>병이 비어 있어요</translation>
+      <translation>병이 비어 있습니다</translation>
     </message>
     <message id="history.empty.hint">
       <translation>화면을 캡처하면 여기에 담깁니다.</translation>

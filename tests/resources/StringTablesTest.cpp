@@ -1,5 +1,6 @@
 #include "platform/base/Bundle.h"
 
+#include <QDir>
 #include <QFile>
 #include <QMap>
 #include <QRegularExpression>
@@ -47,18 +48,33 @@ QStringList placeholders(const QString& text) {
   return found;
 }
 
-TEST(StringTables, koreanAndEnglishSayTheSameThings) {
+/// The keys that `one` has and `other` hasn't.
+std::string keysMissing(const Table& one, const Table& other) {
+  QStringList keys = one.keys();
+  keys.removeIf([&](const QString& key) { return other.contains(key); });
+  return keys.join(u' ').toStdString();
+}
+
+TEST(StringTables, everyLanguageSaysTheSameThings) {
   for (const auto& [name, folder] :
        {std::pair(u"sorrel"_s, u":/sorrel"_s),
         std::pair(u"KeyboardShortcuts"_s, u":/sorrel/KeyboardShortcuts_KeyboardShortcuts.bundle"_s)}) {
-    const Table english = readTable(name, u"en"_s, folder), korean = readTable(name, u"ko"_s, folder);
+    const Table english = readTable(name, u"en"_s, folder);
     EXPECT_FALSE(english.isEmpty());
-    EXPECT_EQ(english.keys(), korean.keys());
-    for (const auto& [key, text] : english.asKeyValueRange()) {
-      const bool isPartOfText = key.startsWith(u"settings.storage.warning"_s);
-      EXPECT_TRUE(isPartOfText || text.trimmed() == text) << qPrintable(key);
-      EXPECT_FALSE(text.isEmpty() || korean.value(key).trimmed().isEmpty()) << qPrintable(key);
-      EXPECT_EQ(placeholders(text), placeholders(korean.value(key))) << qPrintable(key);
+    QStringList languages = QDir(folder).entryList({u"*.lproj"_s});
+    languages.replaceInStrings(u".lproj"_s, QString());
+    EXPECT_TRUE(languages.contains(u"ko"_s));
+    for (const QString& language : languages) {
+      SCOPED_TRACE(qPrintable(language));
+      const Table table = readTable(name, language, folder);
+      EXPECT_EQ(keysMissing(english, table), "");
+      EXPECT_EQ(keysMissing(table, english), "") << "not in English";
+      for (const auto& [key, text] : table.asKeyValueRange()) {
+        const bool isPartOfText = key.startsWith(u"settings.storage.warning"_s);
+        EXPECT_TRUE(isPartOfText || text.trimmed() == text) << qPrintable(key);
+        EXPECT_FALSE(text.trimmed().isEmpty()) << qPrintable(key);
+        EXPECT_TRUE(placeholders(text) == placeholders(english.value(key))) << qPrintable(key);
+      }
     }
   }
 }
