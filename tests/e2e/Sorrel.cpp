@@ -53,7 +53,7 @@ Sorrel::Sorrel(Desktop& home, const QString& path, const QStringList& arguments)
 }
 
 QString Sorrel::built() {
-  return QStringLiteral(E2E_BUILD_DIR "/bin/sorrel");
+  return qEnvironmentVariable("SORREL_PROGRAM", QStringLiteral(E2E_BUILD_DIR "/bin/sorrel"));
 }
 
 void Sorrel::store(Desktop& desktop, const QString& key, const QJsonValue& value) {

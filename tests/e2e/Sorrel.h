@@ -12,7 +12,7 @@ class Sorrel {
   /// Starts it, and waits until its hot keys are there. `program` is the built one unless said otherwise.
   explicit Sorrel(Desktop& desktop, const QString& program = built(), const QStringList& arguments = {});
 
-  /// The program in the build tree, beside its capture tool.
+  /// The program in the build tree, beside its capture tool; or another, which SORREL_PROGRAM names.
   [[nodiscard]] static QString built();
   /// Puts a value into the store of a user whose Sorrel isn't running.
   static void store(Desktop& desktop, const QString& key, const QJsonValue& value);
