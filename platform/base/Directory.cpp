@@ -71,7 +71,7 @@ std::optional<std::vector<DirectoryEntry>> newestFirst(const QString& folder, Na
   entries.reserve(found.size());
   for (const Found& item : found) {
     QByteArray path;
-    path.reserve(static_cast<qsizetype>(prefix.size() + item.nameLength));
+    path.reserve(static_cast<qsizetype>(prefix.size()) + static_cast<qsizetype>(item.nameLength));
     path.append(prefix.data(), static_cast<qsizetype>(prefix.size()));
     path.append(names.data() + item.nameOffset, static_cast<qsizetype>(item.nameLength));
     entries.push_back({std::move(path), item.date});
