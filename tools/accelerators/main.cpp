@@ -2,31 +2,28 @@
 //
 // Prints, a line each, the texts among the desktop's settings of hot keys: those of the window manager, the
 // shell and the media keys, and those that the user has added. Most are accelerators ("<Super>l"), some
-// aren't
-// ("disabled"). A schema that isn't installed is passed over.
+// aren't ("disabled"). A schema that isn't installed is passed over, and so is what this tool has added.
+//
+// accelerators gnome-can-add
+//
+// Ends with 0 where the desktop has custom hot keys.
+//
+// accelerators gnome-set [NAME TEXT COMMAND ACCELERATOR]...
+//
+// Makes these the program's own custom hot keys, and takes away those that it had else. Ends with 0 when they
+// are written.
 
+#include "tools/accelerators/CustomPlaces.h"
+#include "tools/accelerators/GnomeCustomKeys.h"
+#include "tools/accelerators/Settings.h"
+
+#include <algorithm>
 #include <array>
 #include <cstdio>
-#include <gio/gio.h>
-#include <memory>
 #include <span>
-#include <string>
 #include <string_view>
-#include <vector>
 
 namespace {
-
-template <auto release>
-struct Release {
-  template <typename Type>
-  void operator()(Type* object) const {
-    release(object);
-  }
-};
-using Schema = std::unique_ptr<GSettingsSchema, Release<g_settings_schema_unref>>;
-using Settings = std::unique_ptr<GSettings, Release<g_object_unref>>;
-using Value = std::unique_ptr<GVariant, Release<g_variant_unref>>;
-using Names = std::unique_ptr<gchar*, Release<g_strfreev>>;
 
 /// Hot keys that the user has added: a place of one schema for each.
 struct CustomKeys {
@@ -66,26 +63,6 @@ constexpr std::array desktops{
             {"org.mate.control-center.keybinding", nullptr, nullptr, "/org/mate/desktop/keybindings/"}}};
 
 constexpr int numberedPlaces = 32;
-
-Schema findSchema(const char* name) {
-  GSettingsSchemaSource* const source = g_settings_schema_source_get_default();
-  return Schema(source ? g_settings_schema_source_lookup(source, name, TRUE) : nullptr);
-}
-
-/// The texts under one key; none where it holds something else.
-std::vector<std::string> texts(GSettings* settings, const char* key) {
-  const Value value(g_settings_get_value(settings, key));
-  if (g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING))
-    return {g_variant_get_string(value.get(), nullptr)};
-  std::vector<std::string> found;
-  if (g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING_ARRAY)) {
-    GVariantIter entries;
-    g_variant_iter_init(&entries, value.get());
-    for (const gchar* entry = nullptr; g_variant_iter_next(&entries, "&s", &entry);)
-      found.emplace_back(entry);
-  }
-  return found;
-}
 
 void print(const std::vector<std::string>& lines) {
   for (const std::string& line : lines)
@@ -127,7 +104,7 @@ void printCustom(const CustomKeys& custom) {
     // Anything else would end this program.
     const bool isPath = place.size() > 1 && place.starts_with('/') && place.ends_with('/') &&
                         place.find("//") == std::string::npos;
-    if (!isPath)
+    if (!isPath || isOwnPlace(place))
       continue;
     const Settings settings(g_settings_new_full(schema.get(), nullptr, place.c_str()));
     print(texts(settings.get(), "binding"));
@@ -137,14 +114,20 @@ void printCustom(const CustomKeys& custom) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::string_view wanted = argc == 2 ? argv[1] : "";
+  const std::string_view wanted = argc >= 2 ? argv[1] : "";
+  const std::span<const char* const> rest(argv + 2, static_cast<size_t>(std::max(argc - 2, 0)));
+  if (wanted == "gnome-can-add" && rest.empty())
+    return canAddGnomeKeys() ? 0 : 1;
+  if (wanted == "gnome-set" && rest.size() % 4 == 0)
+    return setGnomeKeys(rest) ? 0 : 1;
   for (const Desktop& desktop : desktops)
-    if (desktop.name == wanted) {
+    if (desktop.name == wanted && rest.empty()) {
       for (const char* const schema : desktop.schemas)
         printAll(schema);
       printCustom(desktop.custom);
       return 0;
     }
-  std::fputs("usage: accelerators gnome|cinnamon|mate\n", stderr);
+  std::fputs("usage: accelerators gnome|cinnamon|mate|gnome-can-add|gnome-set [NAME TEXT COMMAND KEYS]...\n",
+             stderr);
   return 2;
 }
