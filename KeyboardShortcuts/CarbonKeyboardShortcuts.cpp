@@ -22,7 +22,7 @@ constexpr quint32 signature = 0x53534B53;
 
 struct HotKey {
   Shortcut shortcut;
-  Purpose purpose;
+  Name name;
   std::optional<platform::HotKeyReference> carbonHotKey;  // absent while hot keys are handed back
   Callback onKeyDown;
   Callback onKeyUp;
@@ -61,7 +61,7 @@ Statics& statics() {
 }
 
 /// nullopt if the service refuses, which is logged.
-std::optional<platform::HotKeyReference> registerWithService(const Shortcut& shortcut, const Purpose& purpose,
+std::optional<platform::HotKeyReference> registerWithService(const Shortcut& shortcut, const Name& name,
                                                              qint64 id) {
   platform::Result<platform::HotKeyReference> result =
       platform::Error{QStringLiteral("no such key"), platform::HotKeyStatuses::invalidHotKey};
@@ -70,8 +70,9 @@ std::optional<platform::HotKeyReference> registerWithService(const Shortcut& sho
     result = HotKeyService::current().registerHotKey({static_cast<quint32>(shortcut.carbonKeyCode()),
                                                       static_cast<quint32>(shortcut.carbonModifiers()),
                                                       {signature, static_cast<quint32>(id)},
-                                                      purpose.name,
-                                                      purpose.text});
+                                                      name.rawValue(),
+                                                      name.purpose().text,
+                                                      name.purpose().option});
   if (result)
     return *result;
   platform::printLine(QStringLiteral("Error registering hotkey %1: %2")
@@ -83,7 +84,7 @@ std::optional<platform::HotKeyReference> registerWithService(const Shortcut& sho
 void Statics::softRegisterAll() {
   for (const auto& [id, hotKey] : hotKeys)
     if (!hotKey->carbonHotKey)
-      hotKey->carbonHotKey = registerWithService(hotKey->shortcut, hotKey->purpose, id);
+      hotKey->carbonHotKey = registerWithService(hotKey->shortcut, hotKey->name, id);
 }
 
 /// The record is held, because a callback may drop it.
@@ -109,15 +110,14 @@ KeyOutcome handleRawKeyEvent(const RawKeyEvent& event) {
 
 }  // namespace
 
-void registerShortcut(const Shortcut& shortcut, const Purpose& purpose, Callback onKeyDown,
-                      Callback onKeyUp) {
+void registerShortcut(const Shortcut& shortcut, const Name& name, Callback onKeyDown, Callback onKeyUp) {
   Statics& all = statics();
   const qint64 id = ++all.hotKeyId;
-  const auto reference = registerWithService(shortcut, purpose, id);
+  const auto reference = registerWithService(shortcut, name, id);
   if (!reference)
     return;
-  all.hotKeys.emplace(id, std::make_shared<HotKey>(HotKey{shortcut, purpose, reference, std::move(onKeyDown),
-                                                          std::move(onKeyUp)}));
+  all.hotKeys.emplace(id, std::make_shared<HotKey>(
+                              HotKey{shortcut, name, reference, std::move(onKeyDown), std::move(onKeyUp)}));
   if (all.hasEventHandler)
     return;
   // Where it can't be installed, the next registration tries again.

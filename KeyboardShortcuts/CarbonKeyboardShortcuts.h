@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KeyboardShortcuts/Shortcut.h"
+#include "KeyboardShortcuts/Name.h"
 #include "platform/input/HotKeyService.h"
 
 #include <QList>
@@ -14,14 +14,8 @@ namespace KeyboardShortcuts::CarbonKeyboardShortcuts {
 
 using Callback = std::function<void(const Shortcut&)>;
 
-/// What a shortcut is for, as platform::HotKey has it.
-struct Purpose {
-  QString name;
-  QString text;
-};
-
 /// A refusal is only logged.
-void registerShortcut(const Shortcut& shortcut, const Purpose& purpose, Callback onKeyDown, Callback onKeyUp);
+void registerShortcut(const Shortcut& shortcut, const Name& name, Callback onKeyDown, Callback onKeyUp);
 /// Drops every record of the shortcut.
 void unregisterShortcut(const Shortcut& shortcut);
 /// Which keys are to be heard from now on. Hot keys are with the service while grabbed keys are heard, and

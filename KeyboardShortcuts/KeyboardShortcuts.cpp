@@ -69,8 +69,7 @@ void handleOnKeyUp(const Shortcut& shortcut) {
 void registerShortcut(const Shortcut& shortcut, const Name& name) {
   if (statics().registeredShortcuts.contains(shortcut))
     return;
-  CarbonKeyboardShortcuts::registerShortcut(shortcut, {name.rawValue(), name.purpose()}, handleOnKeyDown,
-                                            handleOnKeyUp);
+  CarbonKeyboardShortcuts::registerShortcut(shortcut, name, handleOnKeyDown, handleOnKeyUp);
   statics().registeredShortcuts.insert(shortcut);
 }
 

@@ -4,7 +4,7 @@
 
 namespace KeyboardShortcuts {
 
-Name::Name(const QString& rawValue, const std::optional<Shortcut>& defaultShortcut, const QString& purpose)
+Name::Name(const QString& rawValue, const std::optional<Shortcut>& defaultShortcut, const Purpose& purpose)
     : text(rawValue), fallback(defaultShortcut), description(purpose) {
   if (fallback && !userDefaultsContains(*this))
     userDefaultsSet(*this, *fallback);

@@ -8,6 +8,12 @@
 
 namespace KeyboardShortcuts {
 
+/// What a shortcut does, for desktops on which the user himself gives a program its keys.
+struct Purpose {
+  QString text = {};    // in the user's language
+  QString option = {};  // of the program's command line, which does the same
+};
+
 /// A named slot that holds one shortcut, which the user may change or empty. Names with the same text are the
 /// same name.
 ///
@@ -18,13 +24,12 @@ class Name {
  public:
   /// No name at all; declares nothing.
   Name() = default;
-  /// `purpose` says what the shortcut does, in the user's language, for desktops that ask him about it.
   explicit Name(const QString& rawValue, const std::optional<Shortcut>& defaultShortcut = std::nullopt,
-                const QString& purpose = {});
+                const Purpose& purpose = {});
 
   [[nodiscard]] const QString& rawValue() const { return text; }
   [[nodiscard]] const std::optional<Shortcut>& defaultShortcut() const { return fallback; }
-  [[nodiscard]] const QString& purpose() const { return description; }
+  [[nodiscard]] const Purpose& purpose() const { return description; }
   /// As getShortcut() and setShortcut() of the service.
   [[nodiscard]] std::optional<Shortcut> shortcut() const;
   void setShortcut(const std::optional<Shortcut>& shortcut) const;
@@ -35,7 +40,7 @@ class Name {
  private:
   QString text;
   std::optional<Shortcut> fallback;
-  QString description;
+  Purpose description;
 };
 
 }  // namespace KeyboardShortcuts

@@ -8,17 +8,18 @@ namespace {
 
 using namespace KeyboardShortcuts;
 
-Name declare(const char* rawValue, const Key& key, const char* labelKey) {
+Name declare(const char* rawValue, const Key& key, const char* labelKey, const char* option) {
   using platform::ModifierFlag;
   return Name(QString::fromLatin1(rawValue), Shortcut(key, ModifierFlag::Option | ModifierFlag::Shift),
-              localized(QString::fromLatin1(labelKey)));
+              {localized(QString::fromLatin1(labelKey)), QString::fromLatin1(option)});
 }
 
 struct Names {
-  Name captureNormal = declare("captureNormal", Key::s, "settings.shortcuts.normal");
-  Name captureFeature = declare("captureFeature", Key::d, "settings.shortcuts.feature");
-  Name captureClipboard = declare("captureClipboard", Key::a, "settings.shortcuts.clipboard");
-  Name openHistory = declare("openHistory", Key::f, "settings.shortcuts.openHistory");
+  Name captureNormal = declare("captureNormal", Key::s, "settings.shortcuts.normal", "--capture");
+  Name captureFeature = declare("captureFeature", Key::d, "settings.shortcuts.feature", "--capture-and-edit");
+  Name captureClipboard =
+      declare("captureClipboard", Key::a, "settings.shortcuts.clipboard", "--capture-to-clipboard");
+  Name openHistory = declare("openHistory", Key::f, "settings.shortcuts.openHistory", "--history");
 };
 
 const Names& all() {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "platform/base/Result.h"
+#include "platform/base/Subscription.h"
+#include "platform/input/HotKeyState.h"
 #include "platform/input/SymbolicHotKeys.h"
 
 #include <QFlags>
@@ -47,6 +49,8 @@ struct HotKey {
   /// desktops on which the user himself gives a program its keys.
   QString name;
   QString text;
+  /// The option of the command line by which the program does the same ("--capture"); empty if there is none.
+  QString option;
 };
 
 enum class KeyAction { Press, Release };
@@ -93,6 +97,11 @@ class HotKeyService {
 
   /// The hot keys that other programs have by now, where the desktop lets a program ask for them.
   [[nodiscard]] virtual std::vector<SymbolicHotKey> takenByOthers() const { return {}; }
+
+  /// How the hot keys come, where that isn't for this program alone to decide; `block` is called after it has
+  /// changed.
+  [[nodiscard]] virtual HotKeyState state() const { return {}; }
+  [[nodiscard]] virtual Subscription observeState(std::function<void()>) { return {}; }
 
   /// The service in use; where the environment has none, one that refuses every registration.
   static HotKeyService& current();

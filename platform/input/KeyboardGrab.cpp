@@ -1,10 +1,33 @@
 #include "platform/input/KeyboardGrab.h"
 
+#include "platform/input/wayland/ShortcutsInhibitor.h"
+#include "platform/wayland/WaylandConnection.h"
 #include "platform/x11/X11Connection.h"
 
+#include <QGuiApplication>
+#include <QWindow>
+
+#include <algorithm>
+
 namespace platform {
+namespace {
+
+/// nullptr where no window of this program that is on the screen has that number.
+const QWindow* windowOf(quintptr number) {
+  const QWindowList windows = QGuiApplication::allWindows();
+  const auto found = std::ranges::find_if(
+      windows, [number](const QWindow* window) { return window->handle() && window->winId() == number; });
+  return found == windows.end() ? nullptr : *found;
+}
+
+}  // namespace
 
 KeyboardGrab::KeyboardGrab(quintptr window) {
+  if (waylandDisplay()) {
+    if (const QWindow* const found = windowOf(window))
+      inhibitor = std::make_unique<ShortcutsInhibitor>(*found);
+    return;
+  }
   xcb_connection_t* const connection = x11Connection();
   if (!connection)
     return;

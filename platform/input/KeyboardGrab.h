@@ -2,7 +2,11 @@
 
 #include <QtGlobal>
 
+#include <memory>
+
 namespace platform {
+
+class ShortcutsInhibitor;
 
 /// Holds the keyboard for one window of this program, as long as it lives: every key comes to that window as
 /// if it were typed there, also those that the window manager or another program waits for. The desktop takes
@@ -20,6 +24,7 @@ class KeyboardGrab {
 
  private:
   bool isHeld = false;
+  std::unique_ptr<ShortcutsInhibitor> inhibitor;  // which does it on Wayland
 };
 
 }  // namespace platform

@@ -2,6 +2,8 @@
 
 #include "platform/base/Environment.h"
 #include "platform/input/X11KeyboardLayout.h"
+#include "platform/input/wayland/WaylandKeyboardLayout.h"
+#include "platform/wayland/WaylandConnection.h"
 #include "platform/x11/X11Connection.h"
 
 namespace platform {
@@ -10,8 +12,9 @@ const KeyboardLayout* KeyboardLayout::current() {
 }
 
 std::shared_ptr<const KeyboardLayout> KeyboardLayout::forDesktop() {
-  xcb_connection_t* const connection = x11Connection();
-  return connection ? std::make_shared<X11KeyboardLayout>(connection) : nullptr;
+  if (xcb_connection_t* const connection = x11Connection())
+    return std::make_shared<X11KeyboardLayout>(connection);
+  return waylandDisplay() ? std::make_shared<WaylandKeyboardLayout>() : nullptr;
 }
 
 }  // namespace platform

@@ -3,6 +3,8 @@
 #include "platform/base/Environment.h"
 #include "platform/base/Log.h"
 #include "platform/input/X11LayoutSwitch.h"
+#include "platform/input/wayland/WaylandLayoutSwitch.h"
+#include "platform/wayland/WaylandConnection.h"
 #include "platform/x11/X11Connection.h"
 
 #include <QStringList>
@@ -65,6 +67,8 @@ LayoutSwitch& LayoutSwitch::current() {
 std::shared_ptr<LayoutSwitch> LayoutSwitch::forDesktop() {
   if (xcb_connection_t* const connection = x11Connection())
     return std::make_shared<X11LayoutSwitch>(connection);
+  if (waylandDisplay())
+    return std::make_shared<WaylandLayoutSwitch>();
   return std::make_shared<LayoutSwitch>();
 }
 

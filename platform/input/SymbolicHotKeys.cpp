@@ -4,18 +4,16 @@
 #include "platform/input/Accelerators.h"
 #include "platform/input/DesktopHotKeys.h"
 #include "platform/input/HotKeyService.h"
-#include "platform/input/XkbKeymap.h"
-#include "platform/x11/X11Connection.h"
+#include "platform/input/LatinKeys.h"
 
 #include <algorithm>
 
 namespace platform {
 namespace {
 
-KeySymbols readKeyboard() {
-  xcb_connection_t* const connection = x11Connection();
-  const XkbKeymap keymap = connection ? readX11Keymap(connection) : nullptr;
-  return keymap ? KeySymbols(keymap.get()) : KeySymbols();
+KeySymbols readSymbols() {
+  const Keyboard keyboard = readKeyboard();
+  return keyboard.keymap ? KeySymbols(keyboard.keymap.get()) : KeySymbols();
 }
 
 /// Each but once.
@@ -23,7 +21,7 @@ std::vector<SymbolicHotKey> readDesktop() {
   const HotKeyDesktop desktop = runningHotKeyDesktop();
   const auto accelerators = readAccelerators(desktop);
   std::vector<SymbolicHotKey> all = HotKeyService::current().takenByOthers();
-  const KeySymbols keyboard = desktop == HotKeyDesktop::None ? KeySymbols() : readKeyboard();
+  const KeySymbols keyboard = desktop == HotKeyDesktop::None ? KeySymbols() : readSymbols();
   for (const QString& accelerator : accelerators()) {
     const std::optional<SymbolicHotKey> hotKey = parseAccelerator(accelerator, keyboard);
     if (hotKey && std::ranges::find(all, *hotKey) == all.end())

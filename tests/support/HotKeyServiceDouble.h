@@ -35,6 +35,15 @@ class HotKeyServiceDouble : public platform::HotKeyService {
     return {};
   }
   void listen(Keys keys) override { listening = keys; }
+  platform::HotKeyState state() const override { return present; }
+  platform::Subscription observeState(std::function<void()> block) override {
+    return observers.add(std::move(block));
+  }
+  /// The desktop has come to another answer.
+  void setState(const platform::HotKeyState& state) {
+    present = state;
+    observers.tell();
+  }
 
   const platform::HotKey* find(quint32 keyCode, quint32 modifiers) const {
     const auto found = std::ranges::find_if(live, [&](const auto& entry) {
@@ -59,6 +68,8 @@ class HotKeyServiceDouble : public platform::HotKeyService {
 
  private:
   quint64 lastReference = 0;
+  platform::HotKeyState present;
+  platform::Listeners<> observers;
 };
 
 }  // namespace testing_support

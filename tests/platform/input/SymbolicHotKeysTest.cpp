@@ -48,7 +48,7 @@ TEST(SymbolicHotKeys, AreTheDesktopsAndTheOtherPrograms) {
   qputenv("XDG_CURRENT_DESKTOP", "XFCE");
   EXPECT_TRUE(copySymbolicHotKeys().empty());
 
-  ASSERT_TRUE(service->registerHotKey({KeyCode::d, 0x800, {1, 1}, {}, {}}));
+  ASSERT_TRUE(service->registerHotKey({KeyCode::d, 0x800, {1, 1}, {}, {}, {}}));
   testing_support::Screen other(testing_support::privateDisplay());
   ASSERT_TRUE(other.grabKey(KEY_F4, XCB_MOD_MASK_1));
   ASSERT_TRUE(other.grabKey(KEY_D, XCB_MOD_MASK_CONTROL)) << "a key of which we have another combination";

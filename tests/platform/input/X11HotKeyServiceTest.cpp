@@ -57,7 +57,7 @@ class X11HotKeyServiceTest : public ::testing::Test {
   }
   QString taken() { return std::exchange(events, {}); }
   Result<HotKeyReference> add(quint32 keyCode, quint32 id = 1, quint32 modifiers = optionShift) {
-    return service.registerHotKey({keyCode, modifiers, {0x53534B53, id}, {}, {}});
+    return service.registerHotKey({keyCode, modifiers, {0x53534B53, id}, {}, {}, {}});
   }
 
   X11HotKeyService service{x11Connection()};
@@ -293,7 +293,7 @@ TEST_F(X11MenuTest, KeyHeldAcrossTheMenusEndCountsOnce) {
 }
 
 TEST(HotKeyService, RefusesWhereThereIsNone) {
-  const HotKey hotKey{KeyCode::s, optionShift, {}, {}, {}};
+  const HotKey hotKey{KeyCode::s, optionShift, {}, {}, {}, {}};
   EXPECT_FALSE(HotKeyService::current().registerHotKey(hotKey));
   EXPECT_TRUE(HotKeyService::forDesktop()->registerHotKey(hotKey));
 }

@@ -1,0 +1,65 @@
+#include "platform/input/portal/PortalKeyBinder.h"
+
+#include "platform/base/Log.h"
+#include "platform/input/Triggers.h"
+
+namespace platform {
+namespace {
+
+constexpr std::chrono::seconds pauseBeforeReopening{2};
+
+}  // namespace
+
+PortalKeyBinder::PortalKeyBinder(Portal::FrontEnd frontEnd, Listener listener)
+    : frontEnd(frontEnd), listener(std::move(listener)), coming(Portal::shared()->observeComing([this] {
+        if (isKnown && !shortcuts)
+          open();
+      })) {
+}
+
+void PortalKeyBinder::bind(const std::vector<HotKey>& hotKeys) {
+  wanted = hotKeys;
+  open();
+}
+
+HotKeyState PortalKeyBinder::state() const {
+  if (!isKnown)
+    return {HotKeyWay::Undecided, {}, {}};
+  return {HotKeyWay::Portal, shortcuts ? shortcuts->triggers() : PortalShortcuts::Triggers(), {}};
+}
+
+/// A session takes its hot keys once, so other ones need another session.
+void PortalKeyBinder::open() {
+  shortcuts.reset();
+  again.cancel();
+  std::vector<PortalShortcuts::Shortcut> all;
+  for (const HotKey& hotKey : wanted)
+    all.push_back({hotKey.name, hotKey.text, portalTrigger(hotKey)});
+  PortalShortcuts::Callbacks callbacks;
+  callbacks.onActivated = [this](const QString& id) { listener.onKey(KeyAction::Press, id); };
+  callbacks.onDeactivated = [this](const QString& id) { listener.onKey(KeyAction::Release, id); };
+  callbacks.onTriggers = [this] {
+    isKnown = true;
+    listener.onStateChange();
+  };
+  callbacks.onEnd = [this](PortalShortcuts::Callbacks::End end, const QString& reason) {
+    ended(end, reason);
+  };
+  shortcuts = std::make_unique<PortalShortcuts>(std::move(all), frontEnd, std::move(callbacks));
+}
+
+void PortalKeyBinder::ended(PortalShortcuts::Callbacks::End end, const QString& reason) {
+  shortcuts.reset();
+  if (!isKnown) {
+    listener.onUnavailable();
+    return;
+  }
+  log(QStringLiteral("Sorrel hot keys: %1").arg(reason));
+  // A front end that goes is followed by another, sooner or later; one that has only closed the session still
+  // stands.
+  if (end == PortalShortcuts::Callbacks::End::Ended)
+    again = MainQueue::main().asyncAfter(pauseBeforeReopening, [this] { open(); });
+  listener.onStateChange();
+}
+
+}  // namespace platform
