@@ -321,6 +321,36 @@
     <message id="settings.shortcuts.layoutSwitch">
       <translation>Your keyboard’s layout is switched by the modifiers of %1, so these keys never reach Sorrel. Choose others.</translation>
     </message>
+    <message id="settings.shortcuts.portal.note">
+      <translation>Your desktop keeps these shortcuts. You can change them in its keyboard settings.</translation>
+    </message>
+    <message id="settings.shortcuts.portal.none">
+      <translation>Not set</translation>
+    </message>
+    <message id="settings.shortcuts.portal.open">
+      <translation>Open Keyboard Settings…</translation>
+    </message>
+    <message id="settings.shortcuts.sway.allow">
+      <translation>Bind these shortcuts in sway</translation>
+    </message>
+    <message id="settings.shortcuts.sway.note">
+      <translation>Here a program can’t take keys by itself; sway has to bind them. Sorrel’s bindings are there while it runs, and your configuration stays as it is.</translation>
+    </message>
+    <message id="settings.shortcuts.sway.taken">
+      <translation>sway already uses %1 for something else, so Sorrel leaves it alone. Please choose another shortcut.</translation>
+    </message>
+    <message id="settings.shortcuts.gnome.allow">
+      <translation>Add these to GNOME’s custom shortcuts</translation>
+    </message>
+    <message id="settings.shortcuts.gnome.note">
+      <translation>Here a program can’t take keys by itself, but GNOME can start its commands. When you turn this off, only Sorrel’s own entries go.</translation>
+    </message>
+    <message id="settings.shortcuts.commands.note">
+      <translation>On this desktop a program can’t take keys by itself. Give these commands their keys in the desktop’s own settings.</translation>
+    </message>
+    <message id="settings.shortcuts.commands.copy">
+      <translation>Copy Command</translation>
+    </message>
     <message id="settings.watermark.fontSection">
       <translation>Text</translation>
     </message>

@@ -321,6 +321,36 @@
     <message id="settings.shortcuts.layoutSwitch">
       <translation>%1의 보조 키는 키보드 배열을 바꾸는 데 쓰이므로 이 단축키가 Sorrel에 닿지 않습니다. 다른 키로 바꾸세요.</translation>
     </message>
+    <message id="settings.shortcuts.portal.note">
+      <translation>이 단축키는 데스크톱에서 관리합니다. 데스크톱의 키보드 설정에서 바꿀 수 있습니다.</translation>
+    </message>
+    <message id="settings.shortcuts.portal.none">
+      <translation>지정 안 됨</translation>
+    </message>
+    <message id="settings.shortcuts.portal.open">
+      <translation>키보드 설정 열기…</translation>
+    </message>
+    <message id="settings.shortcuts.sway.allow">
+      <translation>sway에 이 단축키 등록</translation>
+    </message>
+    <message id="settings.shortcuts.sway.note">
+      <translation>이 환경에서는 프로그램이 직접 키를 받을 수 없어 sway에 등록해야 합니다. Sorrel이 실행되는 동안에만 등록되며, 설정 파일은 바뀌지 않습니다.</translation>
+    </message>
+    <message id="settings.shortcuts.sway.taken">
+      <translation>sway가 이미 다른 용도로 사용하는 단축키는 등록하지 않았습니다: %1. 다른 단축키를 지정하세요.</translation>
+    </message>
+    <message id="settings.shortcuts.gnome.allow">
+      <translation>GNOME 사용자 지정 단축키에 추가</translation>
+    </message>
+    <message id="settings.shortcuts.gnome.note">
+      <translation>이 환경에서는 프로그램이 직접 키를 받을 수 없어 GNOME이 대신 Sorrel을 실행합니다. 끄면 Sorrel이 추가한 항목만 지워집니다.</translation>
+    </message>
+    <message id="settings.shortcuts.commands.note">
+      <translation>이 데스크톱에서는 프로그램이 직접 키를 받을 수 없습니다. 데스크톱 설정에서 원하는 키에 위 명령을 지정하세요.</translation>
+    </message>
+    <message id="settings.shortcuts.commands.copy">
+      <translation>명령 복사</translation>
+    </message>
     <message id="settings.watermark.fontSection">
       <translation>텍스트</translation>
     </message>

@@ -19,10 +19,12 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QDialog>
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTabBar>
@@ -56,8 +58,7 @@ class SettingsViewTest : public testing::Test {
  protected:
   SettingsViewTest() {
     platform::Environment::provide<platform::OpenPanelPresenter>(openPanel);
-    platform::Environment::provide<platform::HotKeyService>(
-        std::make_shared<testing_support::HotKeyServiceDouble>());
+    platform::Environment::provide<platform::HotKeyService>(hotKeys);
     LocalizationManager::shared().setLanguage(AppLanguage::en);
     for (const char* name : {Notifications::retentionChanged, Notifications::storageLocationChanged})
       subscriptions.push_back(NotificationCenter::defaultCenter().addObserver(
@@ -101,6 +102,8 @@ class SettingsViewTest : public testing::Test {
   platform::ManualClock clock;
   testing_support::LogCapture log;
   const std::shared_ptr<OpenPanelDouble> openPanel = std::make_shared<OpenPanelDouble>();
+  const std::shared_ptr<testing_support::HotKeyServiceDouble> hotKeys =
+      std::make_shared<testing_support::HotKeyServiceDouble>();
   QStringList posted;
   std::vector<platform::Subscription> subscriptions;
   std::unique_ptr<SettingsView> view;
@@ -184,6 +187,45 @@ TEST_F(SettingsViewTest, ShortcutsThatTheLayoutsSwitchTakesAreNamed) {
   ShortcutNames::openHistory().setShortcut(std::nullopt);
   clock.run();
   EXPECT_FALSE(text().contains(u"layout is switched"_s));
+}
+
+TEST_F(SettingsViewTest, WhereTheDesktopKeepsTheKeysItsOwnAreShown) {
+  open(shortcuts);
+  hotKeys->setState({platform::HotKeyWay::Portal, {{u"openHistory"_s, u"Meta+H"_s}}, {}});
+  EXPECT_TRUE(text().contains(u"Meta+H"_s)) << qPrintable(text());
+  EXPECT_TRUE(text().contains(u"Not set"_s));
+  EXPECT_TRUE(text().contains(u"Your desktop keeps these shortcuts"_s));
+  EXPECT_FALSE(view->findChild<KeyboardShortcuts::RecorderCocoa*>()->isVisible());
+}
+
+TEST_F(SettingsViewTest, ConsentIsAskedForInTheTabAndCanBeTakenBack) {
+  open(shortcuts);
+  hotKeys->setState({platform::HotKeyWay::Sway, {}, {u"captureNormal"_s}});
+  EXPECT_TRUE(view->findChild<KeyboardShortcuts::RecorderCocoa*>()->isVisible());
+  EXPECT_TRUE(text().contains(u"already uses"_s)) << qPrintable(text());
+  const auto isAgreed = [] { return UserDefaults::standard().value(platform::hotKeysMayBeBound); };
+  auto* const consent = control<QCheckBox>(u"Bind these shortcuts in sway"_s);
+  ASSERT_TRUE(consent && consent->isVisible());
+  EXPECT_FALSE(consent->isChecked() || isAgreed()) << "nothing happens unasked";
+  consent->click();
+  EXPECT_TRUE(isAgreed());
+  consent->click();
+  EXPECT_FALSE(isAgreed());
+  hotKeys->setState({platform::HotKeyWay::Gnome, {}, {}});
+  EXPECT_TRUE(text().contains(u"GNOME"_s));
+}
+
+TEST_F(SettingsViewTest, WithoutHotKeysTheCommandsCanBeCopied) {
+  open(shortcuts);
+  hotKeys->setState({platform::HotKeyWay::Commands, {}, {}});
+  EXPECT_TRUE(text().contains(u"Give these commands their keys"_s)) << qPrintable(text());
+  auto* const command = control<QPlainTextEdit>(u"Capture to clipboard"_s);
+  ASSERT_TRUE(command && command->isVisible());
+  EXPECT_TRUE(command->toPlainText().endsWith(u" --capture-to-clipboard"_s))
+      << qPrintable(command->toPlainText());
+  control<QAbstractButton>(u"Copy Command"_s)->click();
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(QGuiApplication::clipboard()->text().endsWith(u" --capture"_s));
 }
 
 TEST_F(SettingsViewTest, ABrokenSettingsFileIsTold) {
