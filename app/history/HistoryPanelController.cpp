@@ -48,8 +48,9 @@ void HistoryPanelController::show(const std::optional<QRectF>& anchorRect) {
   if (const auto image = platform::Image::named(QStringLiteral("MenuBarIcon")))
     panel->setWindowIcon(image->icon);
   panel->setContentView(new HistoryView(viewModel, loader));
-  panel->appear(PanelGeometry::targetFrame(anchorRect, platform::screens()), PanelGeometry::openingOffset,
-                openingDuration);
+  const auto onBar = anchorRect ? std::optional(anchorRect->center()) : std::nullopt;
+  panel->appear(PanelGeometry::targetFrame(anchorRect, platform::screens(onBar)),
+                PanelGeometry::openingOffset, openingDuration);
   resignKeyObserver = NotificationCenter::defaultCenter().addObserver(
       QString::fromLatin1(FocusablePanel::didResignKeyNotification), NotificationCenter::Queue::Main,
       [this](const auto&) { resignedKey(); }, panel->notificationObject());

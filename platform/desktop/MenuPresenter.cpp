@@ -1,6 +1,7 @@
 #include "platform/desktop/MenuPresenter.h"
 
 #include "platform/base/NotificationCenter.h"
+#include "platform/desktop/wayland/MenuLayer.h"
 
 #include <QAction>
 #include <QGuiApplication>
@@ -87,18 +88,24 @@ void fill(QMenu& target, const Menu& menu) {
 
 }  // namespace
 
+MenuPresenter::MenuPresenter() = default;
+
 MenuPresenter::~MenuPresenter() {
   delete open;
 }
 
 void MenuPresenter::popUp(const std::shared_ptr<const Menu>& menu, const QPoint& position) {
   cancelTracking();
-  open = new QMenu;
+  beneath = MenuLayer::at(position);
+  open = new QMenu(beneath.get());
   fill(*open, *menu);
   new KeyEquivalents(open);
-  QObject::connect(open, &QMenu::aboutToHide, open, [menu = open.data()] {
+  QObject::connect(open, &QMenu::aboutToHide, open, [this, menu = open.data()] {
     post(menuDidEndTrackingNotification);
-    menu->deleteLater();  // not at once: the chosen row's action has yet to run
+    // Not at once: the chosen row's action has yet to run.
+    menu->deleteLater();
+    if (beneath)
+      beneath.release()->deleteLater();
   });
   post(menuDidBeginTrackingNotification);
   open->popup(aboveBars(position));

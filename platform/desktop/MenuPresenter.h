@@ -11,6 +11,8 @@ class QPoint;
 
 namespace platform {
 
+class MenuLayer;
+
 /// Shows plain-data menus.
 ///
 /// While one is open, the two notifications of platform/base/Menu.h tell so. A key equivalent is reached with
@@ -18,7 +20,7 @@ namespace platform {
 /// commands.
 class MenuPresenter {
  public:
-  MenuPresenter() = default;
+  MenuPresenter();
   ~MenuPresenter();
   MenuPresenter(const MenuPresenter&) = delete;
   MenuPresenter& operator=(const MenuPresenter&) = delete;
@@ -31,6 +33,7 @@ class MenuPresenter {
 
  private:
   QPointer<QMenu> open;
+  std::unique_ptr<MenuLayer> beneath;  // where a menu needs a window to open from
 };
 
 }  // namespace platform

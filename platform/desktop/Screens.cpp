@@ -1,5 +1,7 @@
 #include "platform/desktop/Screens.h"
 
+#include "platform/desktop/wayland/FreeArea.h"
+
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
@@ -60,6 +62,16 @@ QRect visiblePart(const QRect& screen, const QSize& root, const std::vector<X11B
   return free.isValid() ? free : screen;
 }
 
+QRectF visiblePart(const QRectF& screen, const QSizeF& freeSize, const std::optional<QPointF>& onBar) {
+  QRectF free(screen.topLeft(), freeSize.boundedTo(screen.size()));
+  const QPointF known = onBar && screen.contains(*onBar) ? *onBar - screen.topLeft() : QPointF(0, 0);
+  if (known.x() <= screen.width() / 2)
+    free.moveRight(screen.right());
+  if (known.y() <= screen.height() / 2)
+    free.moveBottom(screen.bottom());
+  return free;
+}
+
 QRectF fromDevicePixels(const QRect& place) {
   const QList<QScreen*> all = QGuiApplication::screens();
   const auto holder = std::find_if(all.begin(), all.end(), [&](const QScreen* screen) {
@@ -68,7 +80,7 @@ QRectF fromDevicePixels(const QRect& place) {
   return holder == all.end() ? QRectF(place) : fromDevicePixels(QRectF(place), **holder);
 }
 
-std::vector<Screen> screens() {
+std::vector<Screen> screens(const std::optional<QPointF>& onBar) {
   std::vector<Screen> result;
   std::vector<QRect> frames;
   const std::vector<X11Bar> bars = x11Bars();
@@ -76,7 +88,9 @@ std::vector<Screen> screens() {
   for (const QScreen* screen : QGuiApplication::screens()) {
     frames.push_back(inDevicePixels(*screen));
     // With several screens the toolkit says that all of each is free.
-    const QRectF free = fromDevicePixels(QRectF(visiblePart(frames.back(), root, bars)), *screen);
+    QRectF free = fromDevicePixels(QRectF(visiblePart(frames.back(), root, bars)), *screen);
+    if (const auto size = freeSizeOf(*screen))
+      free = visiblePart(QRectF(screen->geometry()), QSizeF(*size), onBar);
     result.push_back({screen->geometry(), free & QRectF(screen->availableGeometry())});
   }
   if (!result.empty()) {

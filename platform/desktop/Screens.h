@@ -19,8 +19,10 @@ struct Screen {
   bool operator==(const Screen&) const = default;
 };
 
-/// The one with the keyboard first; empty while there is none.
-[[nodiscard]] std::vector<Screen> screens();
+/// The one with the keyboard first; empty while there is none. A Wayland compositor tells how much of a
+/// screen its bars leave, at the most, but not where they stand. There they are taken to be at the edges that
+/// `onBar`, a place on one of them, is next to; without one, above and on the left.
+[[nodiscard]] std::vector<Screen> screens(const std::optional<QPointF>& onBar = std::nullopt);
 
 /// Where a place that the X server tells, in device pixels, is in the toolkit's coordinates.
 [[nodiscard]] QRectF fromDevicePixels(const QRect& place);
@@ -32,6 +34,10 @@ struct Screen {
 /// all in the same coordinates.
 [[nodiscard]] size_t screenWithKeyboard(const std::vector<QRect>& screens, const std::optional<QRect>& active,
                                         const QPoint& pointer);
+
+/// The part of that size which bars leave of a screen, where all that is known of them is a place on one.
+[[nodiscard]] QRectF visiblePart(const QRectF& screen, const QSizeF& freeSize,
+                                 const std::optional<QPointF>& onBar);
 
 /// What the bars that stand on a screen leave of it; all in device pixels.
 [[nodiscard]] QRect visiblePart(const QRect& screen, const QSize& root, const std::vector<X11Bar>& bars);

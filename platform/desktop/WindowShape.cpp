@@ -1,5 +1,6 @@
 #include "platform/desktop/WindowShape.h"
 
+#include "platform/desktop/wayland/SurfaceShape.h"
 #include "platform/wayland/WaylandConnection.h"
 #include "platform/x11/X11Connection.h"
 
@@ -31,12 +32,6 @@ std::optional<X11Window> x11Window(const QWidget& window) {
   return X11Window{connection, static_cast<xcb_window_t>(handle->winId())};
 }
 
-/// nullptr where the session is another, or the window isn't there.
-wl_surface* windowSurface(const QWidget& window) {
-  const QWindow* const handle = window.windowHandle();
-  return handle && handle->handle() ? waylandSurface(*handle) : nullptr;
-}
-
 QRect inPixels(const QWidget& window, const QRect& area) {
   const qreal scale = window.devicePixelRatioF();
   return QRect((QPointF(area.topLeft()) * scale).toPoint(), (QSizeF(area.size()) * scale).toSize());
@@ -48,23 +43,26 @@ xcb_rectangle_t rectangle(const QRect& area) {
 }
 
 /// The pixels whose middle lies in the rounded rectangle. The corners take a rectangle a row.
-std::vector<xcb_rectangle_t> roundedRectangle(const QRect& area, double radius) {
+std::vector<QRect> roundedRectangle(const QRect& area, double radius) {
   const int corner = std::min(static_cast<int>(std::ceil(radius)), std::min(area.width(), area.height()) / 2);
-  std::vector<xcb_rectangle_t> rows;
+  std::vector<QRect> rows;
   for (int y = 0; y < corner; ++y) {
     const double rise = radius - (y + 0.5);
     const double reach = std::sqrt(std::max(radius * radius - rise * rise, 0.0));
     const int inset = std::max(static_cast<int>(std::ceil(radius - reach - 0.5)), 0);
     const QRect row(area.left() + inset, 0, area.width() - 2 * inset, 1);
-    rows.push_back(rectangle(row.translated(0, area.top() + y)));
-    rows.push_back(rectangle(row.translated(0, area.bottom() - y)));
+    rows.push_back(row.translated(0, area.top() + y));
+    rows.push_back(row.translated(0, area.bottom() - y));
   }
-  rows.push_back(rectangle(area.adjusted(0, corner, 0, -corner)));
+  rows.push_back(area.adjusted(0, corner, 0, -corner));
   return rows;
 }
 
-std::vector<xcb_rectangle_t> roundedRectangle(const QWidget& window, const QRect& area, int radius) {
-  return roundedRectangle(inPixels(window, area), radius * window.devicePixelRatioF());
+std::vector<xcb_rectangle_t> pixelsOfRounded(const QWidget& window, const QRect& area, int radius) {
+  std::vector<xcb_rectangle_t> pixels;
+  for (const QRect& row : roundedRectangle(inPixels(window, area), radius * window.devicePixelRatioF()))
+    pixels.push_back(rectangle(row));
+  return pixels;
 }
 
 }  // namespace
@@ -81,7 +79,7 @@ void cutToRoundedShape(const QWidget& window, const QRect& area, int radius) {
   const auto x11 = x11Window(window);
   if (!x11)
     return;
-  const auto rows = roundedRectangle(window, area, radius);
+  const auto rows = pixelsOfRounded(window, area, radius);
   xcb_shape_rectangles(x11->connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_UNSORTED,
                        x11->id, 0, 0, static_cast<quint32>(rows.size()), rows.data());
 }
@@ -92,11 +90,8 @@ void removeShape(const QWidget& window) {
 }
 
 void takeClicksOnlyIn(const QWidget& window, const QRect& area) {
-  if (wl_surface* const surface = windowSurface(window)) {
-    window.windowHandle()->setMask(area);  // which is nothing but that here
-    wl_surface_commit(surface);
-    return;
-  }
+  if (isSurface(window))
+    return setInputArea(window, {area});
   const auto x11 = x11Window(window);
   if (!x11)
     return;
@@ -106,6 +101,8 @@ void takeClicksOnlyIn(const QWidget& window, const QRect& area) {
 }
 
 bool canBlurBehind() {
+  if (canBlurBehindSurfaces())
+    return true;
   xcb_connection_t* const connection = x11Connection();
   if (!connection)
     return false;
@@ -120,11 +117,13 @@ bool canBlurBehind() {
 }
 
 void blurBehind(const QWidget& window, const QRect& area, int radius) {
+  if (isSurface(window))
+    return blurBehindSurface(window, roundedRectangle(area, radius));
   const auto x11 = x11Window(window);
   if (!x11)
     return;
   std::vector<quint32> numbers;
-  for (const xcb_rectangle_t& row : roundedRectangle(window, area, radius))
+  for (const xcb_rectangle_t& row : pixelsOfRounded(window, area, radius))
     for (const int number : {int{row.x}, int{row.y}, int{row.width}, int{row.height}})
       numbers.push_back(static_cast<quint32>(number));
   xcb_change_property(x11->connection, XCB_PROP_MODE_REPLACE, x11->id, x11Atom(x11->connection, blurHint),
@@ -132,6 +131,8 @@ void blurBehind(const QWidget& window, const QRect& area, int radius) {
 }
 
 void letPointerThrough(const QWidget& window) {
+  if (isSurface(window))
+    return setInputArea(window, {});
   if (const auto x11 = x11Window(window))
     xcb_shape_rectangles(x11->connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
                          x11->id, 0, 0, 0, nullptr);

@@ -52,6 +52,10 @@ wl_seat* waylandSeat() {
   return static_cast<wl_seat*>(resource("wl_seat"));
 }
 
+wl_compositor* waylandCompositor() {
+  return static_cast<wl_compositor*>(resource("compositor"));
+}
+
 std::uint32_t waylandInputSerial() {
   // The toolkit answers with a number in the shape of a pointer.
   return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(resource("serial")));

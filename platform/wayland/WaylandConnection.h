@@ -18,6 +18,7 @@ namespace platform {
 [[nodiscard]] wl_surface* waylandSurface(const QWindow& window);
 [[nodiscard]] wl_output* waylandOutput(const QScreen& screen);
 [[nodiscard]] wl_seat* waylandSeat();
+[[nodiscard]] wl_compositor* waylandCompositor();
 
 /// Of the last press of a key or button that reached this program.
 [[nodiscard]] std::uint32_t waylandInputSerial();

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QSize>
+
+#include <optional>
+
+class QScreen;
+
+namespace platform {
+
+/// How much of an output its bars leave to windows; absent where the compositor has no layers, and so tells
+/// nobody. Where the bars stand it never tells. Waits for the compositor's answer.
+[[nodiscard]] std::optional<QSize> freeSizeOf(const QScreen& screen);
+
+}  // namespace platform
