@@ -97,7 +97,8 @@ QImage tabs(Stage& stage) {
   return sheetOf(pictures, 4);
 }
 
-/// A shortcut is recorded, and another that the desktop keeps; the warning about a folder that was chosen.
+/// A shortcut is recorded, and another that the desktop keeps; the warning about a folder that was chosen;
+/// what lies below the general tab's lower edge, which the keyboard has gone to.
 QImage questions(Stage& stage) {
   stage.open();
   Settings& settings = *stage.settings;
@@ -115,6 +116,14 @@ QImage questions(Stage& stage) {
   for (const int key : {KEY_SLASH, KEY_H, KEY_O, KEY_M, KEY_E})
     (void)stage.pictureAfter([&] { input.tapKey(key); });
   pictures.push_back(stage.pictureAfter([&] { input.tapKey(KEY_ENTER); }));
+  (void)stage.pictureAfter([&] { input.tapKey(KEY_ESC); });
+  settings.select(Tab::General);
+  (void)stage.pictureAfter([&] {
+    input.pressKey(KEY_LEFTSHIFT);
+    input.tapKey(KEY_TAB);
+    input.releaseKey(KEY_LEFTSHIFT);
+  });
+  pictures.push_back(stage.pictureAfter([&] { input.tapKey(KEY_SPACE); }));
   return sheetOf(pictures, 4);
 }
 

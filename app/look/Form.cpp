@@ -4,6 +4,7 @@
 #include "app/look/SlimScrollBar.h"
 #include "platform/desktop/Symbols.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
@@ -186,6 +187,11 @@ Form::Form(QWidget* parent) : QScrollArea(parent) {
   contents->setAutoFillBackground(false);
   viewport()->setAutoFillBackground(false);
   new SlimScrollBar(*this);
+  // The toolkit scrolls only where the keyboard was in the form before.
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+    if (now && widget()->isAncestorOf(now))
+      ensureWidgetVisible(now);
+  });
 }
 
 void Form::addHeader(QWidget* header) {

@@ -34,6 +34,13 @@ class ProgramIcon : public QWidget {
   const std::optional<platform::Image> image = platform::Image::named(QStringLiteral("sorrel"));
 };
 
+std::vector<SegmentedPicker::Choice> languageChoices() {
+  std::vector<SegmentedPicker::Choice> choices;
+  for (const AppLanguage each : allAppLanguages)
+    choices.push_back({localized(labelKey(each))});
+  return choices;
+}
+
 }  // namespace
 
 AboutTab::AboutTab(bool canUpdate, QWidget* parent)
@@ -72,6 +79,7 @@ void AboutTab::addLanguage() {
         LocalizationManager::shared().setLanguage(allAppLanguages.at(static_cast<size_t>(chosen)));
       },
       this);
+  language->setChoices(languageChoices());  // here, for the keyboard's way: it goes by the order of making
   languageGroup->addWide(language);
 }
 
@@ -114,10 +122,7 @@ void AboutTab::refresh() {
   tagline->setText(localized(QStringLiteral("settings.about.tagline")));
   languageGroup->setTitle(localized(QStringLiteral("settings.language.section")));
   language->setAccessibleName(localized(QStringLiteral("settings.language")));
-  std::vector<SegmentedPicker::Choice> choices;
-  for (const AppLanguage each : allAppLanguages)
-    choices.push_back({localized(labelKey(each))});
-  language->setChoices(choices);
+  language->setChoices(languageChoices());
   const auto& shared = LocalizationManager::shared();
   language->setChosen(
       static_cast<int>(std::find(allAppLanguages.begin(), allAppLanguages.end(), shared.language()) -

@@ -363,6 +363,14 @@ TEST_F(SettingsViewTest, TheKeyboardGoesThroughTheTabsAndOut) {
   QTest::keyClick(view.get(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
   QTest::keyClick(view.get(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
   EXPECT_EQ(bar->currentIndex(), storage);
+
+  // From the bar in both directions, through what is above and below the form's edges.
+  bar->setCurrentIndex(general);
+  bar->setFocus();
+  QTest::keyClick(bar, Qt::Key_Backtab, Qt::ShiftModifier);
+  auto* const atLogin = control<QCheckBox>(u"Start Sorrel when you log in"_s);
+  EXPECT_EQ(QApplication::focusWidget(), atLogin);
+  EXPECT_EQ(atLogin->visibleRegion(), QRegion(atLogin->rect()));
   QTest::keyClick(view.get(), Qt::Key_Escape);
   EXPECT_FALSE(view->isVisible());
 }
