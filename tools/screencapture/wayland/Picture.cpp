@@ -45,13 +45,20 @@ Convert conversionOf(std::uint32_t format) {
 
 /// Where a pixel of the upright picture lies in the output's own memory.
 Point sourceOf(Point upright, Size memory, const Transform& transform) {
-  // The output shows a mirrored and turned copy of its memory; this goes the way back.
+  // The output shows a turned and mirrored copy of its memory; this goes the way back.
   const int right = memory.width - 1, bottom = memory.height - 1;
-  const Point turned = transform.quarters == 0   ? upright
-                       : transform.quarters == 1 ? Point{upright.y, bottom - upright.x}
-                       : transform.quarters == 2 ? Point{right - upright.x, bottom - upright.y}
-                                                 : Point{right - upright.y, upright.x};
-  return transform.isMirrored ? Point{right - turned.x, turned.y} : turned;
+  if (transform.isMirrored)
+    upright.x = (transform.swapsSides() ? bottom : right) - upright.x;
+  switch (transform.quarters) {
+    case 1:
+      return {upright.y, bottom - upright.x};
+    case 2:
+      return {right - upright.x, bottom - upright.y};
+    case 3:
+      return {right - upright.y, upright.x};
+    default:
+      return upright;
+  }
 }
 
 }  // namespace

@@ -38,8 +38,8 @@ class Picture {
   std::shared_ptr<const void> memory;
 };
 
-/// How an output shows what it is given: turned counterclockwise by so many quarters, after a mirror has
-/// exchanged left and right. The numbers of wl_output.transform.
+/// How an output shows what it is given: turned by so many quarters, and then mirrored, left for right. The
+/// numbers of wl_output.transform.
 struct Transform {
   int quarters = 0;
   bool isMirrored = false;
