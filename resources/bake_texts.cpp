@@ -128,13 +128,15 @@ QMap<QString, QString> readTable(const QString& path) {
   return texts;
 }
 
-std::vector<KeyHint> hintsOf(const QString& table) {
+QString textOf(const QString& table, const QString& key) {
   const auto texts = readTable(table);
-  const auto text = [&](const QString& key) {
-    if (!texts.contains(key))
-      fail(u"%1 has no %2"_s.arg(table, key));
-    return texts.value(key);
-  };
+  if (!texts.contains(key))
+    fail(u"%1 has no %2"_s.arg(table, key));
+  return texts.value(key);
+}
+
+std::vector<KeyHint> hintsOf(const QString& table) {
+  const auto text = [&](const QString& key) { return textOf(table, key); };
   // The keys' names are those that are printed on them everywhere.
   return {{u"Space"_s, text(u"selection.hint.space"_s)}, {u"Esc"_s, text(u"selection.hint.escape"_s)}};
 }
@@ -144,7 +146,7 @@ class Output {
   explicit Output(const QString& path) : file(path), stream(&file) {
     if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
       fail(u"%1 can't be written"_s.arg(path));
-    stream << "#include \"tools/screencapture/selection/TextMasks.h\"\n\nnamespace screencapture "
+    stream << "#include \"tools/screencapture/selection/Sentences.h\"\n\nnamespace screencapture "
               "{\n\nnamespace {\n\n";
   }
 
@@ -176,10 +178,17 @@ class Output {
                    .arg(count++);
   }
 
+  void addSentence(const char* name, const char* language, const QString& text) {
+    sentences += u"  {Sentence::%1, Language::%2, R\"(%3)\"},\n"_s.arg(QString::fromLatin1(name),
+                                                                       QString::fromLatin1(language), text);
+  }
+
   void finish() {
     stream << "\nconstexpr BakedText all[] = {\n"
-           << entries
-           << "};\n\n}  // namespace\n\nconst std::span<const BakedText> bakedTexts(all);\n\n}  // namespace "
+           << entries << "};\n\nconstexpr BakedSentence allSentences[] = {\n"
+           << sentences
+           << "};\n\n}  // namespace\n\nconst std::span<const BakedText> bakedTexts(all);\n"
+              "const std::span<const BakedSentence> bakedSentences(allSentences);\n\n}  // namespace "
               "screencapture\n";
   }
 
@@ -187,6 +196,7 @@ class Output {
   QFile file;
   QTextStream stream;
   QString entries;
+  QString sentences;
   int count = 0;
 };
 
@@ -210,6 +220,11 @@ int main(int argc, char** argv) {
     output.add("EnglishHint", scale, drawHint(hintsOf(arguments[1]), u"DejaVu Sans"_s, scale));
   for (const double scale : scales)
     output.add("KoreanHint", scale, drawHint(hintsOf(arguments[2]), u"NanumGothic"_s, scale));
+  for (const auto& [language, table] :
+       {std::pair("English", arguments[1]), std::pair("Korean", arguments[2])}) {
+    output.addSentence("RefusalTitle", language, textOf(table, u"selection.refusal.title"_s));
+    output.addSentence("RefusalAdvice", language, textOf(table, u"selection.refusal.advice"_s));
+  }
   output.finish();
   return 0;
 }

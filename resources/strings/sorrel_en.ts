@@ -72,6 +72,12 @@
     <message id="selection.hint.escape">
       <translation>Cancel</translation>
     </message>
+    <message id="selection.refusal.title">
+      <translation>Sorrel may not see the screen</translation>
+    </message>
+    <message id="selection.refusal.advice">
+      <translation>You once refused it. Allow screenshots in the desktop’s settings under Apps, or let it ask again by this command: %1</translation>
+    </message>
     <message id="editor.windowTitle">
       <translation>Sorrel Editor</translation>
     </message>

@@ -72,6 +72,12 @@
     <message id="selection.hint.escape">
       <translation>취소</translation>
     </message>
+    <message id="selection.refusal.title">
+      <translation>Sorrel이 화면을 볼 수 없습니다</translation>
+    </message>
+    <message id="selection.refusal.advice">
+      <translation>이전에 허용하지 않은 상태입니다. 데스크톱 설정의 앱 항목에서 스크린샷을 허용하거나, 다음 명령으로 다시 묻게 하세요: %1</translation>
+    </message>
     <message id="editor.windowTitle">
       <translation>Sorrel 편집기</translation>
     </message>

@@ -36,6 +36,8 @@ class Canvas {
   /// A small part of the frozen screen, row by row as 0xffRRGGBB, and 0 for each pixel that lies outside of
   /// it. Empty where it can't be fetched.
   [[nodiscard]] virtual std::optional<std::vector<std::uint32_t>> pixels(const Rectangle& part) const = 0;
+  /// How large the picture of a part is. Its own pixels may be fewer than the screen shows.
+  [[nodiscard]] virtual Size sizeOf(const Rectangle& part) const { return {part.width, part.height}; }
 
  protected:
   Canvas() = default;

@@ -29,11 +29,13 @@ int Metrics::pixels(double length) const {
   return static_cast<int>(std::lround(length * scale));
 }
 
-Scene sceneOf(const Selection& selection, std::span<const Rectangle> monitors, const Metrics& metrics) {
+Scene sceneOf(const Selection& selection, std::span<const Rectangle> monitors, const Metrics& metrics,
+              std::optional<Size> taken) {
   Scene scene{selection.mode(), selection.selected(), std::nullopt, std::nullopt};
   if (!scene.bright)
     return scene;
-  const std::string text = std::to_string(scene.bright->width) + " x " + std::to_string(scene.bright->height);
+  const auto [width, height] = taken.value_or(Size{scene.bright->width, scene.bright->height});
+  const std::string text = std::to_string(width) + " x " + std::to_string(height);
   scene.label =
       Label{text, placeBeside(selection.pointer(), labelSize(text, metrics),
                               nearest(monitors, selection.pointer()), metrics.pixels(labelDistance))};

@@ -47,9 +47,10 @@ struct Scene {
 };
 
 /// What to show for a selection: what it would take, bright, and the size of that beside the pointer. The
-/// hint is left to the caller. `monitors`, of which there are some, lie on the screen.
+/// hint is left to the caller. `monitors`, of which there are some, lie on the screen. `taken` is the size of
+/// the picture, if that isn't the selected part's.
 [[nodiscard]] Scene sceneOf(const Selection& selection, std::span<const Rectangle> monitors,
-                            const Metrics& metrics);
+                            const Metrics& metrics, std::optional<Size> taken = {});
 
 /// Rectangles, possibly overlapping, outside of which both scenes look the same. Larger than necessary by
 /// little, so that a small gesture paints little.

@@ -12,7 +12,9 @@ SelectionUse::SelectionUse(Canvas& shownOn, Setting begun, std::vector<Rectangle
 }
 
 bool SelectionUse::draw() {
-  Scene scene = sceneOf(selection, setting.monitors, setting.metrics);
+  const std::optional<Rectangle> part = selection.selected();
+  Scene scene = sceneOf(selection, setting.monitors, setting.metrics,
+                        part ? std::optional(canvas.sizeOf(*part)) : std::nullopt);
   if (!start) {
     start = Clock::now();
     hint.emplace(language, nearest(setting.monitors, selection.pointer()), setting.metrics);

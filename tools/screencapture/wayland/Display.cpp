@@ -115,14 +115,14 @@ void Display::askForOutputs() {
   }
 }
 
-bool Display::handleEvents(std::optional<std::chrono::milliseconds> patience) {
+bool Display::handleEvents(std::optional<std::chrono::milliseconds> patience, int other) {
   while (wl_display_prepare_read(connection()) != 0)
     if (wl_display_dispatch_pending(connection()) != 0)
       return !isLost();
   wl_display_flush(connection());
-  pollfd waiting{wl_display_get_fd(connection()), POLLIN, 0};
-  const int ready = poll(&waiting, 1, patience ? static_cast<int>(patience->count()) : -1);
-  if (ready > 0)
+  pollfd waiting[] = {{wl_display_get_fd(connection()), POLLIN, 0}, {other, POLLIN, 0}};
+  (void)poll(waiting, std::size(waiting), patience ? static_cast<int>(patience->count()) : -1);
+  if (waiting[0].revents != 0)
     wl_display_read_events(connection());
   else
     wl_display_cancel_read(connection());

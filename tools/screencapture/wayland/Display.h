@@ -44,8 +44,9 @@ class Display {
 
   [[nodiscard]] wl_display* connection() const { return server.get(); }
   [[nodiscard]] bool isLost() const { return wl_display_get_error(connection()) != 0; }
-  /// Handles what comes; waits for it, for so long at most. False once the connection is lost.
-  bool handleEvents(std::optional<std::chrono::milliseconds> patience);
+  /// Handles what comes; waits for it, for so long at most, and not once there is something to be read from
+  /// another file. False once the connection is lost.
+  bool handleEvents(std::optional<std::chrono::milliseconds> patience, int other = -1);
   /// Waits until the compositor has done all that was asked for.
   void roundTrip();
 

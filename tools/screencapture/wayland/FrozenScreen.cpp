@@ -8,20 +8,18 @@ namespace {
 
 constexpr platform::ChannelLayout blueFirst{4, 2, 1, 0};
 
-std::optional<platform::PngFile> encodePixels(const std::uint32_t* first, Size size, std::size_t stride) {
-  return platform::encodePng(
-      {reinterpret_cast<const std::uint8_t*>(first), size.width, size.height, stride * 4, blueFirst});
-}
-
 }  // namespace
 
+std::optional<platform::PngFile> encode(const Picture& picture) {
+  const auto [width, height] = picture.size();
+  return platform::encodePng({reinterpret_cast<const std::uint8_t*>(picture.row(0)), width, height,
+                              picture.stride() * sizeof(std::uint32_t), blueFirst});
+}
+
 std::optional<platform::PngFile> FrozenScreen::encode(const Rectangle& part) const {
-  if (const auto own = ownPixelsOf(part)) {
-    const Picture taken = pictures[own->output].part(own->pixels);
-    return encodePixels(taken.row(0), taken.size(), taken.stride());
-  }
-  const std::vector<std::uint32_t> all = pixels(part);
-  return encodePixels(all.data(), {part.width, part.height}, static_cast<std::size_t>(part.width));
+  if (const auto own = ownPixelsOf(part))
+    return wayland::encode(pictures[own->output].part(own->pixels));
+  return wayland::encode(Picture({part.width, part.height}, pixels(part)));
 }
 
 std::vector<std::uint32_t> FrozenScreen::pixels(const Rectangle& part) const {

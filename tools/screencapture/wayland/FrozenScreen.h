@@ -11,6 +11,9 @@
 
 namespace screencapture::wayland {
 
+/// A PNG of a whole picture; empty if there is not enough memory.
+[[nodiscard]] std::optional<platform::PngFile> encode(const Picture& picture);
+
 /// The whole screen as it was at one moment: the pictures of all outputs, without the pointer.
 class FrozenScreen {
  public:

@@ -132,7 +132,7 @@ void Input::enter(std::uint32_t serial, const wl_surface* surface, double x, dou
 void Input::move(double x, double y) {
   if (!under)
     return;
-  const Point at = under->onScreen(x, y);
+  const Point at = overlay.onScreen(*under, x, y);
   position = {at.x + offset.x, at.y + offset.y};
   if (fed)
     fed->movePointer(*position);

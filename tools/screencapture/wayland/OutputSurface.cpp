@@ -174,10 +174,10 @@ void OutputSurface::draw(Sheet& sheet) {
 
 Point OutputSurface::onScreen(double x, double y) const {
   const auto scaled = [](double at, int length, int ownLength) {
-    return static_cast<int>(std::floor(ownLength > 0 ? at * length / ownLength : 0));
+    return static_cast<int>(std::floor(at * length / std::max(ownLength, 1)));
   };
-  return place.nearestTo(
-      {place.x + scaled(x, place.width, size.width), place.y + scaled(y, place.height, size.height)});
+  return place.nearestTo({place.x + scaled(x - logical().x, place.width, size.width),
+                          place.y + scaled(y - logical().y, place.height, size.height)});
 }
 
 }  // namespace screencapture::wayland

@@ -34,7 +34,9 @@ class OutputSurface {
   void update();
 
   [[nodiscard]] wl_surface* surface() const { return own.get(); }
-  /// The point of the screen under one of the surface.
+  /// Where it lies, in the compositor's unit.
+  [[nodiscard]] const Rectangle& logical() const { return output.logical; }
+  /// The point of the screen at one in the compositor's unit; the nearest one of the output.
   [[nodiscard]] Point onScreen(double x, double y) const;
   /// Whether the compositor has shown the first picture.
   [[nodiscard]] bool isSeen() const { return hasBeenSeen; }

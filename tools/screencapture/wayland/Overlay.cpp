@@ -1,6 +1,7 @@
 #include "tools/screencapture/wayland/Overlay.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace screencapture::wayland {
 
@@ -32,6 +33,16 @@ const OutputSurface* Overlay::find(const wl_surface* surface) const {
   const auto found =
       std::ranges::find_if(surfaces, [&](const auto& each) { return each->surface() == surface; });
   return found == surfaces.end() ? nullptr : found->get();
+}
+
+Point Overlay::onScreen(const OutputSurface& surface, double x, double y) const {
+  x += surface.logical().x;
+  y += surface.logical().y;
+  std::vector<Rectangle> areas;
+  for (const auto& each : surfaces)
+    areas.push_back(each->logical());
+  const Rectangle& hit = nearest(areas, {static_cast<int>(std::floor(x)), static_cast<int>(std::floor(y))});
+  return surfaces[static_cast<std::size_t>(&hit - areas.data())]->onScreen(x, y);
 }
 
 bool Overlay::isSeen() const {

@@ -22,6 +22,9 @@ class Overlay {
 
   /// The surface over an output; null where it is none of these.
   [[nodiscard]] const OutputSurface* find(const wl_surface* surface) const;
+  /// The point of the screen at one of a surface. While a button is held, that may lie beside the surface,
+  /// over another one.
+  [[nodiscard]] Point onScreen(const OutputSurface& surface, double x, double y) const;
   /// Whether all of it is on the screen.
   [[nodiscard]] bool isSeen() const;
   /// Whether the compositor has taken all of it away.

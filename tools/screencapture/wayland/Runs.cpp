@@ -2,11 +2,39 @@
 
 #include "tools/screencapture/selection/ColorPickUse.h"
 #include "tools/screencapture/selection/SelectionUse.h"
+#include "tools/screencapture/selection/Sentences.h"
+#include "tools/screencapture/wayland/Services.h"
 #include "tools/screencapture/wayland/Session.h"
+
+#include <cstdio>
 
 namespace screencapture::wayland {
 
 namespace {
+
+/// The frozen screen, or what the desktop's services gave instead.
+struct Beginning {
+  std::unique_ptr<Stage> stage;
+  ServicesAnswer answer;
+};
+
+Beginning begin(Display& display, ServicesQuestion question, const std::optional<Color>& veil) {
+  Beginning beginning{Stage::copy(display, veil), {}};
+  if (beginning.stage || display.isLost())
+    return beginning;
+  beginning.answer = askServices(display, question);
+  if (beginning.answer.kind == AnswerHeader::Frozen)
+    beginning.stage = Stage::of(display, std::move(beginning.answer.pictures), veil);
+  return beginning;
+}
+
+void tellRefusal(Language language) {
+  std::fputs("screencapture: the desktop doesn't allow screenshots\n", stderr);
+  std::string advice = sentence(Sentence::RefusalAdvice, language);
+  if (const std::size_t gap = advice.find("%1"); gap != std::string::npos)
+    advice.replace(gap, 2, servicesProgram() + " ask-again");
+  notify(sentence(Sentence::RefusalTitle, language), advice);
+}
 
 /// True where the gestures have taken something. Where they were cut short, that is said.
 bool hasTaken(const Stage& stage, const Gestures& gestures) {
@@ -18,32 +46,40 @@ bool hasTaken(const Stage& stage, const Gestures& gestures) {
 }  // namespace
 
 std::optional<platform::PngFile> captureInteractively(Display& display, Language language) {
-  const std::unique_ptr<Stage> stage = Stage::set(display, veil);
-  if (!stage)
+  const Beginning beginning = begin(display, ServicesQuestion::Picture, veil);
+  if (beginning.answer.kind == AnswerHeader::Refused)
+    tellRefusal(language);
+  if (beginning.answer.kind == AnswerHeader::Selected)
+    return encode(beginning.answer.pictures.front());
+  if (!beginning.stage)
     return std::nullopt;
-  SelectionUse use(*stage, stage->setting(), {}, language);
-  perform(*stage, use);
-  stage->clear();
+  Stage& stage = *beginning.stage;
+  SelectionUse use(stage, stage.setting(), {}, language);
+  perform(stage, use);
+  stage.clear();
   const std::optional<Rectangle> part = use.result().selected();
-  if (!hasTaken(*stage, use.result()) || !part)
+  if (!hasTaken(stage, use.result()) || !part)
     return std::nullopt;
-  auto png = stage->frozen().encode(*part);
+  auto png = stage.frozen().encode(*part);
   if (!png)
     complain(display, "there is not enough memory");
   return png;
 }
 
 std::optional<std::uint32_t> pickColor(Display& display) {
-  const std::unique_ptr<Stage> stage = Stage::set(display, std::nullopt);
-  if (!stage)
+  const Beginning beginning = begin(display, ServicesQuestion::Color, std::nullopt);
+  if (beginning.answer.kind == AnswerHeader::Color)
+    return beginning.answer.color;
+  if (!beginning.stage)
     return std::nullopt;
-  ColorPickUse use(*stage, stage->setting());
-  perform(*stage, use);
-  stage->clear();
-  if (!hasTaken(*stage, use.result()))
+  Stage& stage = *beginning.stage;
+  ColorPickUse use(stage, stage.setting());
+  perform(stage, use);
+  stage.clear();
+  if (!hasTaken(stage, use.result()))
     return std::nullopt;
   const Point pixel = use.result().pixel();
-  return stage->frozen().pixels({pixel.x, pixel.y, 1, 1}).front() & 0xffffff;
+  return stage.frozen().pixels({pixel.x, pixel.y, 1, 1}).front() & 0xffffff;
 }
 
 }  // namespace screencapture::wayland

@@ -28,11 +28,9 @@ std::optional<std::vector<Picture>> copyOutputs(Display& display, const Screenco
 Stage::Stage(Display& used) : display(used), overlay(used), input(used, overlay) {
 }
 
-std::unique_ptr<Stage> Stage::set(Display& display, const std::optional<Color>& veil) {
-  if (!display.screencopy) {
-    complain(display, "the compositor lets nobody copy the screen");
+std::unique_ptr<Stage> Stage::copy(Display& display, const std::optional<Color>& veil) {
+  if (!display.screencopy)
     return nullptr;
-  }
   const Screencopy copies(display);
   std::unique_ptr<Stage> stage(new Stage(display));
   auto pictures = copyOutputs(display, copies);
@@ -40,16 +38,23 @@ std::unique_ptr<Stage> Stage::set(Display& display, const std::optional<Color>& 
     complain(display, "the screen can't be copied");
     return nullptr;
   }
-  stage->freeze(std::move(*pictures));
-  stage->overlay.show(*stage->screen, veil);
+  stage->show(std::move(*pictures), veil);
   return stage;
 }
 
-void Stage::freeze(std::vector<Picture> pictures) {
+std::unique_ptr<Stage> Stage::of(Display& display, std::vector<Picture> pictures,
+                                 const std::optional<Color>& veil) {
+  std::unique_ptr<Stage> stage(new Stage(display));
+  stage->show(std::move(pictures), veil);
+  return stage;
+}
+
+void Stage::show(std::vector<Picture> pictures, const std::optional<Color>& veil) {
   std::vector<OutputShape> shapes;
   for (std::size_t i = 0; i < pictures.size(); ++i)
     shapes.push_back({display.outputs[i]->logical, pictures[i].size()});
   screen.emplace(Layout::of(shapes), std::move(pictures));
+  overlay.show(*screen, veil);
 }
 
 void Stage::clear() {

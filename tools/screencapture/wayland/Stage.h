@@ -9,14 +9,19 @@ namespace screencapture::wayland {
 /// with.
 class Stage final : public Canvas {
  public:
-  /// With a veil over the screen if one is given. Null where it fails, which is then said on standard error.
-  [[nodiscard]] static std::unique_ptr<Stage> set(Display& display, const std::optional<Color>& veil);
+  /// Freezes the screen by the compositor's own copies, and shows it, with a veil over it if one is given.
+  /// Null where there are none, which is then said on standard error.
+  [[nodiscard]] static std::unique_ptr<Stage> copy(Display& display, const std::optional<Color>& veil);
+  /// The same with pictures from elsewhere, one for each output.
+  [[nodiscard]] static std::unique_ptr<Stage> of(Display& display, std::vector<Picture> pictures,
+                                                 const std::optional<Color>& veil);
   /// Gives the screen and the input back to the other programs; the frozen screen can still be read.
   void clear();
 
   void paint(std::span<const Rectangle> parts, const Layers& layers) override;
   void setCursor(const Artwork& look) override;
   [[nodiscard]] std::optional<std::vector<std::uint32_t>> pixels(const Rectangle& part) const override;
+  [[nodiscard]] Size sizeOf(const Rectangle& part) const override { return screen->sizeOf(part); }
 
   /// Where the pointer is, is known later.
   [[nodiscard]] Setting setting() const;
@@ -28,7 +33,7 @@ class Stage final : public Canvas {
 
  private:
   explicit Stage(Display& display);
-  void freeze(std::vector<Picture> pictures);
+  void show(std::vector<Picture> pictures, const std::optional<Color>& veil);
 
   std::optional<FrozenScreen> screen;  // there once it is set
 };
