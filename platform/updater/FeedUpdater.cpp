@@ -110,7 +110,7 @@ void FeedUpdater::takeNews(const Feed::Release& release) {
   if (isWanted && package != release.packages.end())
     fetchPackage(release, *package);
   else
-    finish(UpdateReport::Newer{release, {}});
+    finish(UpdateReport::Newer{release, {}, {}});
 }
 
 void FeedUpdater::fetchPackage(const Feed::Release& release, const Feed::Package& package) {
@@ -122,7 +122,8 @@ void FeedUpdater::fetchPackage(const Feed::Release& release, const Feed::Package
          QString::fromLatin1(package.signature), QString::number(package.size), path},
         [this, release, path](const TaskAnswer& answer) {
           // Without the package there is still the page.
-          finish(UpdateReport::Newer{release, answer.isGood ? path : QString()});
+          finish(answer.isGood ? UpdateReport::Newer{release, path, {}}
+                               : UpdateReport::Newer{release, {}, problemOf(answer)});
         });
 }
 

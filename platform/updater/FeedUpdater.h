@@ -35,6 +35,7 @@ struct UpdateReport {
   struct Newer {
     Feed::Release release;
     QString package;  // the path of its package, complete and verified; empty if it isn't there
+    std::optional<UpdateProblem> packageProblem;  // why not, where it was to be fetched
   };
 
   std::variant<UpToDate, Newer, UpdateProblem> outcome;
