@@ -3,7 +3,7 @@
 #include "platform/base/UserDefaults.h"
 
 /// The program's settings, all of them, with what they are where nothing is stored. The shortcuts' own are
-/// the module's.
+/// the module's, and the updater's are the updater's.
 namespace sorrel::SettingsKeys {
 
 using platform::SettingsKey;
@@ -26,8 +26,5 @@ inline constexpr SettingsKey<QString> watermarkFontFamily{"watermarkFontFamily"}
 
 /// An AppLanguage's raw value; anything else counts as the system's language.
 inline constexpr SettingsKey<QString> appLanguage{"appLanguage"};
-
-/// Whether updates are fetched unasked. The updater's own name for it.
-inline constexpr SettingsKey<bool> automaticallyUpdate{"SUAutomaticallyUpdate", true};
 
 }  // namespace sorrel::SettingsKeys

@@ -3,6 +3,7 @@
 #include "app/look/LookStyle.h"
 #include "app/shell/AppColors.h"
 #include "app/shell/AppDelegate.h"
+#include "app/shell/ProgramUpdater.h"
 #include "platform/base/InPlaceFile.h"
 #include "platform/base/Log.h"
 #include "platform/base/MainMenu.h"
@@ -40,8 +41,10 @@ int SorrelApp::run(const platform::LaunchRequest& request) {
 
   AppDelegate::Windows windows;
   windows.openEditor = [this](const QUrl& url) { return editor.open(url); };
-  windows.openSettings = [this] { settings.open(); };
-  appDelegate = std::make_unique<AppDelegate>(std::move(windows), nullptr, &QApplication::quit);
+  windows.openSettings = [this] { settings->open(); };
+  auto updater = makeProgramUpdater();
+  settings.emplace(updater.get());
+  appDelegate = std::make_unique<AppDelegate>(std::move(windows), std::move(updater), &QApplication::quit);
   platform::Environment::provide(
       std::make_shared<platform::MainMenu>([this] { return appDelegate->buildContextMenu(); }));
   appDelegate->applicationDidFinishLaunching();

@@ -38,9 +38,9 @@ class SorrelApp {
   platform::SingleInstance& instance;
   std::optional<platform::DesktopAppearance> appearance;
   EditorWindowController editor;
-  SettingsWindowController settings;
   std::unique_ptr<AppDelegate> appDelegate;
   std::optional<platform::ApplicationService> service;
+  std::optional<SettingsWindowController> settings;  // shows what the updater does, which is the delegate's
 };
 
 }  // namespace sorrel

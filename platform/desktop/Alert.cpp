@@ -97,14 +97,17 @@ void addButtons(QHBoxLayout& row, const QStringList& titles, QDialog& dialog) {
 
 }  // namespace
 
-void Alert::present(Alert alert, QWidget* window, Answered answered) {
+QWidget* Alert::present(Alert alert, QWidget* window, Answered answered) {
   auto* const dialog = new QDialog(window, Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                                Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setWindowTitle(QGuiApplication::applicationDisplayName());
   dialog->setAccessibleName(alert.messageText);
   dialog->setAccessibleDescription(alert.informativeText);
-  dialog->setWindowModality(window ? Qt::WindowModal : Qt::ApplicationModal);
+  if (alert.isUnasked)
+    dialog->setAttribute(Qt::WA_ShowWithoutActivating);
+  else
+    dialog->setWindowModality(window ? Qt::WindowModal : Qt::ApplicationModal);
 
   auto* const columns = new QHBoxLayout;
   columns->setSpacing(edge - 4);
@@ -133,6 +136,7 @@ void Alert::present(Alert alert, QWidget* window, Answered answered) {
     answered(result == QDialog::Rejected ? std::nullopt : std::optional(result - 1));
   });
   dialog->show();
+  return dialog;
 }
 
 }  // namespace platform

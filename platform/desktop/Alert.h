@@ -25,6 +25,8 @@ struct Alert {
   QString informativeText;
   /// Below the texts, as wide as these; may be null.
   std::unique_ptr<QWidget> accessoryView;
+  /// It comes by itself, in the middle of something else: takes the keyboard from nobody and shuts no window.
+  bool isUnasked = false;
   /// The answers, the suggested one first: the keyboard is there, and Return gives it. They stand in the
   /// order that the desktop's users know.
   QStringList buttons;
@@ -34,8 +36,9 @@ struct Alert {
   using Answered = std::function<void(std::optional<int> button)>;
 
   /// Shows it above `window`, which takes no input until the answer is there; without a window, all of the
-  /// program's are shut so. Returns at once. If the window goes, so does the alert, and nobody is called.
-  static void present(Alert alert, QWidget* window, Answered answered);
+  /// program's are shut so. Returns at once, with the alert's own window. If either window goes, so does the
+  /// alert, and nobody is called.
+  static QWidget* present(Alert alert, QWidget* window, Answered answered);
 };
 
 }  // namespace platform

@@ -306,6 +306,12 @@
     <message id="settings.updates.checkNow">
       <translation>Check for Updates…</translation>
     </message>
+    <message id="settings.updates.checking">
+      <translation>Checking for Updates…</translation>
+    </message>
+    <message id="settings.updates.downloading">
+      <translation>Downloading Update…</translation>
+    </message>
     <message id="settings.updates.none">
       <translation>This build has no updater: new versions come from where you installed it.</translation>
     </message>
@@ -452,6 +458,84 @@
     </message>
     <message id="common.pictures">
       <translation>Pictures</translation>
+    </message>
+    <message id="updates.newer">
+      <translation>Sorrel %1 is available</translation>
+    </message>
+    <message id="updates.newer.running">
+      <translation>You have version %1.</translation>
+    </message>
+    <message id="updates.newer.ready">
+      <translation>The new one is downloaded and ready to install.</translation>
+    </message>
+    <message id="updates.newer.forged">
+      <translation>Its package isn’t signed by Sorrel’s makers and was deleted.</translation>
+    </message>
+    <message id="updates.newer.noPackage">
+      <translation>Its package couldn’t be downloaded; the page has it.</translation>
+    </message>
+    <message id="updates.notes">
+      <translation>What’s new</translation>
+    </message>
+    <message id="updates.notesLanguage">
+      <translation>en</translation>
+    </message>
+    <message id="updates.install">
+      <translation>Install…</translation>
+    </message>
+    <message id="updates.openPage">
+      <translation>Open Page</translation>
+    </message>
+    <message id="updates.later">
+      <translation>Later</translation>
+    </message>
+    <message id="updates.upToDate">
+      <translation>Sorrel is up to date</translation>
+    </message>
+    <message id="updates.upToDate.running">
+      <translation>Version %1 is the newest there is.</translation>
+    </message>
+    <message id="updates.failed">
+      <translation>Couldn’t check for updates</translation>
+    </message>
+    <message id="updates.problem.unreachable">
+      <translation>The update server can’t be reached. Check your network connection and try again.</translation>
+    </message>
+    <message id="updates.problem.insecure">
+      <translation>The connection isn’t secure: the server couldn’t prove who it is.</translation>
+    </message>
+    <message id="updates.problem.redirected">
+      <translation>The server sent the request on to a place that updates don’t come from.</translation>
+    </message>
+    <message id="updates.problem.refused">
+      <translation>The server has no list of versions at present. Try again later.</translation>
+    </message>
+    <message id="updates.problem.tooLarge">
+      <translation>The server’s answer is larger than a list of versions can be.</translation>
+    </message>
+    <message id="updates.problem.tooSlow">
+      <translation>The server takes too long to answer. Try again later.</translation>
+    </message>
+    <message id="updates.problem.cutOff">
+      <translation>The connection broke before the answer was complete. Try again.</translation>
+    </message>
+    <message id="updates.problem.forged">
+      <translation>The list of versions isn’t signed by Sorrel’s makers, so it wasn’t used.</translation>
+    </message>
+    <message id="updates.problem.malformed">
+      <translation>The answer isn’t a list of versions. Perhaps this network wants you to log in first.</translation>
+    </message>
+    <message id="updates.problem.unwritable">
+      <translation>What the server sent couldn’t be stored.</translation>
+    </message>
+    <message id="updates.problem.outdated">
+      <translation>The list of versions is older than one seen before, so it wasn’t used.</translation>
+    </message>
+    <message id="updates.problem.broken">
+      <translation>The program that looks for updates is missing or damaged. Installing Sorrel again mends that.</translation>
+    </message>
+    <message id="common.ok">
+      <translation>OK</translation>
     </message>
     <message id="common.cancel">
       <translation>Cancel</translation>

@@ -306,6 +306,12 @@
     <message id="settings.updates.checkNow">
       <translation>업데이트 확인…</translation>
     </message>
+    <message id="settings.updates.checking">
+      <translation>업데이트 확인 중…</translation>
+    </message>
+    <message id="settings.updates.downloading">
+      <translation>업데이트 내려받는 중…</translation>
+    </message>
     <message id="settings.updates.none">
       <translation>이 빌드에는 업데이트 기능이 없습니다. 설치한 곳에서 새 버전을 받으세요.</translation>
     </message>
@@ -452,6 +458,84 @@
     </message>
     <message id="common.pictures">
       <translation>그림</translation>
+    </message>
+    <message id="updates.newer">
+      <translation>Sorrel %1 버전이 나왔습니다</translation>
+    </message>
+    <message id="updates.newer.running">
+      <translation>지금 쓰는 버전은 %1입니다.</translation>
+    </message>
+    <message id="updates.newer.ready">
+      <translation>새 버전을 내려받아 두었으니 바로 설치할 수 있습니다.</translation>
+    </message>
+    <message id="updates.newer.forged">
+      <translation>내려받은 패키지에 Sorrel 제작자의 서명이 없어 삭제했습니다.</translation>
+    </message>
+    <message id="updates.newer.noPackage">
+      <translation>패키지를 내려받지 못했습니다. 웹 페이지에서 받을 수 있습니다.</translation>
+    </message>
+    <message id="updates.notes">
+      <translation>새로운 기능</translation>
+    </message>
+    <message id="updates.notesLanguage">
+      <translation>ko</translation>
+    </message>
+    <message id="updates.install">
+      <translation>설치…</translation>
+    </message>
+    <message id="updates.openPage">
+      <translation>웹 페이지 열기</translation>
+    </message>
+    <message id="updates.later">
+      <translation>나중에</translation>
+    </message>
+    <message id="updates.upToDate">
+      <translation>최신 버전을 쓰고 있습니다</translation>
+    </message>
+    <message id="updates.upToDate.running">
+      <translation>지금 쓰는 %1 버전이 가장 새로운 버전입니다.</translation>
+    </message>
+    <message id="updates.failed">
+      <translation>업데이트를 확인하지 못했습니다</translation>
+    </message>
+    <message id="updates.problem.unreachable">
+      <translation>업데이트 서버에 연결할 수 없습니다. 네트워크 연결을 확인하고 다시 시도해 주세요.</translation>
+    </message>
+    <message id="updates.problem.insecure">
+      <translation>안전한 연결이 아닙니다. 서버의 신원을 확인할 수 없습니다.</translation>
+    </message>
+    <message id="updates.problem.redirected">
+      <translation>서버가 업데이트를 받을 수 없는 주소로 요청을 넘겼습니다.</translation>
+    </message>
+    <message id="updates.problem.refused">
+      <translation>지금은 서버에 버전 목록이 없습니다. 나중에 다시 시도해 주세요.</translation>
+    </message>
+    <message id="updates.problem.tooLarge">
+      <translation>서버에서 받은 내용이 버전 목록이라기에는 너무 큽니다.</translation>
+    </message>
+    <message id="updates.problem.tooSlow">
+      <translation>서버의 응답이 너무 느립니다. 나중에 다시 시도해 주세요.</translation>
+    </message>
+    <message id="updates.problem.cutOff">
+      <translation>내용을 다 받기 전에 연결이 끊어졌습니다. 다시 시도해 주세요.</translation>
+    </message>
+    <message id="updates.problem.forged">
+      <translation>버전 목록에 Sorrel 제작자의 서명이 없어 사용하지 않았습니다.</translation>
+    </message>
+    <message id="updates.problem.malformed">
+      <translation>서버에서 받은 내용이 버전 목록이 아닙니다. 네트워크에 먼저 로그인해야 할 수 있습니다.</translation>
+    </message>
+    <message id="updates.problem.unwritable">
+      <translation>서버에서 받은 내용을 저장하지 못했습니다.</translation>
+    </message>
+    <message id="updates.problem.outdated">
+      <translation>전에 받은 것보다 오래된 버전 목록이라 사용하지 않았습니다.</translation>
+    </message>
+    <message id="updates.problem.broken">
+      <translation>업데이트를 확인하는 프로그램이 없거나 손상되었습니다. Sorrel을 다시 설치해 주세요.</translation>
+    </message>
+    <message id="common.ok">
+      <translation>확인</translation>
     </message>
     <message id="common.cancel">
       <translation>취소</translation>

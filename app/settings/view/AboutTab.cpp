@@ -4,10 +4,10 @@
 #include "app/look/LookColors.h"
 #include "app/look/SegmentedPicker.h"
 #include "app/settings/LocalizationManager.h"
-#include "app/settings/SettingsKeys.h"
 #include "platform/base/NotificationCenter.h"
 #include "platform/desktop/Alert.h"
 #include "platform/desktop/Image.h"
+#include "platform/updater/FeedUpdater.h"
 
 #include <QCheckBox>
 #include <QPainter>
@@ -15,6 +15,10 @@
 #include <QVBoxLayout>
 
 namespace sorrel {
+
+namespace UpdaterSettings = platform::UpdaterSettings;
+using platform::UserDefaults;
+
 namespace {
 
 constexpr int headerTop = 20, headerBottom = 10, headerGap = 6;
@@ -41,11 +45,23 @@ std::vector<SegmentedPicker::Choice> languageChoices() {
   return choices;
 }
 
+const char* activityKey(platform::Updater::Activity activity) {
+  switch (activity) {
+    case platform::Updater::Activity::Checking:
+      return "settings.updates.checking";
+    case platform::Updater::Activity::Downloading:
+      return "settings.updates.downloading";
+    case platform::Updater::Activity::None:
+      break;
+  }
+  return "settings.updates.checkNow";
+}
+
 }  // namespace
 
-AboutTab::AboutTab(bool canUpdate, QWidget* parent)
+AboutTab::AboutTab(platform::Updater* updaterOrNull, QWidget* parent)
     : SettingsTab(parent),
-      hasUpdater(canUpdate),
+      updater(updaterOrNull),
       loginItem([this] { atLogin->setChecked(loginItem.isEnabled()); }) {
   addHeader();
   addLanguage();
@@ -90,10 +106,12 @@ void AboutTab::addUpdates() {
   checkNow = new QPushButton;
   updates->addButtons({checkNow});
   updatesNote = updates->addCaption();
-  autoDownload->setEnabled(hasUpdater);
-  checkNow->setEnabled(hasUpdater);
+  autoDownload->setEnabled(updater);
+  checkNow->setEnabled(updater);
   connect(autoDownload, &QCheckBox::clicked, this,
-          [](bool isOn) { platform::UserDefaults::standard().set(SettingsKeys::automaticallyUpdate, isOn); });
+          [](bool isOn) { UserDefaults::standard().set(UpdaterSettings::automaticallyUpdate, isOn); });
+  if (updater)
+    activity = updater->observe([this] { showActivity(); });
   connect(checkNow, &QPushButton::clicked, this, [] {
     platform::NotificationCenter::defaultCenter().post(QString::fromLatin1(Notifications::checkForUpdates));
   });
@@ -129,13 +147,18 @@ void AboutTab::refresh() {
                        allAppLanguages.begin()));
   updates->setTitle(localized(QStringLiteral("settings.updates.section")));
   autoDownloadRow->setLabel(localized(QStringLiteral("settings.updates.autoDownload")));
-  autoDownload->setChecked(platform::UserDefaults::standard().value(SettingsKeys::automaticallyUpdate));
+  autoDownload->setChecked(UserDefaults::standard().value(UpdaterSettings::automaticallyUpdate));
   startup->setTitle(localized(QStringLiteral("settings.startup.section")));
   atLoginRow->setLabel(localized(QStringLiteral("settings.startup.atLogin")));
   atLogin->setChecked(loginItem.isEnabled());
-  checkNow->setText(localized(QStringLiteral("settings.updates.checkNow")));
-  updatesNote->setText(localized(hasUpdater ? QStringLiteral("settings.updates.autoDownload.desc")
-                                            : QStringLiteral("settings.updates.none")));
+  showActivity();
+  updatesNote->setText(localized(updater ? QStringLiteral("settings.updates.autoDownload.desc")
+                                         : QStringLiteral("settings.updates.none")));
+}
+
+void AboutTab::showActivity() {
+  const auto activity = updater ? updater->activity() : platform::Updater::Activity::None;
+  checkNow->setText(localized(QString::fromLatin1(activityKey(activity))));
 }
 
 QString appVersion(const QString& version, const QString& build) {

@@ -3,6 +3,9 @@
 #include "app/settings/view/SettingsTab.h"
 #include "platform/desktop/LoginItem.h"
 
+namespace platform {
+class Updater;
+}
 class QCheckBox;
 class QPushButton;
 
@@ -13,7 +16,8 @@ class SegmentedPicker;
 /// What the program is, its language, its updates and whether it starts by itself.
 class AboutTab : public SettingsTab {
  public:
-  AboutTab(bool hasUpdater, QWidget* parent);
+  /// `updater` is null where the program has none.
+  AboutTab(platform::Updater* updater, QWidget* parent);
 
   void refresh() override;
 
@@ -23,8 +27,9 @@ class AboutTab : public SettingsTab {
   void addUpdates();
   void addStartup();
   void setStartsAtLogin(bool isWanted);
+  void showActivity();
 
-  const bool hasUpdater;
+  platform::Updater* const updater;
   QLabel* tagline = nullptr;
   FormGroup* languageGroup = nullptr;
   SegmentedPicker* language = nullptr;
@@ -37,6 +42,7 @@ class AboutTab : public SettingsTab {
   FormRow* atLoginRow = nullptr;
   QCheckBox* atLogin = nullptr;
   platform::LoginItem loginItem;
+  platform::Subscription activity;
 };
 
 /// "v1.2 (build 34)", without the brackets where there is no build; empty without a version.

@@ -21,26 +21,28 @@ namespace {
 struct Tab {
   const char* titleKey;
   const char* symbol;
-  SettingsTab* (*make)(bool hasUpdater, QWidget* parent);
+  SettingsTab* (*make)(platform::Updater* updater, QWidget* parent);
 };
 
 constexpr int hairline = 1;
 
 constexpr std::array<Tab, 4> allTabs{{
     {"settings.tab.general", "gearshape",
-     [](bool hasUpdater, QWidget* parent) -> SettingsTab* { return new AboutTab(hasUpdater, parent); }},
+     [](platform::Updater* updater, QWidget* parent) -> SettingsTab* {
+       return new AboutTab(updater, parent);
+     }},
     {"settings.tab.shortcuts", "keyboard",
-     [](bool, QWidget* parent) -> SettingsTab* { return new ShortcutsSettingsTab(parent); }},
+     [](platform::Updater*, QWidget* parent) -> SettingsTab* { return new ShortcutsSettingsTab(parent); }},
     {"settings.tab.watermark", "signature",
-     [](bool, QWidget* parent) -> SettingsTab* { return new WatermarkSettingsTab(parent); }},
+     [](platform::Updater*, QWidget* parent) -> SettingsTab* { return new WatermarkSettingsTab(parent); }},
     {"settings.tab.storage", "internaldrive",
-     [](bool, QWidget* parent) -> SettingsTab* { return new StorageSettingsTab(parent); }},
+     [](platform::Updater*, QWidget* parent) -> SettingsTab* { return new StorageSettingsTab(parent); }},
 }};
 
 }  // namespace
 
-SettingsView::SettingsView(bool canUpdate, int firstTab, std::function<void(int)> onSelect)
-    : hasUpdater(canUpdate), bar(new SettingsTabBar(this)) {
+SettingsView::SettingsView(platform::Updater* updaterOrNull, int firstTab, std::function<void(int)> onSelect)
+    : updater(updaterOrNull), bar(new SettingsTabBar(this)) {
   setFixedSize(fixedSize);
   for (const Tab& tab : allTabs)
     bar->add(QString::fromLatin1(tab.symbol));
@@ -77,7 +79,7 @@ SettingsView::SettingsView(bool canUpdate, int firstTab, std::function<void(int)
 void SettingsView::showTab(int index) {
   SettingsTab*& tab = tabs.at(static_cast<size_t>(index));
   if (!tab) {
-    tab = allTabs.at(static_cast<size_t>(index)).make(hasUpdater, this);
+    tab = allTabs.at(static_cast<size_t>(index)).make(updater, this);
     pages->addWidget(tab);
   }
   tab->refresh();  // also what nobody tells of, as a file that can't be read any more

@@ -5,6 +5,9 @@
 
 #include <array>
 
+namespace platform {
+class Updater;
+}
 class QStackedLayout;
 
 namespace sorrel {
@@ -17,9 +20,9 @@ class SettingsView : public QWidget {
  public:
   static constexpr QSize fixedSize{500, 420};
 
-  /// Where the program has no updater, what asks for one can't be used. Tabs go by their place in the bar;
+  /// Without an updater, what asks for one can't be used. Tabs go by their place in the bar;
   /// `onSelect` hears which one the user turns to.
-  SettingsView(bool hasUpdater, int firstTab, std::function<void(int)> onSelect);
+  SettingsView(platform::Updater* updater, int firstTab, std::function<void(int)> onSelect);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -30,7 +33,7 @@ class SettingsView : public QWidget {
   void refreshLater();
   void refresh();
 
-  const bool hasUpdater;
+  platform::Updater* const updater;
   SettingsTabBar* const bar;
   QStackedLayout* pages;
   std::array<SettingsTab*, 4> tabs{};  // null until it is first seen

@@ -20,7 +20,8 @@ QPoint placeOf(const QSize& size) {
 
 }  // namespace
 
-SettingsWindowController::SettingsWindowController(bool canUpdate) : hasUpdater(canUpdate) {
+SettingsWindowController::SettingsWindowController(platform::Updater* updaterOrNull)
+    : updater(updaterOrNull) {
 }
 
 SettingsWindowController::~SettingsWindowController() {
@@ -29,7 +30,7 @@ SettingsWindowController::~SettingsWindowController() {
 
 void SettingsWindowController::open() {
   if (!shown) {
-    shown = new SettingsView(hasUpdater, lastTab, [this](int tab) { lastTab = tab; });
+    shown = new SettingsView(updater, lastTab, [this](int tab) { lastTab = tab; });
     shown->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(shown, &QObject::destroyed, [] { platform::giveBackFreeMemory(); });
     shown->setWindowFlags(Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |

@@ -3,14 +3,18 @@
 #include <QPointer>
 #include <QWidget>
 
+namespace platform {
+class Updater;
+}
+
 namespace sorrel {
 
 /// Owns the settings' window, of which there is at most one. It is made when it is first asked for, and gone
 /// when it is closed. Main thread only.
 class SettingsWindowController {
  public:
-  /// `hasUpdater`: what asks for updates can be used.
-  explicit SettingsWindowController(bool hasUpdater = false);
+  /// Without an updater, what asks for updates can't be used.
+  explicit SettingsWindowController(platform::Updater* updater = nullptr);
   ~SettingsWindowController();
   SettingsWindowController(const SettingsWindowController&) = delete;
   SettingsWindowController& operator=(const SettingsWindowController&) = delete;
@@ -22,7 +26,7 @@ class SettingsWindowController {
   [[nodiscard]] QWidget* window() const { return shown; }
 
  private:
-  const bool hasUpdater;
+  platform::Updater* const updater;
   int lastTab = 0;
   QPointer<QWidget> shown;
 };

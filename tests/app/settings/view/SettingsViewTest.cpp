@@ -11,6 +11,7 @@
 #include "platform/base/NotificationCenter.h"
 #include "platform/desktop/OpenPanel.h"
 #include "platform/input/LayoutSwitch.h"
+#include "platform/updater/FeedUpdater.h"
 #include "tests/support/HotKeyServiceDouble.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ScratchHome.h"
@@ -54,20 +55,39 @@ class OpenPanelDouble : public platform::OpenPanelPresenter {
   QList<QUrl> answer;
 };
 
+class UpdaterDouble : public platform::Updater {
+ public:
+  void setAutomaticallyChecksForUpdates(bool) override {}
+  void checkForUpdates() override {}
+  [[nodiscard]] Activity activity() const override { return present; }
+  [[nodiscard]] platform::Subscription observe(std::function<void()> observer) override {
+    return observers.add(std::move(observer));
+  }
+  void turnTo(Activity activity) {
+    present = activity;
+    observers.tell();
+  }
+
+ private:
+  Activity present = Activity::None;
+  platform::Listeners<> observers;
+};
+
 class SettingsViewTest : public testing::Test {
  protected:
   SettingsViewTest() {
     platform::Environment::provide<platform::OpenPanelPresenter>(openPanel);
     platform::Environment::provide<platform::HotKeyService>(hotKeys);
     LocalizationManager::shared().setLanguage(AppLanguage::en);
-    for (const char* name : {Notifications::retentionChanged, Notifications::storageLocationChanged})
+    for (const char* name : {Notifications::retentionChanged, Notifications::storageLocationChanged,
+                             Notifications::checkForUpdates})
       subscriptions.push_back(NotificationCenter::defaultCenter().addObserver(
           QString::fromLatin1(name), NotificationCenter::Queue::PostingThread,
           [this](const platform::Notification& notification) { posted << notification.name; }));
   }
 
   void open(Tab tab) {
-    view = std::make_unique<SettingsView>(false, tab, [](int) {});
+    view = std::make_unique<SettingsView>(hasUpdater ? &updater : nullptr, tab, [](int) {});
     view->show();
   }
   template <typename Control = QPushButton>
@@ -104,6 +124,8 @@ class SettingsViewTest : public testing::Test {
   const std::shared_ptr<OpenPanelDouble> openPanel = std::make_shared<OpenPanelDouble>();
   const std::shared_ptr<testing_support::HotKeyServiceDouble> hotKeys =
       std::make_shared<testing_support::HotKeyServiceDouble>();
+  UpdaterDouble updater;
+  bool hasUpdater = true;
   QStringList posted;
   std::vector<platform::Subscription> subscriptions;
   std::unique_ptr<SettingsView> view;
@@ -173,6 +195,32 @@ TEST_F(SettingsViewTest, TheAgeOfOldScreenshotsIsStoredThenTold) {
   choose(days, 0);
   clock.run();
   EXPECT_TRUE(text().contains(u"until you delete them"_s)) << qPrintable(text());
+}
+
+TEST_F(SettingsViewTest, UpdatesAreFetchedUnaskedUnlessTheUserSaysNo) {
+  const auto& isAutomatic = platform::UpdaterSettings::automaticallyUpdate;
+  open(general);
+  auto* const automatic = control<QCheckBox>(u"Download updates automatically"_s);
+  EXPECT_TRUE(automatic->isChecked());
+  automatic->click();
+  EXPECT_FALSE(UserDefaults::standard().value(isAutomatic));
+  store(isAutomatic, true);
+  EXPECT_TRUE(automatic->isChecked()) << "edited by hand";
+  auto* const check = control(u"Check for Updates…"_s);
+  check->click();
+  EXPECT_EQ(posted, QStringList{QString::fromLatin1(Notifications::checkForUpdates)});
+  updater.turnTo(platform::Updater::Activity::Checking);
+  EXPECT_EQ(check->text(), u"Checking for Updates…"_s);
+  updater.turnTo(platform::Updater::Activity::Downloading);
+  EXPECT_EQ(check->text(), u"Downloading Update…"_s);
+  updater.turnTo(platform::Updater::Activity::None);
+  EXPECT_EQ(check->text(), u"Check for Updates…"_s);
+
+  hasUpdater = false;
+  open(general);
+  EXPECT_FALSE(control<QCheckBox>(u"Download updates automatically"_s)->isEnabled());
+  EXPECT_FALSE(control(u"Check for Updates…"_s)->isEnabled());
+  EXPECT_TRUE(text().contains(u"no updater"_s)) << qPrintable(text());
 }
 
 TEST_F(SettingsViewTest, ShortcutsThatTheLayoutsSwitchTakesAreNamed) {
