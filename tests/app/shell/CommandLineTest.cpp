@@ -1,5 +1,7 @@
 #include "app/shell/CommandLine.h"
 
+#include <QFile>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -42,6 +44,25 @@ TEST(CommandLineTest, EachLineHasItsMeaning) {
         << row.line.toStdString();
   }
   EXPECT_EQ(parseCommandLine({QString()}).kind, Kind::Wrong) << "an empty argument is an argument";
+}
+
+TEST(CommandLineTest, WhatTheProgramsIconOffersIsUnderstood) {
+  QFile file(QStringLiteral(SORREL_DESKTOP_ENTRY));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  QString listed, offered;
+  for (QString line : QString::fromUtf8(file.readAll()).split(u'\n')) {
+    if (line.startsWith(u"Actions="_s))
+      listed = line.sliced(8);
+    if (line.startsWith(u"[Desktop Action "_s))
+      offered += line.sliced(16).replace(u']', u';');
+    if (!line.startsWith(u"Exec=sorrel "_s))
+      continue;
+    const CommandLine parsed = parseCommandLine(line.sliced(12).split(u' '));
+    ASSERT_TRUE(parsed.action) << line.toStdString();
+    EXPECT_TRUE(offered.endsWith(QString::fromLatin1(nameOf(*parsed.action)) + u';')) << line.toStdString();
+  }
+  EXPECT_EQ(offered, listed);
+  EXPECT_EQ(listed.count(u';'), 5);
 }
 
 }  // namespace
