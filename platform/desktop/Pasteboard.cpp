@@ -4,6 +4,7 @@
 #include "platform/base/MainQueue.h"
 #include "platform/system/ClipboardKeeper.h"
 #include "platform/system/Descriptor.h"
+#include "platform/wayland/WaylandConnection.h"
 #include "platform/x11/X11Connection.h"
 
 #include <QClipboard>
@@ -11,10 +12,12 @@
 #include <QGuiApplication>
 #include <QMimeData>
 
+#include <wlr-data-control-unstable-v1.h>
+
 namespace platform::Pasteboard {
 namespace {
 
-// With an X server that is busy; it answers within a few milliseconds as a rule.
+// With a display that is busy; it answers within a few milliseconds as a rule.
 constexpr std::chrono::seconds patience{2};
 
 struct Form {
@@ -57,6 +60,13 @@ void giveToToolkit(const std::vector<Form>& forms) {
   QGuiApplication::clipboard()->setMimeData(contents.release());
 }
 
+/// Whether this program alone, and only while it has the keyboard, may fill the clipboard.
+bool isGivenByFocusAlone() {
+  const WaylandGlobals* const compositor = waylandGlobals();
+  return compositor && compositor->version(zwlr_data_control_manager_v1_interface) == 0 &&
+         QGuiApplication::focusWindow();
+}
+
 WorkItem& waitingClear() {
   static WorkItem item;
   return item;
@@ -74,8 +84,11 @@ bool writeObjects(const std::vector<PasteboardObject>& objects) {
   std::vector<Form> forms;
   for (const PasteboardObject& object : objects)
     std::visit([&](const auto& value) { addForms(value, forms); }, object);
-  if (x11Connection())
-    return giveToKeeper(forms);
+  const bool hasDisplay = x11Connection() || waylandDisplay();
+  if (hasDisplay && giveToKeeper(forms))
+    return true;
+  if (hasDisplay && !isGivenByFocusAlone())
+    return false;
   giveToToolkit(forms);
   return true;
 }

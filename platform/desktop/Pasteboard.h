@@ -29,8 +29,9 @@ void clearContents();
 /// A picture is offered as image/png; a file's address as text/uri-list and as file managers mark a file to
 /// be copied. Neither is offered as text, which some programs would take in place of the picture; a text is.
 ///
-/// On X11 a process of its own keeps the contents, so that they outlive this program however it ends; the
-/// call returns when they can be pasted. Elsewhere they end with this program.
+/// A process of its own keeps the contents, so that they outlive this program however it ends; the call
+/// returns when they can be pasted. They end with this program where there is neither an X server nor a
+/// compositor that lets others than the program with the keyboard fill the clipboard.
 [[nodiscard]] bool writeObjects(const std::vector<PasteboardObject>& objects);
 
 }  // namespace Pasteboard

@@ -1,4 +1,4 @@
-// Owns what was copied to the X clipboard until another program copies something:
+// Owns what was copied to the clipboard until another program copies something:
 //
 //   clipboardkeeper <FORMS
 //
@@ -7,7 +7,8 @@
 // status 1 where it can't own the clipboard, which is then as it was.
 
 #include "platform/system/MappedFile.h"
-#include "tools/clipboardkeeper/ClipboardOwner.h"
+#include "tools/clipboardkeeper/wayland/DataControlOwner.h"
+#include "tools/clipboardkeeper/x11/SelectionOwner.h"
 
 #include <cstdio>
 #include <fcntl.h>
@@ -22,6 +23,12 @@ enum Status { Owned = 0, NotOwned = 1 };
 int fail(const char* reason) {
   std::fprintf(stderr, "clipboardkeeper: %s\n", reason);
   return NotOwned;
+}
+
+std::unique_ptr<ClipboardOwner> takeClipboard(const std::vector<platform::ClipboardForm>& forms) {
+  // Compositors that don't offer data control pass the contents of an X program on, whoever has the keyboard.
+  std::unique_ptr<ClipboardOwner> owner = DataControlOwner::take(forms);
+  return owner ? std::move(owner) : SelectionOwner::take(forms);
 }
 
 /// Stays out of the way of whoever waits for the end of our output or unmounts the folder that we started in.
@@ -42,7 +49,7 @@ int main() {
   const auto forms = file ? platform::parseForms(file->bytes()) : std::nullopt;
   if (!forms)
     return fail("the standard input holds nothing to keep");
-  std::optional<ClipboardOwner> owner = ClipboardOwner::take(*forms);
+  const std::unique_ptr<ClipboardOwner> owner = takeClipboard(*forms);
   if (!owner)
     return fail("the clipboard can't be taken");
   const pid_t process = fork();

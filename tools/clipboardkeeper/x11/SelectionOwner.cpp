@@ -1,4 +1,4 @@
-#include "tools/clipboardkeeper/ClipboardOwner.h"
+#include "tools/clipboardkeeper/x11/SelectionOwner.h"
 
 #include <algorithm>
 #include <poll.h>
@@ -21,22 +21,22 @@ constexpr int mostRefills = 5;
 
 }  // namespace
 
-std::optional<ClipboardOwner> ClipboardOwner::take(const std::vector<platform::ClipboardForm>& contents) {
+std::unique_ptr<ClipboardOwner> SelectionOwner::take(const std::vector<platform::ClipboardForm>& contents) {
   platform::XcbConnection connection(xcb_connect(nullptr, nullptr));
   if (xcb_connection_has_error(connection.get()))
-    return std::nullopt;
+    return nullptr;
   // Selections belong to the whole display, so any of its screens will do.
   const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection.get())).data->root;
-  ClipboardOwner owner(std::move(connection), root, contents);
-  owner.taken = Clock::now();
-  while (!owner.own()) {
-    if (!owner.mayTakeAgain())
-      return std::nullopt;
+  std::unique_ptr<SelectionOwner> owner(new SelectionOwner(std::move(connection), root, contents));
+  owner->taken = Clock::now();
+  while (!owner->own()) {
+    if (!owner->mayTakeAgain())
+      return nullptr;
   }
   return owner;
 }
 
-ClipboardOwner::ClipboardOwner(platform::XcbConnection connected, xcb_window_t root,
+SelectionOwner::SelectionOwner(platform::XcbConnection connected, xcb_window_t root,
                                const std::vector<platform::ClipboardForm>& contents)
     : server(std::move(connected)), window(xcb_generate_id(server.get())) {
   const auto windowsAsked = xcb_query_tree(server.get(), root);
@@ -60,7 +60,7 @@ ClipboardOwner::ClipboardOwner(platform::XcbConnection connected, xcb_window_t r
                       &yes);
 }
 
-bool ClipboardOwner::own() {
+bool SelectionOwner::own() {
   since = currentTime();
   xcb_set_selection_owner(server.get(), window, atoms[Clipboard], since);
   const auto owner = platform::xcbAsk(server.get(), xcb_get_selection_owner, xcb_get_selection_owner_reply,
@@ -69,7 +69,7 @@ bool ClipboardOwner::own() {
   return isOwner;
 }
 
-xcb_timestamp_t ClipboardOwner::currentTime() {
+xcb_timestamp_t SelectionOwner::currentTime() {
   // The server tells its time with each event, and changing a property by nothing gives one.
   xcb_change_property(server.get(), XCB_PROP_MODE_APPEND, window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0,
                       nullptr);
@@ -83,7 +83,7 @@ xcb_timestamp_t ClipboardOwner::currentTime() {
   return XCB_CURRENT_TIME;
 }
 
-void ClipboardOwner::serve() {
+void SelectionOwner::serve() {
   xcb_flush(server.get());
   pollfd waiting{xcb_get_file_descriptor(server.get()), POLLIN, 0};
   while (isOwner || !transfers.empty()) {
@@ -101,7 +101,7 @@ void ClipboardOwner::serve() {
   }
 }
 
-platform::XcbPointer<xcb_generic_event_t> ClipboardOwner::nextEvent() {
+platform::XcbPointer<xcb_generic_event_t> SelectionOwner::nextEvent() {
   if (setAside.empty())
     return platform::XcbPointer<xcb_generic_event_t>(xcb_poll_for_event(server.get()));
   auto event = std::move(setAside.front());
@@ -109,7 +109,7 @@ platform::XcbPointer<xcb_generic_event_t> ClipboardOwner::nextEvent() {
   return event;
 }
 
-void ClipboardOwner::handle(const xcb_generic_event_t& event) {
+void SelectionOwner::handle(const xcb_generic_event_t& event) {
   switch (event.response_type & 0x7f) {
     case XCB_SELECTION_REQUEST:
       return answer(reinterpret_cast<const xcb_selection_request_event_t&>(event));
@@ -124,7 +124,7 @@ void ClipboardOwner::handle(const xcb_generic_event_t& event) {
   }
 }
 
-void ClipboardOwner::answer(const xcb_selection_request_event_t& request) {
+void SelectionOwner::answer(const xcb_selection_request_event_t& request) {
   // Old programs leave the property open and look for it under the target's name.
   const xcb_atom_t property = request.property ? request.property : request.target;
   const bool done =
@@ -145,7 +145,7 @@ void ClipboardOwner::answer(const xcb_selection_request_event_t& request) {
   xcb_send_event(server.get(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, notice.bytes);
 }
 
-bool ClipboardOwner::convert(xcb_window_t receiver, xcb_atom_t target, xcb_atom_t property) {
+bool SelectionOwner::convert(xcb_window_t receiver, xcb_atom_t target, xcb_atom_t property) {
   const auto put = [&](xcb_atom_t type, std::uint8_t format, std::size_t count, const void* data) {
     xcb_change_property(server.get(), XCB_PROP_MODE_REPLACE, receiver, property, type, format,
                         static_cast<std::uint32_t>(count), data);
@@ -173,7 +173,7 @@ bool ClipboardOwner::convert(xcb_window_t receiver, xcb_atom_t target, xcb_atom_
   return true;
 }
 
-bool ClipboardOwner::convertMultiple(xcb_window_t receiver, xcb_atom_t property) {
+bool SelectionOwner::convertMultiple(xcb_window_t receiver, xcb_atom_t property) {
   const auto list = platform::xcbReply(
       server.get(), xcb_get_property_reply,
       xcb_get_property(server.get(), 0, receiver, property, atoms[AtomPair], 0, longestMultiple));
@@ -190,7 +190,7 @@ bool ClipboardOwner::convertMultiple(xcb_window_t receiver, xcb_atom_t property)
   return true;
 }
 
-void ClipboardOwner::startTransfer(xcb_window_t receiver, xcb_atom_t property, const Offer& offer) {
+void SelectionOwner::startTransfer(xcb_window_t receiver, xcb_atom_t property, const Offer& offer) {
   const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
   xcb_change_window_attributes(server.get(), receiver, XCB_CW_EVENT_MASK, &events);
   const auto size = static_cast<std::uint32_t>(offer.bytes.size());
@@ -201,7 +201,7 @@ void ClipboardOwner::startTransfer(xcb_window_t receiver, xcb_atom_t property, c
   transfers.push_back({receiver, property, offer, 0, Clock::now()});
 }
 
-void ClipboardOwner::sendPiece(const xcb_property_notify_event_t& event) {
+void SelectionOwner::sendPiece(const xcb_property_notify_event_t& event) {
   const auto transfer = std::ranges::find_if(transfers, [&](const Transfer& each) {
     return each.receiver == event.window && each.property == event.atom;
   });
@@ -223,21 +223,21 @@ void ClipboardOwner::sendPiece(const xcb_property_notify_event_t& event) {
     xcb_change_window_attributes(server.get(), receiver, XCB_CW_EVENT_MASK, &noEvents);
 }
 
-void ClipboardOwner::forget(xcb_window_t receiver) {
+void SelectionOwner::forget(xcb_window_t receiver) {
   std::erase_if(transfers, [&](const Transfer& transfer) { return transfer.receiver == receiver; });
 }
 
-void ClipboardOwner::lose() {
+void SelectionOwner::lose() {
   isOwner = false;
   while (!isOwner && mayTakeAgain())
     (void)own();
 }
 
-bool ClipboardOwner::mayTakeAgain() {
+bool SelectionOwner::mayTakeAgain() {
   return Clock::now() - taken < refillTime && timesLost++ < mostRefills && isRefill();
 }
 
-bool ClipboardOwner::isRefill() const {
+bool SelectionOwner::isRefill() const {
   xcb_connection_t* const connection = server.get();
   const auto ownerAsked = xcb_get_selection_owner(connection, atoms[Clipboard]);
   const auto focusAsked = xcb_get_input_focus(connection);
@@ -259,11 +259,11 @@ bool ClipboardOwner::isRefill() const {
   return !isNewer && !isOurs && !isNextKeeper;
 }
 
-std::uint32_t ClipboardOwner::programOf(xcb_window_t any) const {
+std::uint32_t SelectionOwner::programOf(xcb_window_t any) const {
   return any & ~xcb_get_setup(server.get())->resource_id_mask;
 }
 
-std::size_t ClipboardOwner::pieceSize() const {
+std::size_t SelectionOwner::pieceSize() const {
   return xcb_get_setup(server.get())->maximum_request_length * std::size_t{4} - requestOverhead;
 }
 
