@@ -4,6 +4,7 @@
 #include "app/settings/SettingsKeys.h"
 #include "platform/base/FilePath.h"
 #include "platform/imaging/codecs/ImageDecoder.h"
+#include "platform/imaging/drawing/ScaledPart.h"
 
 namespace sorrel {
 namespace {
@@ -12,7 +13,8 @@ namespace {
 QImage reduced(const QImage& picture, const QSize& size) {
   if (size.width() >= 0.999 * picture.width())
     return picture;
-  return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  return platform::scaledPart({picture, {}, picture.size()}, size, QRect({0, 0}, size),
+                              platform::Enlarging::Smooth);
 }
 
 }  // namespace

@@ -298,7 +298,7 @@ void Canvas::paintPicture(QPainter& painter, const QRect& exposed) {
     backdrop.paint(painter, seen, picture, place.ratio);
   if (stretched.isShown())
     return stretched.paint(painter, picture, exposed);
-  const PlacedPicture pixels = layers.picture(marksAre);
+  const PlacedPicture pixels = layers.picture(marksAre, exposed.translated(-picture.topLeft()));
   const QRect part = exposed.translated(-picture.topLeft()) & QRect(pixels.topLeft, pixels.image.size());
   if (part.isEmpty())
     return;

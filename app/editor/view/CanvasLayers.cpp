@@ -46,15 +46,16 @@ void CanvasLayers::show(const CanvasFit& place) {
   logo.forget();
   text.forget();
   isLogoStale = isTextStale = true;
-  if (view.isScrolledFrom(last)) {
+  if (!together.isNull() && view.isScrolledFrom(last)) {
+    const auto format = together.format();
     together = scrolledLayer(together, last, view);
+    together.reinterpretAsFormat(format);
     stale = stale.translated(last.area.topLeft() - view.area.topLeft()) & view.layerRect();
     stale |= QRegion(view.layerRect()) - view.sharedWith(last);
   } else {
-    together = newLayer(view.area.size());
+    together = {};
     stale = view.layerRect();
   }
-  together.reinterpretAsFormat(isOpaque() ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
 }
 
 QRegion CanvasLayers::follow(const void* field, const QRectF& rectangle) {
@@ -171,14 +172,46 @@ std::array<PlacedPicture, 2> CanvasLayers::marks() const {
   return marks;
 }
 
-PlacedPicture CanvasLayers::picture(Marks where) {
+void CanvasLayers::prepare(Marks where) {
   if (!staleUnder.isEmpty())
     under.repaint(std::exchange(staleUnder, {}));
   place(where);
   showMarks();
-  for (const QRect& part : std::exchange(stale, {}))
-    compose(part);
+}
+
+bool CanvasLayers::isUnderAlone() const {
+  return together.isNull() && ink.pixels().isNull() &&
+         (marksAre == Marks::apart || (logo.area().isEmpty() && text.area().isEmpty()));
+}
+
+PlacedPicture CanvasLayers::picture(Marks where) {
+  prepare(where);
+  composeStale(view.layerRect());
   return {together, view.area.topLeft()};
+}
+
+PlacedPicture CanvasLayers::picture(Marks where, const QRect& part) {
+  prepare(where);
+  if (isUnderAlone())
+    return {under.pixels(), view.area.topLeft()};
+  composeStale(part.translated(-view.area.topLeft()));
+  return {together, view.area.topLeft()};
+}
+
+/// Whole rows, of which some at a time, so that what is left is always of few rectangles.
+void CanvasLayers::composeStale(const QRect& part) {
+  constexpr int rowsAtATime = 64;
+  const QRect layer = view.layerRect();
+  const int top = std::max(part.top(), 0) / rowsAtATime * rowsAtATime;
+  const int end = (part.bottom() + rowsAtATime) / rowsAtATime * rowsAtATime;
+  const QRect rows = QRect(layer.left(), top, layer.width(), end - top) & layer;
+  if (together.isNull() && !layer.isEmpty()) {
+    together = newLayer(layer.size());
+    together.reinterpretAsFormat(isOpaque() ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+  }
+  for (const QRect& changed : stale& rows)
+    compose(changed);
+  stale -= rows;
 }
 
 /// In strips that stay near the processor. The screen's own format is taken here once, not by each painting.

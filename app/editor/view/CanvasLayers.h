@@ -42,6 +42,9 @@ class CanvasLayers {
   /// All together, up to date, in the screen's format, and where it lies in the picture; without the marks if
   /// those are to be shown apart.
   [[nodiscard]] PlacedPicture picture(Marks where = Marks::within);
+  /// The same for who shows only a part of the picture: up to date there, and in the document's format as
+  /// long as nothing lies on the base image, so that there is one copy less.
+  [[nodiscard]] PlacedPicture picture(Marks where, const QRect& part);
   /// The logo and the text as of the last picture(), to be laid over it.
   [[nodiscard]] std::array<PlacedPicture, 2> marks() const;
   [[nodiscard]] const CanvasView& shownView() const { return view; }
@@ -54,6 +57,9 @@ class CanvasLayers {
   }
   /// Returns it in the picture.
   [[nodiscard]] QRegion willChange(const QRegion& part);
+  void prepare(Marks where);
+  [[nodiscard]] bool isUnderAlone() const;
+  void composeStale(const QRect& part);
   void compose(const QRect& part);
   void showMarks();
   [[nodiscard]] const QImage& shownLogo(const LogoWatermark& now, double scale);
@@ -80,7 +86,7 @@ class CanvasLayers {
   };
   ReducedLogo reducedLogo;
   Marks marksAre = Marks::within;
-  QImage together;
+  QImage together;  // null until something lies on the base image
   // What has to be painted before the next look, in the layers' pixels.
   QRegion staleUnder;
   QRegion stale;

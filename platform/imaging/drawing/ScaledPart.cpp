@@ -5,6 +5,7 @@
 #include "platform/imaging/png/Vectorised.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -16,8 +17,6 @@ namespace {
 constexpr int channels = 4;
 constexpr int weightBits = 14;
 constexpr std::uint32_t fullWeight = 1U << weightBits;
-/// Of what a column of pixels adds up to before the rows are gone through.
-constexpr int middleBits = 8;
 
 /// What each pixel of a line takes from which pixels of another: as many for each, beginning with `first`,
 /// whose weights add up to the full one.
@@ -65,34 +64,52 @@ Taps tapsOf(int from, int to, int begin, int end, Enlarging enlarging) {
   return taps;
 }
 
-void addRow(std::uint32_t* sums, const std::uint8_t* row, std::uint32_t weight, int count) {
+/// Such sums of bytes with weights of 14 bits are exact as floating numbers, which are quicker to multiply.
+void addRow(float* sums, const std::uint8_t* row, float weight, int count) {
   for (int i = 0; i < count; ++i)
     sums[i] += weight * row[i];
 }
 
-void halve(std::uint16_t* middle, const std::uint32_t* sums, int count) {
-  for (int i = 0; i < count; ++i)
-    middle[i] = static_cast<std::uint16_t>(sums[i] >> (weightBits - middleBits));
+using Pixel = float __attribute__((vector_size(16)));
+using Whole = std::int32_t __attribute__((vector_size(16)));
+using Bytes = std::uint8_t __attribute__((vector_size(16)));
+
+/// `known`: how many taps there are, where the compiler is to unroll them.
+template <int known>
+void mixColumns(std::uint8_t* to, const float* sums, const int* first, const float* weights, int taps,
+                int count) {
+  constexpr std::uint8_t least = std::endian::native == std::endian::little ? 0 : 3;
+  const Bytes leastOfEach = {least, least + 4, least + 8, least + 12};
+  taps = known ? known : taps;
+  for (int x = 0; x < count; ++x) {
+    const float* const from = sums + std::ptrdiff_t(channels) * first[x];
+    Pixel sum = {};
+    for (int tap = 0; tap < taps; ++tap) {
+      Pixel pixel;
+      std::memcpy(&pixel, from + channels * tap, sizeof pixel);
+      sum += weights[tap] * pixel;
+    }
+    const auto whole = __builtin_convertvector(sum + 0.5F, Whole);
+    const Bytes bytes = __builtin_shuffle(std::bit_cast<Bytes>(whole), leastOfEach);
+    std::memcpy(to + std::ptrdiff_t(channels) * x, &bytes, channels);
+    weights += taps;
+  }
 }
 
-using Sums = std::uint32_t __attribute__((vector_size(16)));
-using Halves = std::uint16_t __attribute__((vector_size(8)));
-using Bytes = std::uint8_t __attribute__((vector_size(4)));
-
-void mixColumns(std::uint8_t* to, const std::uint16_t* middle, const int* first, const std::uint16_t* weights,
-                int taps, int count) {
-  constexpr std::uint32_t half = 1U << (weightBits + middleBits - 1);
-  for (int x = 0; x < count; ++x) {
-    const std::uint16_t* const from = middle + std::ptrdiff_t(channels) * first[x];
-    Sums sums = {half, half, half, half};
-    for (int tap = 0; tap < taps; ++tap) {
-      Halves pixel;
-      std::memcpy(&pixel, from + channels * tap, sizeof pixel);
-      sums += std::uint32_t(weights[tap]) * __builtin_convertvector(pixel, Sums);
-    }
-    const auto bytes = __builtin_convertvector(sums >> (weightBits + middleBits), Bytes);
-    std::memcpy(to + std::ptrdiff_t(channels) * x, &bytes, sizeof bytes);
-    weights += taps;
+/// `weights`: those of the taps, scaled so that bytes come out.
+void mixColumnsOf(std::uint8_t* to, const float* sums, const Taps& across, const std::vector<float>& weights,
+                  int count) {
+  const auto mix = [&]<int known>() {
+    vectorised<mixColumns<known>>(Instructions::Widest, to, sums, across.first.data(), weights.data(),
+                                  across.count, count);
+  };
+  switch (across.count) {
+    case 2:
+      return mix.operator()<2>();
+    case 3:
+      return mix.operator()<3>();
+    default:
+      return mix.operator()<0>();
   }
 }
 
@@ -122,29 +139,30 @@ QImage scaledPart(const PicturePart& picture, const QSize& scaled, const QRect& 
   const int count = channels * (across.first.back() + across.count - left);
   for (int& first : across.first)
     first -= left;
+  constexpr float toByte = 1.0F / (float(fullWeight) * float(fullWeight));
+  std::vector<float> weights;
+  for (const std::uint16_t weight : across.weights)
+    weights.push_back(toByte * weight);
   const std::ptrdiff_t skipped = std::ptrdiff_t(channels) * (left - picture.topLeft.x());
   std::uint8_t* const to = result.bits();
   const std::ptrdiff_t stride = result.bytesPerLine();
   constexpr int rowsWorthAThread = 64;
   constexpr int chunk = 2048;  // stays near the processor
   forEachBand(part.height(), rowsWorthAThread, Cores::All, [&](int begin, int end) {
-    std::vector<std::uint32_t> sums(chunk);
-    std::vector<std::uint16_t> middle(static_cast<std::size_t>(count));
+    std::vector<float> sums(static_cast<std::size_t>(count));
     for (int y = begin; y < end; ++y) {
       for (int from = 0; from < count; from += chunk) {
         const int length = std::min(chunk, count - from);
-        std::fill_n(sums.begin(), length, 0U);
+        std::fill_n(sums.begin() + from, length, 0.0F);
         for (int tap = 0; tap < down.count; ++tap)
-          if (const std::uint32_t weight = down.of(std::size_t(y))[tap])
+          if (const std::uint16_t weight = down.of(std::size_t(y))[tap])
             vectorised<addRow>(
-                Instructions::Widest, sums.data(),
+                Instructions::Widest, sums.data() + from,
                 picture.pixels.constScanLine(down.first[std::size_t(y)] + tap - picture.topLeft.y()) +
                     skipped + from,
-                weight, length);
-        vectorised<halve>(Instructions::Widest, middle.data() + from, sums.data(), length);
+                float(weight), length);
       }
-      vectorised<mixColumns>(Instructions::Widest, to + y * stride, middle.data(), across.first.data(),
-                             across.of(0), across.count, part.width());
+      mixColumnsOf(to + y * stride, sums.data(), across, weights, part.width());
     }
   });
   return result;
