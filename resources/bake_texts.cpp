@@ -220,6 +220,11 @@ int main(int argc, char** argv) {
     output.add("EnglishHint", scale, drawHint(hintsOf(arguments[1]), u"DejaVu Sans"_s, scale));
   for (const double scale : scales)
     output.add("KoreanHint", scale, drawHint(hintsOf(arguments[2]), u"NanumGothic"_s, scale));
+  const auto escapeOf = [&](int table) { return std::vector{hintsOf(arguments[table]).back()}; };
+  for (const double scale : scales)
+    output.add("EnglishEscapeHint", scale, drawHint(escapeOf(1), u"DejaVu Sans"_s, scale));
+  for (const double scale : scales)
+    output.add("KoreanEscapeHint", scale, drawHint(escapeOf(2), u"NanumGothic"_s, scale));
   for (const auto& [language, table] :
        {std::pair("English", arguments[1]), std::pair("Korean", arguments[2])}) {
     output.addSentence("RefusalTitle", language, textOf(table, u"selection.refusal.title"_s));

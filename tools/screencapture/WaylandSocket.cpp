@@ -1,11 +1,9 @@
 #include "tools/screencapture/WaylandSocket.h"
 
-#include "platform/system/Descriptor.h"
+#include "platform/system/UnixSocket.h"
 
 #include <cstdlib>
 #include <string>
-#include <sys/socket.h>
-#include <sys/un.h>
 
 namespace screencapture {
 
@@ -29,15 +27,8 @@ std::string socketPath() {
 bool handOverWaylandSocket() {
   if (const char* const given = std::getenv(handedOver); given && *given)
     return true;  // by who started us
-  const std::string path = socketPath();
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  if (path.empty() || path.size() >= sizeof address.sun_path)
-    return false;
-  path.copy(address.sun_path, path.size());
-  platform::Descriptor connection(socket(AF_UNIX, SOCK_STREAM, 0));
-  if (!connection.isOpen() ||
-      connect(connection.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
+  platform::Descriptor connection = platform::connectTo(socketPath(), platform::Inherited::Yes);
+  if (!connection.isOpen())
     return false;
   setenv(handedOver, std::to_string(connection.release()).c_str(), 1);
   return true;

@@ -14,8 +14,11 @@ constexpr Duration fade{500};
 constexpr Duration frame{25};
 constexpr double distanceFromEdge = 56;  // of the monitor, at the scale 1
 
-Text textOf(Language language) {
-  return language == Language::Korean ? Text::KoreanHint : Text::EnglishHint;
+Text textOf(const HintText& text) {
+  const bool isKorean = text.language == Language::Korean;
+  if (text.windows == WindowChoice::Missing)
+    return isKorean ? Text::KoreanEscapeHint : Text::EnglishEscapeHint;
+  return isKorean ? Text::KoreanHint : Text::EnglishHint;
 }
 
 }  // namespace
@@ -44,8 +47,8 @@ Language languageOfUser() {
   });
 }
 
-Hint::Hint(Language language, const Rectangle& monitor, const Metrics& metrics) {
-  const Size size = boxSize(coverageOf(textOf(language), metrics.scale).size, metrics);
+Hint::Hint(const HintText& text, const Rectangle& monitor, const Metrics& metrics) {
+  const Size size = boxSize(coverageOf(textOf(text), metrics.scale).size, metrics);
   place = {monitor.x + (monitor.width - size.width) / 2,
            monitor.bottom() - metrics.pixels(distanceFromEdge) - size.height, size.width, size.height};
 }
@@ -63,8 +66,8 @@ std::optional<Duration> Hint::nextChange(Duration sinceStart) {
   return sinceStart < stay ? stay - sinceStart : frame;
 }
 
-Artwork drawHint(Language language, const Metrics& metrics, int opacity) {
-  return drawBox(coverageOf(textOf(language), metrics.scale), metrics, opacity);
+Artwork drawHint(const HintText& text, const Metrics& metrics, int opacity) {
+  return drawBox(coverageOf(textOf(text), metrics.scale), metrics, opacity);
 }
 
 }  // namespace screencapture

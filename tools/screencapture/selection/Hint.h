@@ -16,13 +16,20 @@ namespace screencapture {
 /// The same of this process's own environment.
 [[nodiscard]] Language languageOfUser();
 
-/// What Space and Escape do, near the lower edge of one monitor: it is there from the start on and fades
-/// after some seconds.
+enum class WindowChoice { Offered, Missing };
+
+struct HintText {
+  Language language = Language::English;
+  WindowChoice windows = WindowChoice::Offered;
+};
+
+/// What Space (where windows can be chosen) and Escape do, near the lower edge of one monitor: it is there
+/// from the start on and fades after some seconds.
 class Hint {
  public:
   using Duration = std::chrono::milliseconds;
 
-  Hint(Language language, const Rectangle& monitor, const Metrics& metrics);
+  Hint(const HintText& text, const Rectangle& monitor, const Metrics& metrics);
 
   /// What to show so long after the start; nothing once it has faded.
   [[nodiscard]] std::optional<ShownHint> at(Duration sinceStart) const;
@@ -33,6 +40,6 @@ class Hint {
   Rectangle place;
 };
 
-[[nodiscard]] Artwork drawHint(Language language, const Metrics& metrics, int opacity);
+[[nodiscard]] Artwork drawHint(const HintText& text, const Metrics& metrics, int opacity);
 
 }  // namespace screencapture

@@ -13,7 +13,7 @@ constexpr int axisDecisionPixels = 4;
 
 }  // namespace
 
-Selection::Selection(Size screenSize, std::vector<Rectangle> windows, Point pointer)
+Selection::Selection(Size screenSize, std::optional<std::vector<Rectangle>> windows, Point pointer)
     : screen(screenSize), frames(std::move(windows)), position(clamped(pointer)) {
 }
 
@@ -60,7 +60,7 @@ void Selection::pressKey(Key key) {
       lock = Lock{position};
   } else if (key == Key::Space && drag) {
     move = Move{locked(position), *drag};
-  } else if (key == Key::Space && !windowPressed) {
+  } else if (key == Key::Space && !windowPressed && frames) {
     currentMode = currentMode == Mode::Area ? Mode::Window : Mode::Area;
   }
 }
@@ -105,8 +105,8 @@ Point Selection::locked(Point point) {
 
 std::optional<Rectangle> Selection::windowUnder(Point point) const {
   const auto frame =
-      std::ranges::find_if(frames, [&](const Rectangle& each) { return each.contains(point); });
-  return frame == frames.end() ? std::nullopt : std::optional(*frame);
+      std::ranges::find_if(*frames, [&](const Rectangle& each) { return each.contains(point); });
+  return frame == frames->end() ? std::nullopt : std::optional(*frame);
 }
 
 void Selection::updateDrag() {

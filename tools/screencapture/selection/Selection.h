@@ -19,8 +19,8 @@ enum class Mode { Area, Window };
 /// movement. Escape and the right button cancel. So does a click that selects nothing.
 class Selection final : public Gestures {
  public:
-  /// `windows` are the shown windows' frames, the topmost first.
-  Selection(Size screen, std::vector<Rectangle> windows, Point pointer);
+  /// `windows` are the shown windows' frames, the topmost first; without them there is no choice of windows.
+  Selection(Size screen, std::optional<std::vector<Rectangle>> windows, Point pointer);
 
   void movePointer(Point point) override;
   void pressButton(Button button, Point point) override;
@@ -59,7 +59,7 @@ class Selection final : public Gestures {
   void updateDrag();
 
   Size screen;
-  std::vector<Rectangle> frames;
+  std::optional<std::vector<Rectangle>> frames;
   Point position;
   Mode currentMode = Mode::Area;
   Outcome ending = Outcome::Open;

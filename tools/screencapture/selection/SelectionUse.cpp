@@ -4,9 +4,10 @@
 
 namespace screencapture {
 
-SelectionUse::SelectionUse(Canvas& shownOn, Setting begun, std::vector<Rectangle> windows, Language spoken)
+SelectionUse::SelectionUse(Canvas& shownOn, Setting begun, std::optional<std::vector<Rectangle>> windows,
+                           Language spoken)
     : Use(shownOn, std::move(begun)),
-      language(spoken),
+      hintText{spoken, windows ? WindowChoice::Offered : WindowChoice::Missing},
       selection(setting.screen, std::move(windows), setting.pointer) {
   showCursor(shown.mode);
 }
@@ -17,7 +18,7 @@ bool SelectionUse::draw() {
                         part ? std::optional(canvas.sizeOf(*part)) : std::nullopt);
   if (!start) {
     start = Clock::now();
-    hint.emplace(language, nearest(setting.monitors, selection.pointer()), setting.metrics);
+    hint.emplace(hintText, nearest(setting.monitors, selection.pointer()), setting.metrics);
   }
   if (selection.isDragging())
     hint.reset();  // who drags has got by without it
@@ -50,7 +51,7 @@ Layers SelectionUse::layers() const {
   Layers layers;
   layers.fills = [this](const Rectangle& within) { return fillsOf(shown, within, setting.metrics); };
   if (shown.hint)
-    layers.pieces.push_back({drawHint(language, metrics, shown.hint->opacity), shown.hint->place});
+    layers.pieces.push_back({drawHint(hintText, metrics, shown.hint->opacity), shown.hint->place});
   if (shown.label)
     layers.pieces.push_back({drawLabel(shown.label->text, metrics), shown.label->place});
   return layers;

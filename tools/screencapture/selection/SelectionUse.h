@@ -9,7 +9,9 @@ namespace screencapture {
 /// The selection of a part of the screen, with a hint in the language that is spoken.
 class SelectionUse final : public Use {
  public:
-  SelectionUse(Canvas& canvas, Setting setting, std::vector<Rectangle> windows, Language spoken);
+  /// Without the windows' frames there is no choice of windows.
+  SelectionUse(Canvas& canvas, Setting setting, std::optional<std::vector<Rectangle>> windows,
+               Language spoken);
 
   [[nodiscard]] const Selection& result() const { return selection; }
 
@@ -24,7 +26,7 @@ class SelectionUse final : public Use {
   [[nodiscard]] Layers layers() const;
   void showCursor(Mode mode);
 
-  const Language language;  // of the hint
+  const HintText hintText;
   Selection selection;
   Scene shown;
   std::optional<Clock::time_point> start;  // when the first scene was drawn

@@ -19,6 +19,8 @@ enum class Text {
   HexDigits,  // '0' to '9', 'A' to 'F' and '#'
   EnglishHint,
   KoreanHint,
+  EnglishEscapeHint,
+  KoreanEscapeHint,
 };
 
 /// How many cells the text has; it is one of them if it isn't cut into characters.

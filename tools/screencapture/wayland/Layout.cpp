@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 
 namespace screencapture::wayland {
@@ -73,6 +74,23 @@ Layout Layout::of(std::span<const OutputShape> outputs) {
                      std::max(layout.screen.height, placed.bottom())};
   }
   return layout;
+}
+
+Rectangle onScreen(const Rectangle& part, std::span<const Rectangle> logical, const Layout& layout) {
+  const auto area = [](const Rectangle& shown) { return std::int64_t{shown.width} * shown.height; };
+  const auto most = std::ranges::max_element(
+      logical, {}, [&](const Rectangle& output) { return area(part.intersected(output)); });
+  if (part.intersected(*most).isEmpty())
+    return {};
+  const Rectangle& place = layout.places[static_cast<std::size_t>(most - logical.begin())];
+  const auto scaled = [](int at, int begin, int length, int placed, int placedLength) {
+    return placed + static_cast<int>(std::lround(static_cast<double>(at - begin) * placedLength / length));
+  };
+  const auto across = [&](int x) { return scaled(x, most->x, most->width, place.x, place.width); };
+  const auto down = [&](int y) { return scaled(y, most->y, most->height, place.y, place.height); };
+  const Rectangle whole{across(part.x), down(part.y), across(part.right()) - across(part.x),
+                        down(part.bottom()) - down(part.y)};
+  return whole.intersected({0, 0, layout.screen.width, layout.screen.height});
 }
 
 Rectangle ownPixels(const Rectangle& part, const Rectangle& place, Size pixels) {

@@ -26,6 +26,11 @@ struct Layout {
   [[nodiscard]] static Layout of(std::span<const OutputShape> outputs);
 };
 
+/// Where on the screen a part of the compositor's space is, by the output that shows most of it; cut off at
+/// the screen's edges, empty where no output shows any. `logical` are the outputs of the layout.
+[[nodiscard]] Rectangle onScreen(const Rectangle& part, std::span<const Rectangle> logical,
+                                 const Layout& layout);
+
 /// The smallest part of an output of this many pixels, shown at `place`, that shows all of `part`, which lies
 /// inside of that place.
 [[nodiscard]] Rectangle ownPixels(const Rectangle& part, const Rectangle& place, Size pixels);

@@ -5,6 +5,7 @@
 #include "tools/screencapture/selection/Sentences.h"
 #include "tools/screencapture/wayland/Services.h"
 #include "tools/screencapture/wayland/Session.h"
+#include "tools/screencapture/wayland/SwayWindows.h"
 
 #include <cstdio>
 
@@ -46,6 +47,7 @@ bool hasTaken(const Stage& stage, const Gestures& gestures) {
 }  // namespace
 
 std::optional<platform::PngFile> captureInteractively(Display& display, Language language) {
+  SwayWindows windows;  // asked at the moment at which the screen is frozen
   const Beginning beginning = begin(display, ServicesQuestion::Picture, veil);
   if (beginning.answer.kind == AnswerHeader::Refused)
     tellRefusal(language);
@@ -54,7 +56,10 @@ std::optional<platform::PngFile> captureInteractively(Display& display, Language
   if (!beginning.stage)
     return std::nullopt;
   Stage& stage = *beginning.stage;
-  SelectionUse use(stage, stage.setting(), {}, language);
+  wl_display_flush(display.connection());
+  const auto frames = windows.frames();
+  SelectionUse use(stage, stage.setting(), frames ? std::optional(stage.onScreen(*frames)) : std::nullopt,
+                   language);
   perform(stage, use);
   stage.clear();
   const std::optional<Rectangle> part = use.result().selected();

@@ -84,6 +84,16 @@ Setting Stage::setting() const {
           {first.x + first.width / 2, first.y + first.height / 2}};
 }
 
+std::vector<Rectangle> Stage::onScreen(const std::vector<Rectangle>& parts) const {
+  std::vector<Rectangle> logical, seen;
+  for (const auto& output : display.outputs)
+    logical.push_back(output->logical);
+  for (const Rectangle& part : parts)
+    if (const Rectangle shown = wayland::onScreen(part, logical, screen->layout); !shown.isEmpty())
+      seen.push_back(shown);
+  return seen;
+}
+
 void complain(const Display& display, const char* reason) {
   std::fprintf(stderr, "screencapture: %s\n", display.isLost() ? "lost the compositor" : reason);
 }

@@ -25,6 +25,8 @@ class Stage final : public Canvas {
 
   /// Where the pointer is, is known later.
   [[nodiscard]] Setting setting() const;
+  /// Where on the screen these parts of the compositor's space are, those that are seen.
+  [[nodiscard]] std::vector<Rectangle> onScreen(const std::vector<Rectangle>& parts) const;
   [[nodiscard]] const FrozenScreen& frozen() const { return *screen; }
 
   Display& display;
