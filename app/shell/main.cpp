@@ -3,6 +3,7 @@
 #include "platform/base/FatalMessages.h"
 #include "platform/base/Log.h"
 #include "platform/desktop/ActivationToken.h"
+#include "platform/system/FreeMemory.h"
 
 namespace {
 
@@ -31,6 +32,7 @@ int tell(int argc, char** argv, const CommandLine& commandLine) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  platform::shareOneHeap();
   QStringList arguments;
   for (int i = 1; i < argc; ++i)
     arguments << QString::fromLocal8Bit(argv[i]);

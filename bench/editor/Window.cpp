@@ -9,6 +9,7 @@
 #include "bench/Figures.h"
 #include "bench/imaging/Pictures.h"
 #include "platform/imaging/codecs/ImageDecoder.h"
+#include "platform/system/FreeMemory.h"
 #include "tests/support/ScratchHome.h"
 #include "tests/support/XTestInput.h"
 #include "tests/support/XvfbServer.h"
@@ -211,6 +212,7 @@ void addFigures(const QString& file, double megabytes, const char* scale, bench:
 }  // namespace
 
 int main(int argc, char** argv) {
+  platform::shareOneHeap();  // as the program does
   if (const auto part = argc > 1 ? parts.find(argv[1]) : parts.end(); part != parts.end()) {
     const QApplication application(argc, argv);
     QApplication::setStyle(new sorrel::LookStyle);

@@ -4,6 +4,10 @@
 
 namespace platform {
 
+void shareOneHeap() {
+  mallopt(M_ARENA_MAX, 1);
+}
+
 void giveBackFreeMemory() {
   malloc_trim(0);
 }
