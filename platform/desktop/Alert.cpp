@@ -102,6 +102,7 @@ QWidget* Alert::present(Alert alert, QWidget* window, Answered answered) {
                                                Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setWindowTitle(QGuiApplication::applicationDisplayName());
+  dialog->setWindowIcon(alert.icon);
   dialog->setAccessibleName(alert.messageText);
   dialog->setAccessibleDescription(alert.informativeText);
   if (alert.isUnasked)
