@@ -97,13 +97,19 @@ QImage tabs(Stage& stage) {
   return sheetOf(pictures, 4);
 }
 
-/// A shortcut is recorded, and another that the desktop keeps; the warning about a folder that was chosen;
-/// what lies below the general tab's lower edge, which the keyboard has gone to.
+/// What lies below the general tab's lower edge, once the keyboard has gone there; a shortcut is recorded,
+/// and another that the desktop keeps; the warning about a folder that was chosen.
 QImage questions(Stage& stage) {
   stage.open();
   Settings& settings = *stage.settings;
   XTestInput& input = stage.desktop.input();
   std::vector<QImage> pictures;
+  (void)stage.pictureAfter([&] {
+    input.pressKey(KEY_LEFTSHIFT);
+    input.tapKey(KEY_TAB);
+    input.releaseKey(KEY_LEFTSHIFT);
+  });
+  pictures.push_back(stage.pictureAfter([&] { input.tapKey(KEY_SPACE); }));
   settings.select(Tab::Shortcuts);
   pictures.push_back(stage.pictureAfter([&] { settings.click(Settings::recorder(1)); }));
   if (!stage.desktop.screen().grabKey(KEY_G, XCB_MOD_MASK_CONTROL))
@@ -116,14 +122,6 @@ QImage questions(Stage& stage) {
   for (const int key : {KEY_SLASH, KEY_H, KEY_O, KEY_M, KEY_E})
     (void)stage.pictureAfter([&] { input.tapKey(key); });
   pictures.push_back(stage.pictureAfter([&] { input.tapKey(KEY_ENTER); }));
-  (void)stage.pictureAfter([&] { input.tapKey(KEY_ESC); });
-  settings.select(Tab::General);
-  (void)stage.pictureAfter([&] {
-    input.pressKey(KEY_LEFTSHIFT);
-    input.tapKey(KEY_TAB);
-    input.releaseKey(KEY_LEFTSHIFT);
-  });
-  pictures.push_back(stage.pictureAfter([&] { input.tapKey(KEY_SPACE); }));
   return sheetOf(pictures, 4);
 }
 
