@@ -4,6 +4,7 @@
 
 #include "app/capture/AppPaths.h"
 #include "bench/Figures.h"
+#include "bench/Running.h"
 #include "platform/system/Xcb.h"
 #include "tests/support/ScratchHome.h"
 #include "tests/support/Screen.h"
@@ -13,23 +14,20 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QImage>
 
 #include <chrono>
 #include <cstdlib>
 #include <linux/input-event-codes.h>
 #include <memory>
-#include <signal.h>
-#include <spawn.h>
 #include <stdexcept>
 #include <string>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 #include <xcb/xcb.h>
 
 namespace {
+
+using bench::Running;
 
 /// The owner of the tray's selection on a display.
 class Tray {
@@ -65,52 +63,6 @@ class Tray {
   xcb_connection_t* connection;
   xcb_window_t window = 0;
   xcb_atom_t opcode = 0;
-};
-
-/// A program that runs until this object goes.
-class Running {
- public:
-  explicit Running(const QString& program) {
-    const QByteArray path = QFile::encodeName(program);
-    char* arguments[] = {const_cast<char*>(path.constData()), nullptr};
-    if (posix_spawn(&process, path.constData(), nullptr, nullptr, arguments, environ) != 0)
-      throw std::runtime_error("cannot start " + path.toStdString());
-  }
-  ~Running() {
-    kill(process, SIGKILL);
-    waitpid(process, nullptr, 0);
-  }
-  Running(const Running&) = delete;
-  Running& operator=(const Running&) = delete;
-
-  /// In KiB.
-  [[nodiscard]] double proportionalSetSize() const {
-    return number(folder() + QStringLiteral("/smaps_rollup"), "Pss:");
-  }
-  /// How often its threads have gone to sleep so far.
-  [[nodiscard]] double sleeps() const {
-    double sum = 0;
-    const QDir tasks(folder() + QStringLiteral("/task"));
-    for (const QString& task : threads())
-      sum += number(tasks.filePath(task) + QStringLiteral("/status"), "voluntary_ctxt_switches:");
-    return sum;
-  }
-  [[nodiscard]] QStringList threads() const {
-    return QDir(folder() + QStringLiteral("/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-  }
-
- private:
-  [[nodiscard]] QString folder() const { return QStringLiteral("/proc/%1").arg(process); }
-  static double number(const QString& path, const char* field) {
-    QFile file(path);
-    if (file.open(QIODevice::ReadOnly))
-      for (const QByteArray& line : file.readAll().split('\n'))
-        if (line.startsWith(field))
-          return line.mid(static_cast<qsizetype>(qstrlen(field))).trimmed().split(' ').first().toDouble();
-    throw std::runtime_error("cannot read " + path.toStdString());
-  }
-
-  pid_t process = -1;
 };
 
 double secondsToIcon(const Tray& tray, const QString& program) {
@@ -154,17 +106,7 @@ void lookAtPanel(const std::string& display) {
 double sleepsIn30Seconds(const Tray& tray, const QString& program, const std::function<void()>& use) {
   const Running running(program);
   tray.waitForIcon();
-  std::this_thread::sleep_for(std::chrono::seconds(1));
-  const QStringList threads = running.threads();
-  use();
-  // Idle helpers of the toolkit's thread pool stay for half a minute.
-  testing_support::until(
-      "the threads that it used have ended", [&] { return running.threads() == threads; },
-      std::chrono::seconds(60));
-  std::this_thread::sleep_for(std::chrono::seconds(5));
-  const double before = running.sleeps();
-  std::this_thread::sleep_for(std::chrono::seconds(30));
-  return running.sleeps() - before;
+  return running.sleepsIn30Seconds(use);
 }
 
 }  // namespace
