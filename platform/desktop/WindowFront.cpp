@@ -2,6 +2,7 @@
 
 #include "platform/base/Locations.h"
 #include "platform/desktop/ActivationToken.h"
+#include "platform/desktop/wayland/FramePalette.h"
 #include "platform/x11/X11Connection.h"
 
 #include <QFile>
@@ -20,14 +21,15 @@ void setText(xcb_connection_t* connection, const QWidget& window, std::string_vi
 }  // namespace
 
 void setDarkFrame(QWidget& window) {
+  const QByteArray colors = QFile::encodeName(Locations::ownFile(QStringLiteral("dark.colors")));
+  setFramePalette(window, colors);
   xcb_connection_t* const connection = x11Connection();
   if (!connection)
     return;
   window.winId();  // from now on there is a window to speak of
   // Two families of window managers, two ways: the name of a variant, and a file with the colours.
   setText(connection, window, "_GTK_THEME_VARIANT", "UTF8_STRING", "dark");
-  setText(connection, window, "_KDE_NET_WM_COLOR_SCHEME", "STRING",
-          QFile::encodeName(Locations::ownFile(QStringLiteral("dark.colors"))));
+  setText(connection, window, "_KDE_NET_WM_COLOR_SCHEME", "STRING", colors);
 }
 
 void bringToFront(QWidget& window) {
