@@ -18,6 +18,9 @@ inline constexpr SettingsKey<bool> historyPanelLocked{"historyPanelLocked", fals
 /// Whether the companion's page has been shown; never taken back.
 inline constexpr SettingsKey<bool> quillonPromptShown{"quillonPromptShown", false};
 
+/// Whether the user has been told that the desktop has no tray.
+inline constexpr SettingsKey<bool> trayAbsenceTold{"trayAbsenceTold", false};
+
 /// Whether a new document begins with the watermark's text of the last one that was saved.
 inline constexpr SettingsKey<bool> rememberWatermarkText{"rememberWatermarkText", false};
 inline constexpr SettingsKey<QString> lastWatermarkText{"lastWatermarkText"};

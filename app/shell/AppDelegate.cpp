@@ -12,6 +12,7 @@
 #include "app/shell/ShortcutNames.h"
 #include "app/shell/SorrelIcon.h"
 #include "platform/base/Log.h"
+#include "platform/desktop/UserNote.h"
 #include "platform/desktop/Workspace.h"
 
 namespace sorrel {
@@ -27,6 +28,14 @@ template <typename Window, typename... Arguments>
 void callIfPresent(const Window& window, Arguments&&... arguments) {
   if (window)
     window(std::forward<Arguments>(arguments)...);
+}
+
+/// Once for all starts.
+void tellOfMissingTray() {
+  const auto told = [] { platform::UserDefaults::standard().set(SettingsKeys::trayAbsenceTold, true); };
+  if (!platform::UserDefaults::standard().value(SettingsKeys::trayAbsenceTold))
+    platform::tellUser(localized(QStringLiteral("tray.missing.title")),
+                       localized(QStringLiteral("tray.missing.text")), told);
 }
 
 }  // namespace
@@ -47,7 +56,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   item = std::make_unique<platform::StatusItem>(
       SorrelIcon::image(0, statusImageSize),
       [this](const platform::Event& event) { statusItemClicked(event); },
-      [this] { return buildContextMenu(); });
+      [this] { return buildContextMenu(); }, tellOfMissingTray);
   registerObservers();
   runRetentionSweep();
   scheduleRetentionSweep();

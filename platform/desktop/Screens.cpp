@@ -1,6 +1,7 @@
 #include "platform/desktop/Screens.h"
 
 #include "platform/desktop/wayland/FreeArea.h"
+#include "platform/wayland/WaylandConnection.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -93,7 +94,11 @@ std::vector<Screen> screens(const std::optional<QPointF>& onBar) {
       free = visiblePart(QRectF(screen->geometry()), QSizeF(*size), onBar);
     result.push_back({screen->geometry(), free & QRectF(screen->availableGeometry())});
   }
-  if (!result.empty()) {
+  if (waylandDisplay()) {
+    const qsizetype inUse = result.size() > 1 ? QGuiApplication::screens().indexOf(screenInUse()) : 0;
+    if (inUse > 0)
+      std::swap(result.front(), result[static_cast<size_t>(inUse)]);
+  } else if (!result.empty()) {
     const size_t main = screenWithKeyboard(frames, x11ActiveWindow(), pointerInDevicePixels());
     std::swap(result.front(), result[main]);
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/base/MainQueue.h"
 #include "platform/desktop/MenuPresenter.h"
 #include "platform/desktop/tray/TrayIcon.h"
 #include "platform/desktop/tray/TrayWatch.h"
@@ -20,7 +21,8 @@ class StatusItem {
   using Action = std::function<void(const Event&)>;
   using MenuProvider = std::function<std::shared_ptr<const Menu>()>;
 
-  StatusItem(const Image& image, Action action, MenuProvider menuProvider);
+  /// `absent` is called where there has been no tray for so long after the start that none will come.
+  StatusItem(const Image& image, Action action, MenuProvider menuProvider, std::function<void()> absent = {});
 
   void setImage(const Image& image);
   [[nodiscard]] const Image& image() const { return shownImage; }
@@ -29,7 +31,8 @@ class StatusItem {
   void menuChanged();
 
   /// What a panel hangs below, in the toolkit's coordinates: the icon's frame, or the place of the last click
-  /// on it where the tray doesn't tell; absent before the first.
+  /// on it where the tray doesn't tell; absent before the first. On a Wayland desktop without a tray it is
+  /// the corner of the screen where trays are.
   [[nodiscard]] std::optional<QRectF> anchor() const;
 
   /// Opens the menu at the icon.
@@ -45,6 +48,8 @@ class StatusItem {
   QString toolTip;
   MenuPresenter presenter;
   bool isAbsenceTold = false;
+  const std::function<void()> absent;
+  WorkItem absence;
   std::optional<QPoint> lastClick;  // on this icon
   std::unique_ptr<TrayIcon> icon;
   TrayWatch watch;

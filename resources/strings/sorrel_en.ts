@@ -27,6 +27,12 @@
     <message id="menu.toolTip.many">
       <translation>Sorrel: %1 screenshots in the bottle</translation>
     </message>
+    <message id="tray.missing.title">
+      <translation>Sorrel runs without an icon</translation>
+    </message>
+    <message id="tray.missing.text">
+      <translation>This desktop has no tray. The hot keys work all the same, and so does the command “sorrel --history”. On GNOME the extension AppIndicator brings a tray.</translation>
+    </message>
     <message id="commandLine.usage">
       <translation>Usage: sorrel [OPTION]</translation>
     </message>

@@ -27,6 +27,12 @@
     <message id="menu.toolTip.many">
       <translation>Sorrel: 병에 스크린샷 %1장</translation>
     </message>
+    <message id="tray.missing.title">
+      <translation>Sorrel이 아이콘 없이 실행 중입니다</translation>
+    </message>
+    <message id="tray.missing.text">
+      <translation>이 데스크톱에는 트레이가 없습니다. 단축키와 ‘sorrel --history’ 명령은 그대로 쓸 수 있습니다. GNOME에서는 AppIndicator 확장을 설치하면 트레이가 생깁니다.</translation>
+    </message>
     <message id="commandLine.usage">
       <translation>사용법: sorrel [옵션]</translation>
     </message>

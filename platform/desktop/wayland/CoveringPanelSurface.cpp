@@ -3,7 +3,8 @@
 #include "platform/desktop/WindowShape.h"
 #include "platform/desktop/panel/PanelSheet.h"
 
-#include <QWindow>
+#include <QScreen>
+#include <QWidget>
 
 #include <algorithm>
 
