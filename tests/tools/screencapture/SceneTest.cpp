@@ -109,7 +109,7 @@ TEST(Scene, theLabelStaysOnThePointersMonitor) {
 }
 
 TEST(Scene, aPickedWindowHasItsSizeToo) {
-  Selection selection({600, 200}, {{10, 20, 300, 100}}, {50, 50});
+  Selection selection({600, 200}, std::vector<Rectangle>{{10, 20, 300, 100}}, {50, 50});
   selection.pressKey(Key::Space);
   const Rectangle monitor{0, 0, 600, 200};
   const Scene scene = sceneOf(selection, {&monitor, 1}, {});
@@ -118,7 +118,7 @@ TEST(Scene, aPickedWindowHasItsSizeToo) {
 }
 
 TEST(Hint, staysAsItIsUntilItSaysThatItChangesAndThenIsGone) {
-  const Hint hint(Language::Korean, {1000, 0, 800, 600}, Metrics::at(1.5));
+  const Hint hint({Language::Korean}, {1000, 0, 800, 600}, Metrics::at(1.5));
   Hint::Duration time{0};
   int steps = 0;
   int opacity = 255;
