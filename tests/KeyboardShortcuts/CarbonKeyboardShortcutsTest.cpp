@@ -10,7 +10,7 @@ class CarbonTest : public ShortcutsTest {
  protected:
   void registerLogged(const Shortcut& shortcut) {
     CarbonKeyboardShortcuts::registerShortcut(
-        shortcut, {u"slot"_s, u"What it does"_s},
+        shortcut, Name(u"slot"_s, std::nullopt, {u"What it does"_s, u"--do-it"_s}),
         [this](const Shortcut& pressed) { heard << pressed.carbonKeyCode(); },
         [this](const Shortcut& released) { heard << -released.carbonKeyCode() - 1; });
   }
@@ -29,6 +29,7 @@ TEST_F(CarbonTest, OneHandlerServesAllHotKeysAndLeavesForeignOnes) {
   EXPECT_EQ(service->installations, 1);
   EXPECT_EQ(service->live.begin()->second.name, u"slot"_s);
   EXPECT_EQ(service->live.begin()->second.text, u"What it does"_s);
+  EXPECT_EQ(service->live.begin()->second.option, u"--do-it"_s);
   press(shortcutS);
   press(shortcutD);
   release(shortcutD);

@@ -10,6 +10,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+constexpr std::chrono::milliseconds patience = std::chrono::seconds(10);
+
 /// What reads and writes the desktop's settings is a tool of ours; inside this program it would stay with a
 /// thread and a connection of its own.
 Result<OwnedTask> askTool(const QString& what, const QStringList& arguments,
@@ -22,20 +24,25 @@ Result<OwnedTask> askTool(const QString& what, const QStringList& arguments,
 GnomeKeyBinder::GnomeKeyBinder(Listener heardBy)
     : listener(std::move(heardBy)),
       consent(UserDefaults::standard().observe(hotKeysMayBeBound, [this] { consentChanged(); })) {
-  auto asked = askTool(u"gnome-can-add"_s, {}, [this](const TaskAnswer& answer) {
+  const auto giveUpAfter = [this](std::chrono::milliseconds delay) {
+    givingUp = MainQueue::main().asyncAfter(delay, [this] { listener.onUnavailable(); });
+  };
+  auto asked = askTool(u"gnome-can-add"_s, {}, [this, giveUpAfter](const TaskAnswer& answer) {
     isKnown = answer.isGood;
     running.reset();
     if (!isKnown) {
-      later = MainQueue::main().asyncAfter({}, [this] { listener.onUnavailable(); });
+      giveUpAfter({});
       return;
     }
+    givingUp.cancel();
+    if (!UserDefaults::standard().value(hotKeysMayBeBound))
+      log(u"Sorrel hot keys: GNOME can take them among its custom keys, which the settings ask about"_s);
     update();
     listener.onStateChange();
   });
+  giveUpAfter(asked ? patience : std::chrono::milliseconds());
   if (asked)
     running = std::move(*asked);
-  else
-    later = MainQueue::main().asyncAfter({}, [this] { listener.onUnavailable(); });
 }
 
 void GnomeKeyBinder::bind(const std::vector<HotKey>& hotKeys) {

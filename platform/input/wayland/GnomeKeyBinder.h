@@ -26,7 +26,7 @@ class GnomeKeyBinder : public KeyBinder {
   bool isBound = false;             // it was given `wanted` once
   std::optional<QStringList> next;  // to be written when what is being written is
   OwnedTask running;
-  WorkItem later;
+  WorkItem givingUp;
   const Subscription consent;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/input/wayland/SwayKeyBinder.h"
 
+#include "platform/base/Log.h"
 #include "platform/input/LatinKeys.h"
 #include "platform/input/Triggers.h"
 #include "platform/input/wayland/SwayBindings.h"
@@ -93,7 +94,8 @@ void SwayKeyBinder::readConfiguration(const QByteArray& answer) {
   const QJsonObject object = QJsonDocument::fromJson(answer).object();
   configured = swayBindings(object.value("config"_L1).toString().toUtf8(), symbols(),
                             swayIncludesOf(configurationPath));
-  isConfigurationKnown = true;
+  if (!std::exchange(isConfigurationKnown, true) && !UserDefaults::standard().value(hotKeysMayBeBound))
+    log(u"Sorrel hot keys: sway can bind them, which the settings ask about"_s);
   update();
   listener.onStateChange();
 }

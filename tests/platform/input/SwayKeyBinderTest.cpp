@@ -67,6 +67,8 @@ TEST_F(SwayKeyBinderTest, BindsPositionsAndTellsOfPressAndRelease) {
   untilBound({u"--release Mod1+Shift+41"_s, u"Mod1+Shift+41"_s});
   sway.reload();
   untilBound({u"--release Mod1+Shift+41"_s, u"Mod1+Shift+41"_s});
+  binder.reset();
+  untilBound({});
 }
 
 TEST_F(SwayKeyBinderTest, BindsOnlyWhileTheUserAgrees) {
