@@ -133,11 +133,13 @@ void ShortcutsSettingsTab::refreshRows(const HotKeyState& state) {
     const KeyboardShortcuts::Name& name = slots[i].name();
     const QString title = text(slots[i].titleKey);
     row.recorder->setTitle(title);
-    row.recorderRow->setVisible(!isGiven && !isCommand);
+    // The desktop is asked for shortcuts that there are: one that was emptied has to be recorded first.
+    const bool isRecorded = !isCommand && (!isGiven || !name.shortcut());
+    row.recorderRow->setVisible(isRecorded);
     const QString trigger = state.triggers.value(name.rawValue());
     row.given->setText(trigger.isEmpty() ? text("settings.shortcuts.portal.none") : trigger);
     row.givenRow->setLabel(title);
-    row.givenRow->setVisible(isGiven);
+    row.givenRow->setVisible(isGiven && !isRecorded);
     row.command->setTexts(title, platform::ownCommand(name.purpose().option),
                           text("settings.shortcuts.commands.copy"));
     row.commandRow->setVisible(isCommand);

@@ -243,7 +243,11 @@ TEST_F(SettingsViewTest, WhereTheDesktopKeepsTheKeysItsOwnAreShown) {
   EXPECT_TRUE(text().contains(u"Meta+H"_s)) << qPrintable(text());
   EXPECT_TRUE(text().contains(u"Not set"_s));
   EXPECT_TRUE(text().contains(u"Your desktop keeps these shortcuts"_s));
-  EXPECT_FALSE(view->findChild<KeyboardShortcuts::RecorderCocoa*>()->isVisible());
+  auto* const recorder = view->findChild<KeyboardShortcuts::RecorderCocoa*>();
+  EXPECT_FALSE(recorder->isVisible());
+  ShortcutNames::captureNormal().setShortcut(std::nullopt);
+  clock.run();
+  EXPECT_TRUE(recorder->isVisible()) << "the desktop isn't asked for one that was emptied";
 }
 
 TEST_F(SettingsViewTest, ConsentIsAskedForInTheTabAndCanBeTakenBack) {
