@@ -298,11 +298,9 @@ void Canvas::paintPicture(QPainter& painter, const QRect& exposed) {
     backdrop.paint(painter, seen, picture, place.ratio);
   if (stretched.isShown())
     return stretched.paint(painter, picture, exposed);
-  const PlacedPicture pixels = layers.picture(marksAre, exposed.translated(-picture.topLeft()));
-  const QRect part = exposed.translated(-picture.topLeft()) & QRect(pixels.topLeft, pixels.image.size());
-  if (part.isEmpty())
-    return;
-  painter.drawImage(part.topLeft() + picture.topLeft(), pixels.image, part.translated(-pixels.topLeft));
+  painter.translate(picture.topLeft());
+  layers.paint(painter, exposed.translated(-picture.topLeft()), marksAre);
+  painter.translate(-picture.topLeft());
 }
 
 /// Painted into the picture they are exactly what the file will have; over a tool's part, or while they are

@@ -2,12 +2,16 @@
 
 #include "app/editor/model/EditorModel.h"
 
+#include <QPainter>
 #include <QtEndian>
 
 #include <utility>
 
 namespace sorrel {
 namespace {
+
+/// Of what is worked on at a time, so that it stays near the processor.
+constexpr int stripHeight = 32;
 
 /// Of a picture in 8-bit premultiplied RGBA.
 bool isOpaquePicture(const QImage& picture) {
@@ -190,12 +194,29 @@ PlacedPicture CanvasLayers::picture(Marks where) {
   return {together, view.area.topLeft()};
 }
 
-PlacedPicture CanvasLayers::picture(Marks where, const QRect& part) {
+/// As long as nothing lies on the base image there is no copy of it in the screen's format. It is turned into
+/// that strip by strip: the painter would go a longer way.
+void CanvasLayers::paint(QPainter& painter, const QRect& part, Marks where) {
   prepare(where);
-  if (isUnderAlone())
-    return {under.pixels(), view.area.topLeft()};
-  composeStale(part.translated(-view.area.topLeft()));
-  return {together, view.area.topLeft()};
+  const QPoint corner = view.area.topLeft();
+  const QRect wanted = part.translated(-corner) & view.layerRect();
+  if (wanted.isEmpty())
+    return;
+  if (!isUnderAlone()) {
+    composeStale(wanted);
+    return painter.drawImage(wanted.topLeft() + corner, together, wanted);
+  }
+  for (int top = wanted.top(); top <= wanted.bottom(); top += stripHeight) {
+    const QRect strip = QRect(wanted.left(), top, wanted.width(), stripHeight) & wanted;
+    painter.drawImage(strip.topLeft() + corner, inScreenFormat(under.pixels().copy(strip)));
+  }
+}
+
+QImage CanvasLayers::inScreenFormat(QImage pixels) {
+  pixels = std::move(pixels).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+  if (isOpaque())
+    pixels.reinterpretAsFormat(QImage::Format_RGB32);
+  return pixels;
 }
 
 /// Whole rows, of which some at a time, so that what is left is always of few rectangles.
@@ -214,9 +235,8 @@ void CanvasLayers::composeStale(const QRect& part) {
   stale -= rows;
 }
 
-/// In strips that stay near the processor. The screen's own format is taken here once, not by each painting.
+/// The screen's own format is taken here once, not by each painting.
 void CanvasLayers::compose(const QRect& part) {
-  constexpr int stripHeight = 32;
   for (int top = part.top(); top <= part.bottom(); top += stripHeight) {
     const QRect strip = QRect(part.left(), top, part.width(), stripHeight) & part;
     QImage mixed = newLayer(strip.size());
@@ -226,7 +246,7 @@ void CanvasLayers::compose(const QRect& part) {
     if (marksAre == Marks::within)
       for (const MarkLayer* const mark : {&logo, &text})
         surface.lay(mark->picture().image, mark->picture().topLeft - strip.topLeft());
-    mixed = surface.finish().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    mixed = inScreenFormat(surface.finish());
     copyPixels(together, strip.topLeft(), mixed, mixed.rect());
   }
 }

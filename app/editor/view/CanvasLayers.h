@@ -10,6 +10,8 @@
 
 #include <array>
 
+class QPainter;
+
 namespace sorrel {
 
 /// The part of the document that a canvas shows, in pixels that are ready for the screen: layers, painted by
@@ -42,9 +44,8 @@ class CanvasLayers {
   /// All together, up to date, in the screen's format, and where it lies in the picture; without the marks if
   /// those are to be shown apart.
   [[nodiscard]] PlacedPicture picture(Marks where = Marks::within);
-  /// The same for who shows only a part of the picture: up to date there, and in the document's format as
-  /// long as nothing lies on the base image, so that there is one copy less.
-  [[nodiscard]] PlacedPicture picture(Marks where, const QRect& part);
+  /// Paints a part of the picture, whose corner lies at the painter's origin.
+  void paint(QPainter& painter, const QRect& part, Marks where);
   /// The logo and the text as of the last picture(), to be laid over it.
   [[nodiscard]] std::array<PlacedPicture, 2> marks() const;
   [[nodiscard]] const CanvasView& shownView() const { return view; }
@@ -59,6 +60,7 @@ class CanvasLayers {
   [[nodiscard]] QRegion willChange(const QRegion& part);
   void prepare(Marks where);
   [[nodiscard]] bool isUnderAlone() const;
+  [[nodiscard]] QImage inScreenFormat(QImage pixels);
   void composeStale(const QRect& part);
   void compose(const QRect& part);
   void showMarks();
