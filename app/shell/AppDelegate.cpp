@@ -57,6 +57,7 @@ void AppDelegate::applicationDidFinishLaunching() {
       SorrelIcon::image(0, statusImageSize),
       [this](const platform::Event& event) { statusItemClicked(event); },
       [this] { return buildContextMenu(); }, tellOfMissingTray);
+  awaitIcon();
   registerObservers();
   runRetentionSweep();
   scheduleRetentionSweep();
@@ -228,13 +229,28 @@ HistoryPanelController& AppDelegate::historyPanel() {
 void AppDelegate::openPanel() {
   if (historyPanel().isVisible())
     historyPanel().close();
-  else
-    historyPanel().show(item->anchor());
+  else if (!std::exchange(isPanelAwaited, false))
+    showPanel();
 }
 
 void AppDelegate::showPanel() {
-  if (!historyPanel().isVisible())
+  if (historyPanel().isVisible())
+    return;
+  isPanelAwaited = iconArrival.isPending() && !item->anchor();
+  if (!isPanelAwaited)
     historyPanel().show(item->anchor());
+}
+
+void AppDelegate::awaitIcon() {
+  using namespace std::chrono_literals;
+  constexpr int mostLooks = 15;  // a tray that doesn't tell the icon's place never will
+  iconArrival = MainQueue::main().scheduleRepeating(40ms, 0ms, [this, looks = 0]() mutable {
+    if (!item->anchor() && ++looks < mostLooks)
+      return;
+    iconArrival.cancel();
+    if (std::exchange(isPanelAwaited, false))
+      showPanel();
+  });
 }
 
 void AppDelegate::openSettings() {

@@ -70,6 +70,9 @@ class AppDelegate {
   void statusItemClicked(const platform::Event& event);
   void openPanel();
   void showPanel();
+  /// Just after the start the tray may not have the icon yet, which the panel hangs below: until it has, or
+  /// isn't going to, a panel that is asked for waits.
+  void awaitIcon();
   void openSettings();
   void openBottleFolder();
   void checkForUpdates();
@@ -88,6 +91,8 @@ class AppDelegate {
   QString folderIconKey;                                    // what was last applied to the storage folder
   platform::Lifetime lifetime;
   platform::WorkItem retentionTimer;
+  platform::WorkItem iconArrival;
+  bool isPanelAwaited = false;
   platform::WorkItem openingSettings;
   std::vector<platform::Subscription> subscriptions;  // to hot keys and notifications
 };

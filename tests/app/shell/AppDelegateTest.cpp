@@ -58,11 +58,14 @@ class AppDelegateTest : public testing::Test {
     windows.openSettings = [this] { calls << u"settings"_s; };
   }
 
-  void launch() {
+  enum class UntilTheTrayHasAnswered { No, Yes };
+  void launch(UntilTheTrayHasAnswered wait = UntilTheTrayHasAnswered::Yes) {
     delegate = std::make_unique<AppDelegate>(windows, std::make_unique<UpdaterDouble>(calls),
                                              [this] { calls << u"terminate"_s; });
     historyToken = delegate->history().observe([this] { calls << u"list"_s; });
     delegate->applicationDidFinishLaunching();
+    if (wait == UntilTheTrayHasAnswered::Yes)
+      clock.advance(1s);
   }
   /// What has happened since the last question: calls in their order, then whether the panel came or went.
   QString taken() {
@@ -172,9 +175,26 @@ TEST_F(AppDelegateTest, EachHotKeyHasItsAction) {
   EXPECT_EQ(captured(Key::d, true), QString()) << "what ends after the coordinator did";
 }
 
+TEST_F(AppDelegateTest, TheHistoryWaitsForTheIconThatItHangsBelow) {
+  launch(UntilTheTrayHasAnswered::No);
+  taken();
+  delegate->applicationShouldHandleReopen();
+  EXPECT_EQ(taken(), QString());
+  clock.advance(1s);
+  EXPECT_EQ(taken(), u"list|opened"_s) << "there is no tray, but a history";
+  launch(UntilTheTrayHasAnswered::No);
+  wasOpen = false;
+  taken();
+  delegate->perform(Action::History);
+  delegate->perform(Action::History);
+  clock.advance(1s);
+  EXPECT_EQ(taken(), QString()) << "opened and closed again";
+}
+
 TEST_F(AppDelegateTest, OfWhatOthersWantOpenedTheFirstPictureIs) {
   launch();
   taken();
+  log.logged.clear();
   delegate->open({QUrl(u"https://example.org/x/web.png"_s), QUrl(u"relative.png"_s),
                   QUrl::fromLocalFile(u"/x/notes.txt"_s), QUrl::fromLocalFile(u"/x/a b.png"_s),
                   QUrl::fromLocalFile(u"/x/c.png"_s)});
