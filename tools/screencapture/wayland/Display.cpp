@@ -64,7 +64,8 @@ std::unique_ptr<Display> Display::open() {
   }
   std::unique_ptr<Display> display(new Display(connection));
   const char* lacking = nullptr;
-  if (!display->compositor || !display->shm || !display->seat || !display->shell)
+  if (!display->compositor || !display->shm || display->globals.version(wl_seat_interface) == 0 ||
+      !display->shell)
     lacking = "a desktop's interfaces";
   else if (!display->viewporter)
     lacking = "wp_viewporter";
@@ -90,7 +91,6 @@ Display::Display(wl_display* connection)
       globals(connection),
       compositor(bound(wl_compositor_interface, 4, wl_compositor_destroy)),
       shm(bound(wl_shm_interface, 1, wl_shm_destroy)),
-      seat(bound(wl_seat_interface, 5, wl_seat_destroy)),
       viewporter(bound(wp_viewporter_interface, 1, wp_viewporter_destroy)),
       shell(bound(xdg_wm_base_interface, 1, xdg_wm_base_destroy)),
       layerShell(bound(zwlr_layer_shell_v1_interface, 3, zwlr_layer_shell_v1_destroy)),

@@ -54,7 +54,6 @@ class Display {
   const platform::WaylandGlobals globals;
   const platform::WaylandObject<wl_compositor> compositor;
   const platform::WaylandObject<wl_shm> shm;
-  const platform::WaylandObject<wl_seat> seat;
   const platform::WaylandObject<wp_viewporter> viewporter;
   const platform::WaylandObject<xdg_wm_base> shell;
   const platform::WaylandObject<zwlr_layer_shell_v1> layerShell;         // null where it isn't offered

@@ -12,6 +12,8 @@ namespace {
 // X11 counts its keys' codes from here on, and so do the descriptions of keyboards.
 constexpr std::uint32_t firstCode = 8;
 
+constexpr std::uint32_t newestSeat = 5;
+
 Button buttonOf(std::uint32_t button) {
   return button == BTN_LEFT ? Button::Left : button == BTN_RIGHT ? Button::Right : Button::Other;
 }
@@ -89,10 +91,11 @@ struct Input::Listeners {
 Input::Input(const Display& used, const Overlay& over)
     : display(used),
       overlay(over),
+      seat(used.globals.bind<wl_seat>(wl_seat_interface, newestSeat), {wl_seat_destroy}),
       cursorSurface(wl_compositor_create_surface(used.compositor.get()), {wl_surface_destroy}),
       cursorViewport(wp_viewporter_get_viewport(used.viewporter.get(), cursorSurface.get()),
                      {wp_viewport_destroy}) {
-  wl_seat_add_listener(display.seat.get(), &Listeners::seat, this);
+  wl_seat_add_listener(seat.get(), &Listeners::seat, this);
 }
 
 Input::~Input() = default;

@@ -49,6 +49,8 @@ class Input {
   const Overlay& overlay;
   Gestures* fed = nullptr;
 
+  // Bound here, not before: what it can do is told once, and there may be no one to hear it.
+  const platform::WaylandObject<wl_seat> seat;
   platform::WaylandObject<wl_pointer> pointerDevice;
   platform::WaylandObject<wl_keyboard> keyboardDevice;
   const OutputSurface* under = nullptr;
