@@ -15,7 +15,7 @@ constexpr int tile = 14;  // of the checkerboard, in points
 constexpr QColor dark(41, 41, 41);
 constexpr QColor light(56, 56, 56);
 constexpr QColor veil(0, 0, 0, 10);  // below a picture that one can see through
-constexpr SoftShadow shadowLook{.reach = 18, .drop = 5, .opacity = 0.36};
+constexpr SoftShadow shadowLook{.reach = 14, .drop = 5, .opacity = 0.55};
 /// From the picture's corner inwards and outwards, in points: beyond these the shadow is the same all along a
 /// side.
 constexpr int shadowInside = 30;
