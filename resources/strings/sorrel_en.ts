@@ -546,9 +546,6 @@
     <message id="common.cancel">
       <translation>Cancel</translation>
     </message>
-    <message id="common.ok">
-      <translation>OK</translation>
-    </message>
     <message id="history.title">
       <translation>History</translation>
     </message>

@@ -546,9 +546,6 @@
     <message id="common.cancel">
       <translation>취소</translation>
     </message>
-    <message id="common.ok">
-      <translation>확인</translation>
-    </message>
     <message id="history.title">
       <translation>캡처 기록</translation>
     </message>
