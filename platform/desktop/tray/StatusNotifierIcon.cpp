@@ -2,6 +2,7 @@
 
 #include "platform/desktop/ActivationToken.h"
 #include "platform/desktop/Screens.h"
+#include "platform/desktop/wayland/PointerPlace.h"
 #include "platform/wayland/WaylandConnection.h"
 
 #include <QCursor>
@@ -11,6 +12,7 @@
 namespace platform {
 namespace {
 
+constexpr int iconsReach = 64;
 const QString itemPath = QStringLiteral("/StatusNotifierItem");
 
 QDBusConnection ownConnection() {
@@ -35,7 +37,6 @@ ModifierFlags modifiersNow() {
 QPoint placeOfX11Click(const QPoint& told) {
   const QPoint pointer = QCursor::pos();
   const QPoint scaled = fromDevicePixels(QRect(told, QSize(1, 1))).topLeft().toPoint();
-  constexpr int iconsReach = 64;
   const auto isAtPointer = [&](const QPoint& place) {
     return (place - pointer).manhattanLength() <= iconsReach;
   };
@@ -43,10 +44,14 @@ QPoint placeOfX11Click(const QPoint& told) {
   return !isTold || isAtPointer(told) || isAtPointer(scaled) ? pointer : scaled;
 }
 
-/// A Wayland compositor tells nobody where the pointer is but who it is on: there is only the tray's word.
+/// On Wayland there is the tray's word. But some trays count from the icon's own corner, and some tell
+/// nothing: what sounds like a corner of the screen may be anywhere, and the pointer is asked for.
 std::optional<QPoint> placeOfClick(const QPoint& told) {
   if (!waylandDisplay())
     return placeOfX11Click(told);
+  if (told.x() < iconsReach && told.y() < iconsReach)
+    if (const auto pointer = pointerPlace())
+      return pointer;
   return !told.isNull() && QGuiApplication::screenAt(told) ? std::optional(told) : std::nullopt;
 }
 

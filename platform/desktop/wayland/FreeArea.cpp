@@ -1,34 +1,16 @@
 #include "platform/desktop/wayland/FreeArea.h"
 
+#include "platform/desktop/wayland/ClearPixel.h"
 #include "platform/desktop/wayland/LayerShell.h"
-#include "platform/system/Descriptor.h"
 #include "platform/wayland/WaylandConnection.h"
 
 #include <QGuiApplication>
 #include <QScreen>
 
 #include <algorithm>
-#include <sys/mman.h>
-#include <unistd.h>
 
 namespace platform {
-namespace {
 
-/// A transparent pixel; null where the system has no memory to give.
-WaylandObject<wl_buffer> clearPixel() {
-  constexpr int size = 4;
-  WaylandObject<wl_buffer> buffer(nullptr, {wl_buffer_destroy});
-  const Descriptor memory(memfd_create("pixel", MFD_CLOEXEC));
-  if (memory.get() < 0 || ftruncate(memory.get(), size) != 0)
-    return buffer;
-  const WaylandObject<wl_shm> sharing(waylandGlobals()->bind<wl_shm>(wl_shm_interface, 1), {wl_shm_destroy});
-  const WaylandObject<wl_shm_pool> pool(wl_shm_create_pool(sharing.get(), memory.get(), size),
-                                        {wl_shm_pool_destroy});
-  buffer.reset(wl_shm_pool_create_buffer(pool.get(), 0, 1, 1, size, WL_SHM_FORMAT_ARGB8888));
-  return buffer;
-}
-
-}  // namespace
 std::optional<QSize> freeSizeOf(const QScreen& screen) {
   wl_output* const output = waylandOutput(screen);
   if (!output || !isLayerShellOffered())
@@ -54,6 +36,9 @@ QScreen* screenInUse() {
       [](void* place, wl_surface*, wl_output* output) { *static_cast<wl_output**>(place) = output; },
       [](void*, wl_surface*, wl_output*) {}};
   wl_surface_add_listener(surface.get(), &listener, &entered);
+  const WaylandObject<wl_region> nothing(
+      wl_compositor_create_region(static_cast<wl_compositor*>(maker.get())), {wl_region_destroy});
+  wl_surface_set_input_region(surface.get(), nothing.get());
   // A layer that names no output is put on the one in use, which it learns once it is shown.
   const LayerRole role(*surface, nullptr, LayerRole::Extent::BetweenBars, {});
   const WaylandObject<wl_buffer> pixel = clearPixel();

@@ -91,11 +91,11 @@ class WaylandPanelTest : public ::testing::Test {
     desktop.moveTo(point);
     desktop.input().clickButton(button);
   }
-  /// A window that takes what is dropped on it.
-  std::unique_ptr<Program> startTarget() {
-    auto target = desktop.start({QStringLiteral(E2E_BUILD_DIR "/tests/drop_target"), u"0"_s, u"0"_s});
-    until("the target is there", [this] { return desktop.windowTitles().contains(u"Drop here"_s); });
-    return target;
+  /// Some other window.
+  std::unique_ptr<Program> startOther() {
+    auto other = desktop.start({QStringLiteral(E2E_BUILD_DIR "/tests/drop_target"), u"0"_s, u"0"_s});
+    until("the other window is there", [this] { return desktop.windowTitles().contains(u"Drop here"_s); });
+    return other;
   }
   bool isOpen() { return !panelIn(desktop.settledPicture()).isNull(); }
 
@@ -118,8 +118,15 @@ TEST_F(WaylandPanelTest, DropsOutOfTheTrayWithTheKeyboardAndClosesAtAClickBeside
   program.waitUntilClosed();
 }
 
+TEST_F(WaylandPanelTest, IsAtThePointerWhereTheTrayCountsFromItsIcon) {
+  until("the icon is there", [this] { return tray.hasItem(); });
+  desktop.moveTo({1000, 12});
+  tray.activate({14, 15});
+  program.waitUntilAt(QRect({1000 - 230 + 1, 12 + 1 + 4}, sorrel::PanelGeometry::size));
+}
+
 TEST_F(WaylandPanelTest, StaysWhileTheLockIsOnAndLeavesTheKeyboardToOthers) {
-  const auto other = startTarget();
+  const auto other = startOther();
   const QRect frame = open();
   clickAt(frame.topLeft() + QPoint(413, 20));
   ASSERT_TRUE(isOpen());  // which also waits until it has changed its look
@@ -149,20 +156,6 @@ TEST_F(WaylandPanelTest, ItsMenuIsNoWindowAndActs) {
   EXPECT_TRUE(isOpen());
 }
 
-TEST_F(WaylandPanelTest, APictureIsDraggedOverWhatLiesBesideIt) {
-  const auto target = startTarget();
-  open();
-  desktop.moveTo(program.thumbnail().center());
-  desktop.input().pressButton(1);
-  int moves = 0;
-  until("it is held over the target", [&] {
-    desktop.moveTo({300.0 + ++moves % 2, 600});
-    return target->output().contains("over");
-  });
-  desktop.input().releaseButton(1);
-  until("it is dropped", [&] { return target->output().contains("a.png"); });
-}
-
 TEST(WaylandScreensTest, ThePanelOpensOnTheOutputThatWasClicked) {
   SwaySession desktop({{{QSize(1000, 700)}, {QSize(1200, 1200), 2, QPoint(1000, 0)}}});
   const e2e::StatusNotifierHost tray(desktop.busAddress());
@@ -170,6 +163,16 @@ TEST(WaylandScreensTest, ThePanelOpensOnTheOutputThatWasClicked) {
   until("the icon is there", [&] { return tray.hasItem(); });
   tray.activate({1590, 10});
   program.waitUntilAt(QRect(QPoint(600 - 8 - 460, 15) * 2, sorrel::PanelGeometry::size * 2), 1, 2);
+}
+
+TEST(WaylandScreensTest, WithoutATrayThePanelIsInTheCornerOfTheOutputInUse) {
+  SwaySession desktop({{{QSize(1000, 700)}, {QSize(1000, 700), 1, QPoint(1000, 0)}}});
+  Started program(desktop);
+  desktop.command(u"focus output HEADLESS-2"_s);
+  until("the program knows that there is none",
+        [&] { return program.program->errors().contains("this desktop has no tray"); });
+  desktop.run({e2e::Sorrel::built(), u"--history"_s});
+  program.waitUntilAt(QRect({1000 - 8 - 460, 1 + 4}, sorrel::PanelGeometry::size), 1);
 }
 
 /// What bars leave of a session's one output.

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/wayland/WaylandGlobals.h"
+
+namespace platform {
+
+/// A picture of one transparent pixel; null where the system has no memory to give.
+[[nodiscard]] WaylandObject<wl_buffer> clearPixel();
+
+}  // namespace platform
