@@ -28,10 +28,13 @@ void CoveringPanelSurface::moveTo(const QRectF& place, double part) {
 void CoveringPanelSurface::fit() {
   sheet.fit(PanelFrame::shadowRoom, true);
   QPoint corner = shownAt.topLeft().toPoint() - origin();
-  // The bars that the window leaves free may be where the panel would be.
-  const QSize free = window.size() - sheet.panelSize;
-  corner = {std::max(std::min(corner.x(), free.width()), 0),
-            std::max(corner.y(), std::min(0, free.height()))};
+  // A window between bars begins where the panel may have been asked to be.
+  if (window.size() != window.screen()->size()) {
+    constexpr int gap = 4;
+    const QSize free = window.size() - sheet.panelSize;
+    corner = {std::max(std::min(corner.x(), free.width() - gap), gap),
+              std::max(std::min(corner.y(), free.height() - gap), gap)};
+  }
   sheet.move(corner - sheet.panel().topLeft());
   sheet.setOpacity(opacity);
   takeClicks();

@@ -7,6 +7,8 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace platform {
 
 MaximizedPanelSurface::MaximizedPanelSurface(QWidget& panelWindow, PanelSheet& panelSheet, Handlers all)
@@ -20,6 +22,18 @@ void MaximizedPanelSurface::open(const QRectF& target, const std::optional<QRect
   moveTo(start.value_or(target), start ? 0 : 1);
   window.showMaximized();
   askForKeyboard(window);
+}
+
+void MaximizedPanelSurface::setStaying(bool stays) {
+  if (stays == isPanelStaying())
+    return;
+  CoveringPanelSurface::setStaying(stays);
+  // For where the pointer is, compositors may go by what was the window's when it came there: the window has
+  // to come anew.
+  if (isReady) {
+    window.hide();
+    window.show();
+  }
 }
 
 QPoint MaximizedPanelSurface::origin() const {

@@ -11,6 +11,7 @@ class MaximizedPanelSurface : public CoveringPanelSurface {
   MaximizedPanelSurface(QWidget& window, PanelSheet& sheet, Handlers handlers);
 
   void open(const QRectF& target, const std::optional<QRectF>& start) override;
+  void setStaying(bool isStaying) override;
 
  protected:
   [[nodiscard]] QPoint origin() const override;
