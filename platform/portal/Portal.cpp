@@ -82,7 +82,6 @@ PortalRequest::PortalRequest(const PortalCall& call, OnAnswer answer)
   limit = MainQueue::main().asyncAfter(call.patience, [this] {
     finish({Outcome::TimedOut, {}, u"the portal doesn't answer"_s});
   });
-  going = portal->observeGoing([this] { finish({Outcome::Failed, {}, u"the portal has gone"_s}); });
 
   QVariantMap options = call.options;
   options.insert(u"handle_token"_s, token);
@@ -91,15 +90,23 @@ PortalRequest::PortalRequest(const PortalCall& call, OnAnswer answer)
   message.setArguments(call.arguments);
   message << options;
   message.setAutoStartService(call.frontEnd == Portal::FrontEnd::Started);
-  const auto* const taken = new QDBusPendingCallWatcher(portal->bus().asyncCall(message), this);
-  connect(taken, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
+  const auto* const watcher = new QDBusPendingCallWatcher(portal->bus().asyncCall(message), this);
+  connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
     finished->deleteLater();
     if (finished->isError())
       finish({Outcome::Failed, {}, finished->error().message()});
-    else if (const auto told = finished->reply().arguments().value(0).value<QDBusObjectPath>().path();
-             !told.isEmpty() && told != path)
-      listenAt(told);  // front ends of long ago choose the path themselves
+    else
+      taken(finished->reply());
   });
+}
+
+/// Only from here on is it a front end that goes with the request: news of one that went before may still
+/// come until now.
+void PortalRequest::taken(const QDBusMessage& reply) {
+  const QString told = reply.arguments().value(0).value<QDBusObjectPath>().path();
+  if (!told.isEmpty() && told != path)
+    listenAt(told);  // front ends of long ago choose the path themselves
+  going = portal->observeGoing([this] { finish({Outcome::Failed, {}, u"the portal has gone"_s}); });
 }
 
 PortalRequest::~PortalRequest() {

@@ -89,6 +89,7 @@ class PortalRequest : public QObject {
   ~PortalRequest() override;
 
  private:
+  void taken(const QDBusMessage& reply);
   void listenAt(const QString& path);
   void finish(const PortalAnswer& answer);
   Q_SLOT void responded(const QDBusMessage& message);
