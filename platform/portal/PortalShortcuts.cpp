@@ -14,8 +14,6 @@ using Outcome = PortalAnswer::Outcome;
 
 const QString interface = u"org.freedesktop.portal.GlobalShortcuts"_s;
 const QString sessionInterface = u"org.freedesktop.portal.Session"_s;
-/// Some desktops remember the user's keys by it too.
-const QString sessionToken = u"sorrel"_s;
 constexpr std::chrono::minutes userPatience{5};
 
 /// A shortcut as it goes over the bus.
@@ -58,6 +56,8 @@ QList<Entry> entriesOf(const QVariant& value) {
 
 }  // namespace
 
+const QString PortalShortcuts::token = u"sorrel"_s;
+
 PortalShortcuts::PortalShortcuts(std::vector<Shortcut> shortcuts, Portal::FrontEnd frontEnd, Callbacks heard)
     : portal(Portal::shared()), wanted(std::move(shortcuts)), callbacks(std::move(heard)) {
   QDBusConnection& bus = portal->bus();
@@ -72,7 +72,7 @@ PortalShortcuts::PortalShortcuts(std::vector<Shortcut> shortcuts, Portal::FrontE
       end(Callbacks::End::Ended, u"the portal has gone"_s);
   });
   // An early draft, which is in use, takes the shortcuts here and nowhere else; others pass them over.
-  const QVariantMap options{{u"session_handle_token"_s, sessionToken}, {u"shortcuts"_s, packed(wanted)}};
+  const QVariantMap options{{u"session_handle_token"_s, token}, {u"shortcuts"_s, packed(wanted)}};
   asking = std::make_unique<PortalRequest>(PortalCall{interface, u"CreateSession"_s, {}, options, frontEnd},
                                            [this](const PortalAnswer& answer) { opened(answer); });
 }

@@ -13,6 +13,9 @@ class PortalShortcuts : public QObject {
   Q_OBJECT
 
  public:
+  /// By which the session goes, from start to start. Some desktops remember the user's keys by it too.
+  static const QString token;
+
   struct Shortcut {
     QString id;                // the same from start to start: the desktop remembers the user's keys by it
     QString description;       // in the user's language

@@ -17,6 +17,8 @@ class PortalKeyBinder : public KeyBinder {
 
  private:
   void open();
+  void triggersChanged();
+  void moveFromFormerPlace(const QStringList& places);
   void ended(PortalShortcuts::Callbacks::End end, const QString& reason);
 
   const Portal::FrontEnd frontEnd;
@@ -24,6 +26,8 @@ class PortalKeyBinder : public KeyBinder {
   std::vector<HotKey> wanted;
   std::unique_ptr<PortalShortcuts> shortcuts;
   bool isKnown = false;  // the desktop has had a session for us: it knows this way
+  bool hasLookedForFormer = false;
+  QObject context;  // of the question for them
   WorkItem again;
   const Subscription coming;
 };

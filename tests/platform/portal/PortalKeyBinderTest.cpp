@@ -5,6 +5,9 @@
 #include "tests/support/ShortcutsPortal.h"
 #include "tests/support/Waiting.h"
 
+#include <QDBusObjectPath>
+#include <QGuiApplication>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -69,6 +72,65 @@ TEST_F(PortalKeyBinderTest, AsksAgainWhenTheFrontEndIsBackOrHasClosedTheSession)
   untilTrigger({});
   clock.advance(std::chrono::seconds(2));
   untilTrigger(u"ALT+SHIFT+s"_s);
+}
+
+/// KDE's service, which holds the keys of two places.
+class KdeService : public QDBusVirtualObject {
+ public:
+  KdeService() {
+    bus.registerVirtualObject(u"/"_s, this, QDBusConnection::SubPath);
+    bus.registerService(u"org.kde.kglobalaccel"_s);
+  }
+  ~KdeService() override { QDBusConnection::disconnectFromBus(bus.name()); }
+
+  QStringList places{u"/component/kwin"_s, u"/component/sorrel"_s};
+  QStringList cleaned;
+  int questions = 0;
+
+ private:
+  [[nodiscard]] QString introspect(const QString&) const override { return {}; }
+  bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+    if (message.member() == u"cleanUp") {
+      cleaned << message.path();
+      return connection.send(message.createReply(true));
+    }
+    ++questions;
+    QList<QDBusObjectPath> paths;
+    for (const QString& place : places)
+      paths << QDBusObjectPath(place);
+    return connection.send(message.createReply(QVariant::fromValue(paths)));
+  }
+
+  QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"kde"_s);
+};
+
+TEST_F(PortalKeyBinderTest, TakesKeysOverThatKdeKeepsForAnotherWayOfStarting) {
+  qputenv("XDG_CURRENT_DESKTOP", "KDE");
+  QGuiApplication::setDesktopFileName(u"org.sorrel.Sorrel"_s);
+  KdeService kde;
+  binder->bind({capture(0xA00)});
+  const auto untilAsked = [&](int times) {
+    until("KDE is asked", [&] {
+      clock.run();
+      return kde.questions >= times && binder->state().way == HotKeyWay::Portal;
+    });
+  };
+  untilAsked(1);
+  clock.advance(std::chrono::seconds(5));
+  EXPECT_TRUE(kde.cleaned.isEmpty()) << "there is no other place";
+
+  kde.places << u"/component/org_sorrel_Sorrelsorrel"_s;
+  binder = std::make_unique<PortalKeyBinder>(
+      Portal::FrontEnd::Present, KeyBinder::Listener{[](KeyAction, const QString&) {}, [] {}, [] {}});
+  binder->bind({capture(0xA00)});
+  untilAsked(2);
+  until("it is told", [&] { return !log.logged.isEmpty(); });
+  clock.advance(std::chrono::seconds(2));
+  until("both are cleaned", [&] { return kde.cleaned == kde.places.sliced(1); });
+  EXPECT_TRUE(binder->state().triggers.isEmpty());
+  clock.advance(std::chrono::seconds(2));
+  untilTrigger(u"ALT+SHIFT+s"_s);
+  qunsetenv("XDG_CURRENT_DESKTOP");
 }
 
 TEST_F(PortalKeyBinderTest, LeavesADesktopAloneThatHasNoSuchThing) {
