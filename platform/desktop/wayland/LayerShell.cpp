@@ -30,7 +30,7 @@ LayerRole::LayerRole(wl_surface& shown, wl_output* output, Extent extent, Handle
   const WaylandObject<void> shell(wl_proxy_create_wrapper(layerShell()), {wl_proxy_wrapper_destroy});
   wl_proxy_set_queue(static_cast<wl_proxy*>(shell.get()), queue.get());
   layer.reset(zwlr_layer_shell_v1_get_layer_surface(static_cast<zwlr_layer_shell_v1*>(shell.get()), &surface,
-                                                    output, ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY, "sorrel"));
+                                                    output, ZWLR_LAYER_SHELL_V1_LAYER_TOP, "sorrel"));
   constexpr std::uint32_t allEdges = ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_BOTTOM |
                                      ZWLR_LAYER_SURFACE_V1_ANCHOR_LEFT | ZWLR_LAYER_SURFACE_V1_ANCHOR_RIGHT;
   zwlr_layer_surface_v1_set_anchor(layer.get(), allEdges);
@@ -67,6 +67,13 @@ void LayerRole::setTakesKeyboard(bool takesKeyboard) {
   zwlr_layer_surface_v1_set_keyboard_interactivity(
       layer.get(), takesKeyboard ? ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_EXCLUSIVE
                                  : ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE);
+  wl_surface_commit(&surface);
+}
+
+void LayerRole::raise() {
+  if (zwlr_layer_surface_v1_get_version(layer.get()) < ZWLR_LAYER_SURFACE_V1_SET_LAYER_SINCE_VERSION)
+    return;
+  zwlr_layer_surface_v1_set_layer(layer.get(), ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY);
   wl_surface_commit(&surface);
 }
 

@@ -14,7 +14,8 @@ namespace platform {
 /// Whether the compositor has layers.
 [[nodiscard]] bool isLayerShellOffered();
 
-/// A surface's role on a layer above all windows, over the whole of an output. It goes before the surface.
+/// A surface's role on a layer above all windows but full-screen ones, over the whole of an output. It goes
+/// before the surface.
 class LayerRole {
  public:
   enum class Extent { WholeOutput, BetweenBars };
@@ -32,6 +33,8 @@ class LayerRole {
   /// The compositor's; absent if it has refused.
   [[nodiscard]] std::optional<QSize> size() const { return given; }
   void setTakesKeyboard(bool takesKeyboard);
+  /// Above full-screen windows too, where the selection of a capture otherwise is alone.
+  void raise();
   [[nodiscard]] zwlr_layer_surface_v1& object() const { return *layer; }
 
  private:

@@ -140,6 +140,14 @@ TEST_F(WaylandPanelTest, StaysWhileTheLockIsOnAndLeavesTheKeyboardToOthers) {
   program.waitUntilClosed();
 }
 
+TEST_F(WaylandPanelTest, LiesBelowTheSelectionOfACapture) {
+  open();
+  desktop.run({e2e::Sorrel::built(), u"--capture"_s});
+  program.waitUntilClosed();  // or veiled
+  desktop.input().tapKey(KEY_ESC);
+  until("the selection is gone", [this] { return desktop.picture().pixel(20, 700) == 0xff6699cc; });
+}
+
 TEST_F(WaylandPanelTest, ItsMenuIsNoWindowAndActs) {
   const QRect frame = open();
   clickAt(program.thumbnail().center(), 3);

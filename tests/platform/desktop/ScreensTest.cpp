@@ -30,4 +30,14 @@ TEST(ScreensTest, BarsTakeTheirStripFromTheScreenTheyStandOn) {
   EXPECT_EQ(visiblePart(upper, root, {{upper, {800, 0, 0, 0}}}), upper) << "a strip that leaves nothing";
 }
 
+TEST(ScreensTest, BarsOfWhichOnlyTheSizeIsKnownAreWhereTheTrayIs) {
+  const QRectF screen(1000, 0, 800, 600);
+  const QSizeF free(800, 570);
+  EXPECT_EQ(visiblePart(screen, free, QPointF(1790, 590)), QRectF(1000, 0, 800, 570));
+  EXPECT_EQ(visiblePart(screen, free, QPointF(1790, 10)), QRectF(1000, 30, 800, 570));
+  EXPECT_EQ(visiblePart(screen, free, std::nullopt), QRectF(1000, 30, 800, 570));
+  EXPECT_EQ(visiblePart(screen, free, QPointF(10, 590)), QRectF(1000, 30, 800, 570)) << "on another screen";
+  EXPECT_EQ(visiblePart(screen, QSizeF(760, 600), QPointF(1790, 300)), QRectF(1000, 0, 760, 600));
+}
+
 }  // namespace
