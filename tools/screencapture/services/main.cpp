@@ -83,8 +83,10 @@ bool notify(sd_bus* bus, const char* title, const char* text) {
                                  "/org/freedesktop/Notifications", "org.freedesktop.Notifications", "Notify");
   const Message owned(call);
   constexpr std::int32_t asLongAsUsual = -1;
-  sd_bus_message_append(call, "susssasa{sv}i", "Sorrel", 0U, "org.sorrel.Sorrel", title, text, 0, 1,
-                        "desktop-entry", "s", "org.sorrel.Sorrel", asLongAsUsual);
+  // Desktops take the notifications of an application away when it goes, which this one does at once: it
+  // names none.
+  sd_bus_message_append(call, "susssasa{sv}i", "Sorrel", 0U, "org.sorrel.Sorrel", title, text, 0, 0,
+                        asLongAsUsual);
   return sd_bus_call(bus, call, microseconds(notifyingPatience), nullptr, nullptr) >= 0;
 }
 

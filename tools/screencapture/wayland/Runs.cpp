@@ -3,6 +3,7 @@
 #include "tools/screencapture/selection/ColorPickUse.h"
 #include "tools/screencapture/selection/SelectionUse.h"
 #include "tools/screencapture/selection/Sentences.h"
+#include "tools/screencapture/wayland/PlasmaWindows.h"
 #include "tools/screencapture/wayland/Services.h"
 #include "tools/screencapture/wayland/Session.h"
 #include "tools/screencapture/wayland/SwayWindows.h"
@@ -47,7 +48,9 @@ bool hasTaken(const Stage& stage, const Gestures& gestures) {
 }  // namespace
 
 std::optional<platform::PngFile> captureInteractively(Display& display, Language language) {
-  SwayWindows windows;  // asked at the moment at which the screen is frozen
+  // Asked at the moment at which the screen is frozen.
+  SwayWindows swayWindows;
+  PlasmaWindows plasmaWindows(display);
   const Beginning beginning = begin(display, ServicesQuestion::Picture, veil);
   if (beginning.answer.kind == AnswerHeader::Refused)
     tellRefusal(language);
@@ -57,7 +60,9 @@ std::optional<platform::PngFile> captureInteractively(Display& display, Language
     return std::nullopt;
   Stage& stage = *beginning.stage;
   wl_display_flush(display.connection());
-  const auto frames = windows.frames();
+  auto frames = swayWindows.frames();
+  if (!frames)
+    frames = plasmaWindows.frames(display);
   SelectionUse use(stage, stage.setting(), frames ? std::optional(stage.onScreen(*frames)) : std::nullopt,
                    language);
   perform(stage, use);
