@@ -20,12 +20,14 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <linux/input-event-codes.h>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace {
@@ -53,16 +55,21 @@ double memoryHeld() {
   return text.mid(at, text.indexOf("kB", at) - at).trimmed().toDouble() / 1024;
 }
 
-/// Of all threads.
-double processorMilliseconds(const std::function<void()>& work) {
-  const auto now = [] {
+struct Duration {
+  double elapsed = 0;    // in milliseconds
+  double processor = 0;  // the same, of all threads together
+};
+
+/// Prints both.
+void printDuration(const std::function<void()>& work) {
+  const auto now = [](clockid_t clock) {
     timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    clock_gettime(clock, &time);
     return 1e3 * static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_nsec);
   };
-  const double begin = now();
+  const Duration begin{now(CLOCK_MONOTONIC), now(CLOCK_PROCESS_CPUTIME_ID)};
   work();
-  return now() - begin;
+  std::printf("%f %f", now(CLOCK_MONOTONIC) - begin.elapsed, now(CLOCK_PROCESS_CPUTIME_ID) - begin.processor);
 }
 
 /// The editor of a program that has just been started.
@@ -124,7 +131,7 @@ class Editor : private QObject {
 void printOpening(const QStringList& arguments) {
   Editor editor;
   runEvents(breather);
-  std::printf("%f", processorMilliseconds([&] { editor.open(arguments[2]); }));
+  printDuration([&] { editor.open(arguments[2]); });
 }
 
 /// FILE: what its decoding takes of that. It is the first picture that the process decodes, as in the
@@ -132,9 +139,7 @@ void printOpening(const QStringList& arguments) {
 void printDecoding(const QStringList& arguments) {
   Editor editor;
   runEvents(breather);
-  std::printf("%f", processorMilliseconds([&] {
-                orAbort(bool(platform::ImageDecoder::read(QFile::encodeName(arguments[2]))));
-              }));
+  printDuration([&] { orAbort(bool(platform::ImageDecoder::read(QFile::encodeName(arguments[2])))); });
 }
 
 /// FILE WAY: mebibytes above those of before, while it is open, while it is zoomed, and when it is closed in
@@ -184,16 +189,39 @@ QList<QByteArray> answerOf(const QStringList& arguments, const char* scale = "1"
   return process.readAllStandardOutput().split(' ');
 }
 
+/// The least of several, in which other programs have disturbed least.
+Duration besidesDecoding(const QString& file, const char* scale) {
+  constexpr int rounds = 9;
+  const auto least = [](Duration& of, const QList<QByteArray>& answer) {
+    of = {std::min(of.elapsed, answer[0].toDouble()), std::min(of.processor, answer[1].toDouble())};
+  };
+  Duration opening{1e9, 1e9};
+  Duration decoding{1e9, 1e9};
+  for (int round = 0; round < rounds; ++round) {
+    least(opening, answerOf({QStringLiteral("--opening"), file}, scale));
+    least(decoding, answerOf({QStringLiteral("--decoding"), file}, scale));
+  }
+  return {opening.elapsed - decoding.elapsed, opening.processor - decoding.processor};
+}
+
+/// The bound is on what the user waits for, the time that elapses. That of the processor is what it costs,
+/// told beside it.
+void addOpening(const QString& file, const char* scale, bench::Figures& figures) {
+  const std::string name =
+      std::string("to the first painted window at scale ") + scale + ", besides decoding";
+  const auto times = std::make_shared<std::optional<Duration>>();
+  const auto measured = [=] {
+    if (!*times)
+      *times = besidesDecoding(file, scale);
+    return **times;
+  };
+  figures.add(bench::Amount{name, [=] { return measured().elapsed; }, "ms", 40});
+  figures.add(bench::Amount{name + " (processor)", [=] { return measured().processor; }, "ms", 75});
+}
+
 void addFigures(const QString& file, double megabytes, const char* scale, bench::Figures& figures) {
   const std::string at = std::string(" at scale ") + scale;
-  figures.add(bench::Amount{"to the first painted window" + at + ", besides decoding (processor)",
-                            [=] {
-                              const auto milliseconds = [&](const char* part) {
-                                return answerOf({QString::fromLatin1(part), file}, scale)[0].toDouble();
-                              };
-                              return milliseconds("--opening") - milliseconds("--decoding");
-                            },
-                            "ms", 40, 5});
+  addOpening(file, scale, figures);
   const auto memory = [=](const char* way, int which) {
     return answerOf({QStringLiteral("--memory"), file, QString::fromLatin1(way)}, scale)[which].toDouble();
   };

@@ -20,27 +20,43 @@ QImage reduced(const QImage& picture, const QSize& size) {
 }  // namespace
 
 std::unique_ptr<EditorModel> EditorModel::open(const QUrl& fileURL) {
+  std::unique_ptr<EditorModel> model = beginOpening(fileURL);
+  return model && model->awaitPicture() ? std::move(model) : nullptr;
+}
+
+std::unique_ptr<EditorModel> EditorModel::beginOpening(const QUrl& fileURL) {
   // Asked for before reading: a file that comes in between must not pass for the one that was read.
   const QByteArray path = platform::FilePath::of(fileURL);
   const auto identity = platform::InPlaceFile::identity(path);
   const auto file = platform::FilePath::openToRead(path);
-  const auto decoded = platform::ImageDecoder::read(path);
-  if (!identity || !file || !decoded || decoded->isNull())
+  if (!identity || !file)
     return nullptr;
-  return std::unique_ptr<EditorModel>(new EditorModel(fileURL, file->size(), *identity, *decoded));
+  return std::unique_ptr<EditorModel>(new EditorModel(fileURL, file->size(), *identity));
 }
 
-EditorModel::EditorModel(const QUrl& url, qint64 byteCount, const platform::FileIdentity& file,
-                         const QImage& decoded)
-    : fileURL(url), originalByteCount(byteCount), openedFile(file) {
-  baseImage = decoded;
-  imagePixelSize = decoded.size();
-  displaySize = Document::fitted(decoded.size());
-  textWM = TextWatermark::initial(displaySize);
+EditorModel::EditorModel(const QUrl& url, qint64 byteCount, const platform::FileIdentity& file)
+    : fileURL(url),
+      originalByteCount(byteCount),
+      openedFile(file),
+      decoding(std::async([](const QByteArray& path) { return platform::ImageDecoder::read(path); },
+                          platform::FilePath::of(url))) {
   const auto& defaults = platform::UserDefaults::standard();
   if (defaults.value(SettingsKeys::rememberWatermarkText))
     textWM.change(
         [&](TextWatermark& watermark) { watermark.text = defaults.value(SettingsKeys::lastWatermarkText); });
+}
+
+bool EditorModel::awaitPicture() {
+  const std::optional<QImage> decoded = decoding.get();
+  if (!decoded || decoded->isNull())
+    return false;
+  Document opened = document();
+  opened.baseImage = *decoded;
+  opened.imagePixelSize = decoded->size();
+  opened.displaySize = Document::fitted(decoded->size());
+  opened.textWM.center = TextWatermark::initial(opened.displaySize).center;
+  become(opened);
+  return true;
 }
 
 platform::Subscription EditorModel::observe(std::function<void()> observer) {

@@ -12,6 +12,7 @@
 #include <QUrl>
 
 #include <array>
+#include <future>
 #include <memory>
 #include <optional>
 
@@ -35,6 +36,11 @@ class EditorModel {
 
   /// Null if the file can't be decoded.
   [[nodiscard]] static std::unique_ptr<EditorModel> open(const QUrl& fileURL);
+  /// The same without waiting: the picture is decoded on a thread of its own, and until awaitPicture() the
+  /// document is one without a picture, to which views may be made. Null if the file can't be read.
+  [[nodiscard]] static std::unique_ptr<EditorModel> beginOpening(const QUrl& fileURL);
+  /// Takes in the picture, once. False if the file can't be decoded.
+  [[nodiscard]] bool awaitPicture();
   EditorModel(const EditorModel&) = delete;
   EditorModel& operator=(const EditorModel&) = delete;
 
@@ -137,8 +143,7 @@ class EditorModel {
  private:
   using CropSnapshot = Document;
 
-  EditorModel(const QUrl& fileURL, qint64 byteCount, const platform::FileIdentity& file,
-              const QImage& decoded);
+  EditorModel(const QUrl& fileURL, qint64 byteCount, const platform::FileIdentity& file);
 
   /// The base image at a lower resolution, and under each style's filter.
   struct ReducedPicture {
@@ -172,6 +177,7 @@ class EditorModel {
   };
 
   const platform::FileIdentity openedFile;
+  std::future<std::optional<QImage>> decoding;
   platform::Listeners<Field, const QRectF&> repainting;
   LineRepainting shownStroke;
   QUuid shownStrokeId;

@@ -120,6 +120,8 @@ void Canvas::modelRepaints(EditorModel::Field field, const QRectF& rectangle) {
 }
 
 void Canvas::fitAnew() {
+  if (model.baseImage->isNull())
+    return;  // it is still being read
   showAt(place.resized(viewport()->size(), viewport()->devicePixelRatioF(), model.displaySize,
                        model.imagePixelSize));
 }

@@ -33,7 +33,6 @@ QRect frameFor(const QSizeF& displaySize) {
 }
 
 std::unique_ptr<EditorView> windowFor(std::unique_ptr<EditorModel> model, std::function<void()> onClose) {
-  const QSizeF displaySize = model->displaySize;
   auto window = std::make_unique<EditorView>(std::move(model), std::move(onClose));
   window->setWindowTitle(localized(QStringLiteral("editor.windowTitle")));
   window->setWindowRole(QStringLiteral("editor"));
@@ -43,7 +42,6 @@ std::unique_ptr<EditorView> windowFor(std::unique_ptr<EditorModel> model, std::f
     platform::NotificationCenter::defaultCenter().post(QString::fromLatin1(Notifications::openSettings));
   });
   window->setMinimumSize(minimumContentSize);
-  window->setGeometry(frameFor(displaySize));
   // The window has the keyboard itself, so that it is in none of its controls.
   window->setFocus();
   return window;
@@ -72,15 +70,19 @@ void EditorWindowController::DeleteLater::operator()(QWidget* window) const {
 }
 
 bool EditorWindowController::open(const QUrl& url) {
-  std::unique_ptr<EditorModel> model = EditorModel::open(url);
-  if (!model) {
+  std::unique_ptr<EditorModel> opening = EditorModel::beginOpening(url);
+  EditorModel* const model = opening.get();
+  // Made while the picture is being decoded.
+  std::unique_ptr<EditorView> window = opening ? windowFor(std::move(opening), [this] { close(); }) : nullptr;
+  if (!window || !model->awaitPicture()) {
     namespace FilePath = platform::FilePath;
     platform::log(QStringLiteral("Sorrel editor: couldn't load ") +
                   FilePath::text(FilePath::name(FilePath::of(url))));
     return false;
   }
   close();
-  shown.reset(windowFor(std::move(model), [this] { close(); }).release());
+  window->setGeometry(frameFor(model->displaySize));
+  shown.reset(window.release());
   platform::setDarkFrame(*shown);
   platform::bringToFront(*shown);
   return true;

@@ -60,6 +60,11 @@ TopBar::TopBar(EditorModel& shown, std::function<void()> onCancel, std::function
   showTexts();
 }
 
+/// It may have been made before the picture was there.
+void TopBar::showEvent(QShowEvent*) {
+  refresh();
+}
+
 void TopBar::refresh() {
   pixels->setText(
       QStringLiteral("%1 × %2 px").arg(model.imagePixelSize->width()).arg(model.imagePixelSize->height()));

@@ -18,6 +18,9 @@ class TopBar : public QWidget {
 
   TopBar(EditorModel& model, std::function<void()> onCancel, std::function<void()> onSave, QWidget* parent);
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
   void refresh();
   void showTexts();

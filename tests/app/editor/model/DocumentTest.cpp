@@ -17,6 +17,24 @@ TEST_F(DocumentTest, opensNothingThatIsNoPicture) {
   EXPECT_FALSE(EditorModel::open(QUrl()));
 }
 
+TEST_F(DocumentTest, isWithoutAPictureUntilThatIsDecoded) {
+  UserDefaults::standard().set(QStringLiteral("rememberWatermarkText"), true);
+  UserDefaults::standard().set(QStringLiteral("lastWatermarkText"), QStringLiteral("seen"));
+  const auto known = open(map({60, 40}));
+  const auto model = EditorModel::beginOpening(known->fileURL);
+  ASSERT_TRUE(model);
+  EXPECT_TRUE(model->baseImage->isNull());
+  EXPECT_EQ(model->textWM->text, QStringLiteral("seen"));
+  QRectF repainted;
+  const auto token = model->observeRepainting([&](EditorModel::Field field, const QRectF& rectangle) {
+    if (field == &model->baseImage)
+      repainted = rectangle;
+  });
+  ASSERT_TRUE(model->awaitPicture());
+  EXPECT_EQ(model->document(), known->document());
+  EXPECT_EQ(repainted, QRectF(0, 0, 60, 40));
+}
+
 TEST_F(DocumentTest, aSliverWithoutDisplayWidthKeepsItsPixels) {
   const QImage sliver = map({2, 3000});
   const auto model = open(sliver);

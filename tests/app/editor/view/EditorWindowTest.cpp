@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QImage>
+#include <QLabel>
 #include <QPointer>
 #include <QScreen>
 #include <QTest>
@@ -56,6 +57,14 @@ TEST_F(EditorWindow, StandsInTheMiddleAndIsNeverTooSmallForItsBars) {
   const QPoint offset =
       controller.window()->geometry().center() - controller.window()->screen()->geometry().center();
   EXPECT_LE(offset.manhattanLength(), 2);
+}
+
+TEST_F(EditorWindow, TellsThePicturesSizeFromTheFirst) {
+  controller.open(picture(u"shot.png"_s));
+  QStringList texts;
+  for (const auto* const label : controller.window()->findChildren<QLabel*>())
+    texts << label->text();
+  EXPECT_TRUE(texts.contains(u"400 × 300 px"_s)) << texts.join(u", "_s).toStdString();
 }
 
 TEST_F(EditorWindow, IsOneAndShowsWhatWasOpenedLast) {
