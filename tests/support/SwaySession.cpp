@@ -13,6 +13,7 @@
 #include <grp.h>
 #include <pwd.h>
 #include <stdexcept>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -232,6 +233,7 @@ void becomeOrdinaryUser() {
       setresgid(nobody->pw_gid, nobody->pw_gid, nobody->pw_gid) != 0 ||
       setresuid(nobody->pw_uid, nobody->pw_uid, nobody->pw_uid) != 0)
     throw std::runtime_error("root can't go on as the user nobody");
+  prctl(PR_SET_DUMPABLE, 1);  // compositors look up who their clients are
 }
 
 }  // namespace testing_support

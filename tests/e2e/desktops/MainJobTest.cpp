@@ -1,0 +1,135 @@
+// The whole job of the real, installed program on other desktops, with a picture of each step.
+
+#include "tests/e2e/StatusNotifierHost.h"
+#include "tests/e2e/desktops/GnomeSession.h"
+#include "tests/e2e/desktops/KWinSession.h"
+#include "tests/support/Screen.h"
+#include "tests/support/Waiting.h"
+
+#include <QDir>
+#include <QUrl>
+
+#include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
+#include <signal.h>
+
+using namespace Qt::StringLiterals;
+
+namespace e2e {
+namespace {
+
+const QString sorrel = QStringLiteral(INSTALLED_DIR "/bin/sorrel");
+const QString bottlePath = u"Documents/Sorrel bottle"_s;
+
+enum class DesktopKind { KWin, GnomeShell };
+
+class OtherDesktop : public testing::TestWithParam<DesktopKind> {
+ protected:
+  OtherDesktop() {
+    session->write(u".config/Sorrel/defaults.json"_s, R"({"quillonPromptShown": true})");
+    const QString picture = session->write(u"picture.png"_s, {});
+    EXPECT_TRUE(randomPicture({700, 500}, 6).save(picture));
+    shown = session->start({QStringLiteral(SHOW_PICTURE), picture});
+    program = session->start({sorrel});
+    until("the icon is in the tray", [this] {
+      if (!program->isRunning())
+        throw std::runtime_error("Sorrel has ended at once: " + program->errors().toStdString());
+      return isGnome() || tray->hasItem();
+    });
+    session->moveTo({5, 700});
+    until("the picture is shown", [this] {
+      desktop = session->settledPicture();
+      return desktop.pixel(640, 400) != desktop.pixel(660, 420);
+    });
+    save(u"desktop"_s);
+  }
+
+  ~OtherDesktop() override {
+    if (!HasFailure())
+      return;
+    save(u"failure"_s);
+    std::fputs(program->errors().constData(), stderr);
+  }
+
+  [[nodiscard]] static bool isGnome() { return GetParam() == DesktopKind::GnomeShell; }
+  /// Saves what is on the screen now.
+  void save(const QString& step) const {
+    const QString name = isGnome() ? u"gnome"_s : u"kwin"_s;
+    const QString path = QStringLiteral(PICTURES_DIR "/") + name + u'-' + step + u".png"_s;
+    EXPECT_TRUE(session->settledPicture().save(path)) << path.toStdString();
+  }
+  [[nodiscard]] QStringList bottle() const {
+    return QDir(session->home(bottlePath)).entryList({u"*.png"_s}, QDir::Files);
+  }
+  void beginCapture(const QString& option) {
+    session->run({sorrel, option});
+    until("the screen is frozen", [this] { return !isAsBefore(session->picture()); });
+    (void)session->settledPicture();
+  }
+  [[nodiscard]] QImage newestInBottle(qsizetype count) {
+    until("the capture is in the bottle", [&] { return bottle().size() == count; });
+    return QImage(session->home(bottlePath + u'/' + bottle().last())).convertToFormat(QImage::Format_RGB32);
+  }
+  void closeByEscape() {
+    session->tapKey(KEY_ESC);
+    session->moveTo({5, 700});
+    until("nothing is on the desktop", [this] { return isAsBefore(session->settledPicture()); });
+  }
+  /// The clock in GNOME's bar goes on.
+  [[nodiscard]] bool isAsBefore(const QImage& now) const {
+    const QRect below(0, 40, desktop.width(), desktop.height() - 40);
+    return now.copy(below) == desktop.copy(below);
+  }
+
+  const std::unique_ptr<DesktopSession> session =
+      isGnome() ? std::unique_ptr<DesktopSession>(std::make_unique<GnomeSession>())
+                : std::make_unique<KWinSession>();
+  std::unique_ptr<StatusNotifierHost> tray =
+      isGnome() ? nullptr : std::make_unique<StatusNotifierHost>(session->busAddress());
+  std::unique_ptr<Program> shown;
+  std::unique_ptr<Program> program;
+  QImage desktop;
+};
+
+TEST_P(OtherDesktop, DoesTheWholeJob) {
+  const QRect area(330, 210, 411, 257);
+  beginCapture(u"--capture"_s);
+  save(u"selection"_s);
+  session->drag(area.topLeft(), area.bottomRight());
+  EXPECT_EQ(newestInBottle(1), desktop.copy(area));
+  until("the history is open", [&] { return !isAsBefore(session->settledPicture()); });
+  save(u"panel"_s);
+
+  session->tapKey(KEY_RIGHT);
+  session->turnKey(KEY_LEFTCTRL, true);
+  session->tapKey(KEY_C);
+  session->turnKey(KEY_LEFTCTRL, false);
+  save(u"copied"_s);
+  closeByEscape();
+
+  beginCapture(u"--capture-and-edit"_s);
+  session->drag(area.topLeft(), area.bottomRight());
+  EXPECT_EQ(newestInBottle(2), desktop.copy(area));
+  until("the editor is open", [&] { return !isAsBefore(session->settledPicture()); });
+  save(u"editor"_s);
+  closeByEscape();
+
+  beginCapture(u"--capture"_s);
+  closeByEscape();
+  EXPECT_EQ(bottle().size(), 2);
+
+  session->run({sorrel, u"--quit"_s});
+  EXPECT_EQ(program->waitForEnd(), 0);
+  const QByteArray pasted =
+      session->run(isGnome() ? u"xclip -selection clipboard -t image/png -o"_s.split(u' ')
+                             : u"wl-paste --type image/png"_s.split(u' '));
+  EXPECT_EQ(QImage::fromData(pasted).convertToFormat(QImage::Format_RGB32), desktop.copy(area));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, OtherDesktop, testing::Values(DesktopKind::KWin, DesktopKind::GnomeShell),
+                         [](const auto& kind) {
+                           return kind.param == DesktopKind::KWin ? "KWin" : "GnomeShell";
+                         });
+
+}  // namespace
+}  // namespace e2e
