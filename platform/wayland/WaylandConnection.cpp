@@ -9,7 +9,8 @@ namespace {
 
 /// nullptr where the toolkit's platform is another.
 QPlatformNativeInterface* toolkit() {
-  return qGuiApp && QGuiApplication::platformName().startsWith(QLatin1String("wayland"))
+  return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) &&
+                 QGuiApplication::platformName().startsWith(QLatin1String("wayland"))
              ? QGuiApplication::platformNativeInterface()
              : nullptr;
 }

@@ -5,7 +5,8 @@
 namespace platform {
 
 xcb_connection_t* x11Connection() {
-  const auto* const application = qGuiApp;
+  // Some programs have an application without a display.
+  const auto* const application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
   const auto* const x11 =
       application ? application->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
   return x11 ? x11->connection() : nullptr;
