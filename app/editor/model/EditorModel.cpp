@@ -6,6 +6,8 @@
 #include "platform/imaging/codecs/ImageDecoder.h"
 #include "platform/imaging/drawing/ScaledPart.h"
 
+#include <QtEndian>
+
 namespace sorrel {
 namespace {
 
@@ -15,6 +17,20 @@ QImage reduced(const QImage& picture, const QSize& size) {
     return picture;
   return platform::scaledPart({picture, {}, picture.size()}, size, QRect({0, 0}, size),
                               platform::Enlarging::Smooth);
+}
+
+/// Of a picture in 8-bit premultiplied RGBA.
+bool isOpaquePicture(const QImage& picture) {
+  const int width = picture.width();
+  for (int y = 0; y < picture.height(); ++y) {
+    const auto* const row = reinterpret_cast<const quint32*>(picture.constScanLine(y));
+    quint32 all = ~0U;
+    for (int x = 0; x < width; ++x)
+      all &= row[x];
+    if (qFromLittleEndian(all) >> 24 != 255)
+      return false;
+  }
+  return true;
 }
 
 }  // namespace
@@ -38,8 +54,12 @@ EditorModel::EditorModel(const QUrl& url, qint64 byteCount, const platform::File
     : fileURL(url),
       originalByteCount(byteCount),
       openedFile(file),
-      decoding(std::async([](const QByteArray& path) { return platform::ImageDecoder::read(path); },
-                          platform::FilePath::of(url))) {
+      decoding(std::async(
+          [](const QByteArray& path) {
+            const QImage picture = platform::ImageDecoder::read(path).value_or(QImage());
+            return Decoded{picture, isOpaquePicture(picture)};
+          },
+          platform::FilePath::of(url))) {
   const auto& defaults = platform::UserDefaults::standard();
   if (defaults.value(SettingsKeys::rememberWatermarkText))
     textWM.change(
@@ -47,15 +67,16 @@ EditorModel::EditorModel(const QUrl& url, qint64 byteCount, const platform::File
 }
 
 bool EditorModel::awaitPicture() {
-  const std::optional<QImage> decoded = decoding.get();
-  if (!decoded || decoded->isNull())
+  const Decoded decoded = decoding.get();
+  if (decoded.picture.isNull())
     return false;
   Document opened = document();
-  opened.baseImage = *decoded;
-  opened.imagePixelSize = decoded->size();
-  opened.displaySize = Document::fitted(decoded->size());
+  opened.baseImage = decoded.picture;
+  opened.imagePixelSize = decoded.picture.size();
+  opened.displaySize = Document::fitted(decoded.picture.size());
   opened.textWM.center = TextWatermark::initial(opened.displaySize).center;
   become(opened);
+  opaque = decoded.isOpaque;
   return true;
 }
 
@@ -74,6 +95,12 @@ platform::Subscription EditorModel::observeRepainting(std::function<void(Field, 
 void EditorModel::tellRepainting(Field field, const QRectF& rectangle) const {
   if (!rectangle.isEmpty())
     repainting.tell(field, rectangle);
+}
+
+bool EditorModel::isOpaque() const {
+  if (!opaque)
+    opaque = isOpaquePicture(baseImage);
+  return *opaque;
 }
 
 Document EditorModel::document() const {
@@ -119,9 +146,10 @@ void EditorModel::dropProcessed() {
   asShown.filtered = {};
 }
 
-void EditorModel::dropFilterCaches() {
+void EditorModel::dropDerived() {
   atDisplaySize = {};
   asShown = {};
+  opaque.reset();
 }
 
 QString rawValue(EditorModel::Tool tool) {

@@ -64,7 +64,7 @@ class EditorModel {
   template <typename Value>
   using Own = platform::PublishedBy<EditorModel, Value>;
 
-  Own<QImage> baseImage{observers, {}, [this] { dropFilterCaches(); }};  // premultiplied RGBA in sRGB
+  Own<QImage> baseImage{observers, {}, [this] { dropDerived(); }};  // premultiplied RGBA in sRGB
   Own<QSize> imagePixelSize{observers};
   Own<QSizeF> displaySize{observers};
   const QUrl fileURL;
@@ -93,6 +93,9 @@ class EditorModel {
   /// All of it that can be painted or taken back, as it is now. Keep it no longer than it takes to paint: the
   /// next stroke would have to copy the list of all.
   [[nodiscard]] Document document() const;
+
+  /// Whether nothing can be seen through the base image.
+  [[nodiscard]] bool isOpaque() const;
 
   /// Starts a stroke with the present colour and width. Its further points are appended to `current`.
   void begin(const QPointF& point);
@@ -168,7 +171,7 @@ class EditorModel {
   void intensityChanged();
   ReducedPicture& reducedTo(const QSize& shown);
   void dropProcessed();
-  void dropFilterCaches();
+  void dropDerived();
 
   struct LaidOutText {
     QString text;
@@ -177,7 +180,12 @@ class EditorModel {
   };
 
   const platform::FileIdentity openedFile;
-  std::future<std::optional<QImage>> decoding;
+  struct Decoded {
+    QImage picture;  // null if it can't be decoded
+    bool isOpaque;
+  };
+  std::future<Decoded> decoding;
+  mutable std::optional<bool> opaque;  // absent until somebody asks
   platform::Listeners<Field, const QRectF&> repainting;
   LineRepainting shownStroke;
   QUuid shownStrokeId;

@@ -296,7 +296,7 @@ void Canvas::paintEvent(QPaintEvent* event) {
 
 void Canvas::paintPicture(QPainter& painter, const QRect& exposed) {
   const QRect picture = place.picture();
-  for (const QRect& seen : layers.isOpaque() ? QRegion(exposed) - picture : QRegion(exposed))
+  for (const QRect& seen : model.isOpaque() ? QRegion(exposed) - picture : QRegion(exposed))
     backdrop.paint(painter, seen, picture, place.ratio);
   if (stretched.isShown())
     return stretched.paint(painter, picture, exposed);

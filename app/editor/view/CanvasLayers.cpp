@@ -3,7 +3,6 @@
 #include "app/editor/model/EditorModel.h"
 
 #include <QPainter>
-#include <QtEndian>
 
 #include <utility>
 
@@ -13,29 +12,9 @@ namespace {
 /// Of what is worked on at a time, so that it stays near the processor.
 constexpr int stripHeight = 32;
 
-/// Of a picture in 8-bit premultiplied RGBA.
-bool isOpaquePicture(const QImage& picture) {
-  const int width = picture.width();
-  for (int y = 0; y < picture.height(); ++y) {
-    const auto* const row = reinterpret_cast<const quint32*>(picture.constScanLine(y));
-    quint32 all = ~0U;
-    for (int x = 0; x < width; ++x)
-      all &= row[x];
-    if (qFromLittleEndian(all) >> 24 != 255)
-      return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 CanvasLayers::CanvasLayers(EditorModel& document) : model(document), under(document), ink(document) {
-}
-
-bool CanvasLayers::isOpaque() {
-  if (!opaque)
-    opaque = isOpaquePicture(model.baseImage);
-  return *opaque;
 }
 
 void CanvasLayers::show(const CanvasFit& place) {
@@ -68,7 +47,6 @@ QRegion CanvasLayers::follow(const void* field, const QRectF& rectangle) {
     ink.reset();
     view = {};
     staleUnder = stale = {};
-    opaque.reset();
     return {};
   }
   if (field == &model.textWM)
@@ -214,7 +192,7 @@ void CanvasLayers::paint(QPainter& painter, const QRect& part, Marks where) {
 
 QImage CanvasLayers::inScreenFormat(QImage pixels) {
   pixels = std::move(pixels).convertToFormat(QImage::Format_ARGB32_Premultiplied);
-  if (isOpaque())
+  if (model.isOpaque())
     pixels.reinterpretAsFormat(QImage::Format_RGB32);
   return pixels;
 }
@@ -228,7 +206,8 @@ void CanvasLayers::composeStale(const QRect& part) {
   const QRect rows = QRect(layer.left(), top, layer.width(), end - top) & layer;
   if (together.isNull() && !layer.isEmpty()) {
     together = newLayer(layer.size());
-    together.reinterpretAsFormat(isOpaque() ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+    together.reinterpretAsFormat(model.isOpaque() ? QImage::Format_RGB32
+                                                  : QImage::Format_ARGB32_Premultiplied);
   }
   for (const QRect& changed : stale& rows)
     compose(changed);

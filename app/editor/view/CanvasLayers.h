@@ -49,8 +49,6 @@ class CanvasLayers {
   /// The logo and the text as of the last picture(), to be laid over it.
   [[nodiscard]] std::array<PlacedPicture, 2> marks() const;
   [[nodiscard]] const CanvasView& shownView() const { return view; }
-  /// Whether nothing can be seen through the picture.
-  [[nodiscard]] bool isOpaque();
 
  private:
   [[nodiscard]] QRegion inPicture(const QRegion& ofLayer) const {
@@ -96,7 +94,6 @@ class CanvasLayers {
   bool isTextStale = true;
   bool isTextHidden = false;
   bool isCarrying = false;
-  std::optional<bool> opaque;
 };
 
 }  // namespace sorrel
