@@ -15,13 +15,17 @@ namespace {
 constexpr std::chrono::seconds patience{20};  // with a reader that stopped reading
 constexpr std::uint32_t newestManager = 2;
 
-// What others have on the clipboard is none of our business, but each offer of it is an object to end.
+// What others have on the clipboard is none of our business, but each offer of it is an object to end. Not
+// before its last event: the library forgets to free what was ended while an event that names it was waiting.
+void endOffer(void*, zwlr_data_control_device_v1*, zwlr_data_control_offer_v1* offer) {
+  if (offer)
+    zwlr_data_control_offer_v1_destroy(offer);
+}
 constexpr zwlr_data_control_device_v1_listener deviceListener{
-    .data_offer = [](void*, auto*,
-                     zwlr_data_control_offer_v1* offer) { zwlr_data_control_offer_v1_destroy(offer); },
-    .selection = [](void*, auto*, auto*) {},
+    .data_offer = [](void*, auto*, auto*) {},
+    .selection = endOffer,
     .finished = [](void* isOwner, auto*) { *static_cast<bool*>(isOwner) = false; },
-    .primary_selection = [](void*, auto*, auto*) {}};
+    .primary_selection = endOffer};
 
 }  // namespace
 
