@@ -3,7 +3,6 @@
 #include "platform/x11/X11Connection.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace platform {
 namespace {
@@ -23,9 +22,8 @@ std::vector<uint32_t> numbers(xcb_connection_t* connection, xcb_get_property_coo
   const auto reply = xcbReply(connection, xcb_get_property_reply, cookie);
   if (!reply || reply->format != 32)
     return {};
-  std::vector<uint32_t> values(reply->value_len);
-  std::memcpy(values.data(), xcb_get_property_value(reply.get()), values.size() * sizeof(uint32_t));
-  return values;
+  const auto* const first = static_cast<const uint32_t*>(xcb_get_property_value(reply.get()));
+  return {first, first + reply->value_len};
 }
 
 }  // namespace

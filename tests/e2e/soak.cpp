@@ -153,8 +153,15 @@ class Soak {
     program->cancel();
   }
 
+  /// With whatever tray there is.
+  void openHistory() {
+    program->pressHotKey(KEY_F);
+    until("the history is open", [this] { return panel->window().has_value(); });
+    (void)desktop.screen().settledPicture();
+  }
+
   void useHistory() {
-    panel->open();
+    openHistory();
     for (int turn = any(2, 12); turn > 0; --turn) {
       constexpr std::array keys{KEY_RIGHT, KEY_DOWN, KEY_LEFT,     KEY_UP,
                                 KEY_HOME,  KEY_END,  KEY_PAGEDOWN, KEY_TAB};
@@ -173,7 +180,7 @@ class Soak {
   void editFromHistory() {
     if (program->bottle().isEmpty())
       return;
-    panel->open();
+    openHistory();
     desktop.input().tapKey(KEY_RIGHT);
     desktop.input().tapKey(KEY_ENTER);
     edit();
@@ -200,7 +207,7 @@ class Soak {
   }
 
   void useSettings() {
-    panel->open();
+    openHistory();
     Settings settings(desktop, *program);
     settings.openByKeys();
     for (int turn = any(1, 5); turn > 0; --turn)
@@ -226,7 +233,7 @@ class Soak {
   /// Into whatever window of the program is open.
   void typeAnything() {
     if (maybe(50))
-      panel->open();
+      openHistory();
     else if (!program->bottle().isEmpty())
       editFromHistory();
     for (int turn = any(10, 60); turn > 0; --turn) {
