@@ -115,7 +115,7 @@ QString EditorModel::fontFamily() const {
 QImage EditorModel::processed(BlurStyle style) {
   const QSize size = displaySize->toSize();
   if (atDisplaySize.size != size)
-    atDisplaySize = {size, sorrel::reduced(baseImage, size), {}};
+    atDisplaySize = {size, sorrel::reduced(baseImage, size), {}, {}};
   QImage& kept = atDisplaySize.filtered.at(size_t(style));
   if (kept.isNull())
     kept = filtered(atDisplaySize.base, style, blurIntensity, displaySize->width());
@@ -125,8 +125,16 @@ QImage EditorModel::processed(BlurStyle style) {
 EditorModel::ReducedPicture& EditorModel::reducedTo(const QSize& shown) {
   const QSize size = shown.boundedTo(imagePixelSize);
   if (asShown.size != size)
-    asShown = {size, sorrel::reduced(baseImage, size), {}};
+    asShown = {size, sorrel::reduced(baseImage, size), {}, {}};
+  else if (asShown.reducing.valid())
+    asShown.base = asShown.reducing.get();
   return asShown;
+}
+
+void EditorModel::beginReducing(const QSize& shown) {
+  const QSize size = shown.boundedTo(imagePixelSize);
+  if (asShown.size != size)
+    asShown = {size, {}, {}, std::async(std::launch::async, sorrel::reduced, baseImage.get(), size)};
 }
 
 QImage EditorModel::reduced(const QSize& shown) {

@@ -115,6 +115,8 @@ class EditorModel {
 
   /// The base image as it is shown at that size, or itself if it is no larger; kept as long.
   [[nodiscard]] QImage reduced(const QSize& shown);
+  /// Begins to make it, on a thread of its own; whoever asks for it waits for that.
+  void beginReducing(const QSize& shown);
   /// Gives back what is kept of the size at which the picture was last shown as a whole.
   void dropReduced() { asShown = {}; }
 
@@ -153,6 +155,7 @@ class EditorModel {
     QSize size;
     QImage base;
     std::array<QImage, 2> filtered;
+    std::future<QImage> reducing;  // becomes the base
   };
 
   void restoreCrop();

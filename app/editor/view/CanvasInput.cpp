@@ -35,6 +35,8 @@ bool Canvas::viewportEvent(QEvent* event) {
 void Canvas::showEvent(QShowEvent* event) {
   QAbstractScrollArea::showEvent(event);
   window()->installEventFilter(this);
+  if (!event->spontaneous())
+    model.beginReducing(place.shown());  // the window has its size, and is yet to come to the screen
 }
 
 bool Canvas::eventFilter(QObject* watched, QEvent* event) {

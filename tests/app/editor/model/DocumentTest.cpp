@@ -35,6 +35,22 @@ TEST_F(DocumentTest, isWithoutAPictureUntilThatIsDecoded) {
   EXPECT_EQ(repainted, QRectF(0, 0, 60, 40));
 }
 
+TEST_F(DocumentTest, isReducedOnAThreadAsItIsWithoutOne) {
+  const QImage picture = noise({300, 200});
+  const auto model = open(picture);
+  const QImage expected = model->reduced({150, 100});
+  for (const QSize& begun : {QSize(150, 100), QSize(90, 60)}) {
+    model->dropReduced();
+    model->beginReducing(begun);
+    EXPECT_EQ(model->reduced({150, 100}), expected);
+    EXPECT_EQ(model->processed(BlurStyle::mosaic, {150, 100}).size(), expected.size());
+  }
+  // A crop comes before the copy has been asked for.
+  model->beginReducing({75, 50});
+  model->applyCrop({0, 0, 100, 100});
+  EXPECT_EQ(model->reduced({75, 50}), open(model->baseImage)->reduced({75, 50}));
+}
+
 TEST_F(DocumentTest, aSliverWithoutDisplayWidthKeepsItsPixels) {
   const QImage sliver = map({2, 3000});
   const auto model = open(sliver);
