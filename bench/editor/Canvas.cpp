@@ -7,6 +7,7 @@
 #include "app/editor/view/BlurTool.h"
 #include "app/editor/view/PenTool.h"
 #include "bench/Figures.h"
+#include "bench/editor/Drawing.h"
 #include "bench/imaging/Pictures.h"
 #include "platform/base/MainQueue.h"
 #include "tests/support/ScratchHome.h"
@@ -46,30 +47,15 @@ class Bench {
  public:
   Bench(platform::ManualClock& clock, const QUrl& file, int strokes)
       : clock(clock), model(EditorModel::open(file)) {
-    for (int number = 0; number < 20; ++number) {
-      model->blurStyle = number % 2 ? BlurStyle::mosaic : BlurStyle::gaussian;
-      for (int i = 0; i < 40; ++i)
-        model->extendBlurBrush(
-            {60.0 + (number * 211) % 800 + 3 * i, 60 + (number * 97) % 500 + 12 * std::sin(i / 5.0)});
-      model->commitBlur();
-    }
+    bench::addBlur(*model);
     for (int number = 0; number < strokes; ++number)
-      addStroke(number);
+      bench::addStroke(*model, number);
     canvas = std::make_unique<Canvas>(*model, nullptr);
     canvas->setTool(EditorModel::Tool::pen, std::make_unique<PenTool>(*model));
     canvas->setTool(EditorModel::Tool::blur, std::make_unique<BlurTool>(*model, *canvas));
     canvas->resize(1104, 744);
     canvas->show();
     paint();
-  }
-
-  void addStroke(int number) {
-    const QPointF start(50 + (number * 37) % 700, 60 + (number * 71) % 480);
-    model->begin(start);
-    for (int i = 1; i < 200; ++i)
-      model->current.change(
-          [&](auto& stroke) { stroke->points.append(start + QPointF(i, 40 * std::sin(i / 9.0))); });
-    model->commit();
   }
 
   /// Until nothing is waiting, but for what waits for time to pass.
@@ -159,7 +145,7 @@ class Bench {
         paint();
       }));
     for (qsizetype number = 0; number < strokes; ++number)
-      addStroke(int(number));
+      bench::addStroke(*model, int(number));
     paint();
     return undone;
   }

@@ -4,10 +4,14 @@
 // just been started.
 
 #include "app/editor/view/Canvas.h"
+#include "app/editor/view/EditorView.h"
 #include "app/editor/view/EditorWindowController.h"
 #include "app/look/LookStyle.h"
 #include "bench/Figures.h"
+#include "bench/editor/Drawing.h"
 #include "bench/imaging/Pictures.h"
+#include "platform/desktop/Screens.h"
+#include "platform/desktop/WindowFront.h"
 #include "platform/imaging/codecs/ImageDecoder.h"
 #include "platform/system/FreeMemory.h"
 #include "tests/support/ScratchHome.h"
@@ -84,7 +88,20 @@ class Editor : private QObject {
     while (!isPainted)
       QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   }
-  [[nodiscard]] QWidget& window() const { return *controller.window(); }
+  /// The same window with 20 strokes of blur and 300 of the pen on the picture.
+  void openDrawn(const QString& path) {
+    auto model = sorrel::EditorModel::open(QUrl::fromLocalFile(path));
+    bench::addBlur(*model);
+    for (int number = 0; number < 300; ++number)
+      bench::addStroke(*model, number);
+    const QSizeF size =
+        sorrel::editorContentSize(model->displaySize, platform::screens().front().visibleFrame.size());
+    drawn = std::make_unique<sorrel::EditorView>(std::move(model), [] {});
+    drawn->resize(size.toSize());
+    drawn->setFocus();
+    platform::bringToFront(*drawn);
+  }
+  [[nodiscard]] QWidget& window() const { return drawn ? *drawn : *controller.window(); }
   [[nodiscard]] bool isOpen() const { return controller.window() && window().isVisible(); }
 
   void zoomIn() {
@@ -123,6 +140,7 @@ class Editor : private QObject {
   }
 
   sorrel::EditorWindowController controller;
+  std::unique_ptr<sorrel::EditorView> drawn;
   testing_support::XTestInput hand{qgetenv("DISPLAY").toStdString()};
   bool isPainted = false;
 };
@@ -157,6 +175,18 @@ void printMemory(const QStringList& arguments) {
   std::printf("%f", memoryHeld() - before);
 }
 
+/// FILE: mebibytes above those of before with much drawn on the picture, and then zoomed.
+void printDrawnMemory(const QStringList& arguments) {
+  Editor editor;
+  runEvents(breather);
+  const double before = memoryHeld();
+  editor.openDrawn(arguments[2]);
+  runEvents(breather);
+  std::printf("%f ", memoryHeld() - before);
+  editor.zoomIn();
+  std::printf("%f", memoryHeld() - before);
+}
+
 /// FILE TIMES: mebibytes that so many openings have left behind since the tenth.
 void printLeak(const QStringList& arguments) {
   Editor editor;
@@ -172,10 +202,12 @@ void printLeak(const QStringList& arguments) {
 }
 
 /// What this program does as a process of its own.
-const std::map<std::string, void (*)(const QStringList& arguments)> parts{{"--opening", printOpening},
-                                                                          {"--decoding", printDecoding},
-                                                                          {"--memory", printMemory},
-                                                                          {"--leak", printLeak}};
+const std::map<std::string, void (*)(const QStringList& arguments)> parts{
+    {"--opening", printOpening},
+    {"--decoding", printDecoding},
+    {"--memory", printMemory},
+    {"--drawn-memory", printDrawnMemory},
+    {"--leak", printLeak}};
 
 QList<QByteArray> answerOf(const QStringList& arguments, const char* scale = "1") {
   QProcess process;
@@ -229,6 +261,13 @@ void addFigures(const QString& file, double megabytes, const char* scale, bench:
                             [=] { return memory("cancel", 0) / megabytes; }, "x", 3, 3});
   figures.add(bench::Amount{"memory at zoom 8" + at + ", of the picture's",
                             [=] { return memory("cancel", 1) / megabytes; }, "x", 3, 3});
+  const auto drawnMemory = [=](int which) {
+    return answerOf({QStringLiteral("--drawn-memory"), file}, scale)[which].toDouble() / megabytes;
+  };
+  figures.add(bench::Amount{"memory with 300 strokes and 20 of blur" + at + ", of the picture's",
+                            [=] { return drawnMemory(0); }, "x", 3, 3});
+  figures.add(bench::Amount{"memory with 300 strokes and 20 of blur at zoom 8" + at + ", of the picture's",
+                            [=] { return drawnMemory(1); }, "x", 3, 3});
   for (const char* const way : {"cancel", "save"})
     figures.add(bench::Amount{std::string("memory that ") + way + " leaves" + at,
                               [=] { return memory(way, 2); }, "MiB", 3, 3});
