@@ -25,7 +25,7 @@ WaylandGlobals::WaylandGlobals(wl_display* display) {
   const WaylandObject<wl_registry> asked(wl_display_get_registry(static_cast<wl_display*>(wrapper.get())),
                                          {wl_registry_destroy});
   wl_registry_add_listener(asked.get(), &listener, &globals);
-  // What is bound inherits the queue of its registry: this one is of the default queue, and nobody hears it.
+  // To bind from. Nobody hears what this one tells.
   registry = WaylandObject<wl_registry>(wl_display_get_registry(display), {wl_registry_destroy});
   wl_display_roundtrip_queue(display, queue.get());
 }
@@ -36,9 +36,13 @@ std::uint32_t WaylandGlobals::version(const wl_interface& interface) const {
   return found == globals.end() ? 0 : found->version;
 }
 
-void* WaylandGlobals::bindAny(const Global& global, const wl_interface& interface,
-                              std::uint32_t newestKnown) const {
-  return wl_registry_bind(registry.get(), global.name, &interface, std::min(global.version, newestKnown));
+void* WaylandGlobals::bindAny(const Global& global, const wl_interface& interface, std::uint32_t newestKnown,
+                              wl_event_queue* queue) const {
+  // What is bound inherits its registry's queue.
+  const WaylandObject<void> wrapper(wl_proxy_create_wrapper(registry.get()), {wl_proxy_wrapper_destroy});
+  wl_proxy_set_queue(static_cast<wl_proxy*>(wrapper.get()), queue);
+  return wl_registry_bind(static_cast<wl_registry*>(wrapper.get()), global.name, &interface,
+                          std::min(global.version, newestKnown));
 }
 
 }  // namespace platform

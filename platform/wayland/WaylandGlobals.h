@@ -35,23 +35,24 @@ class WaylandGlobals {
   [[nodiscard]] std::uint32_t version(const wl_interface& interface) const;
 
   /// The first global of an interface, in the newest version that both sides know; null where it isn't
-  /// offered. Its events come on the connection's default queue.
+  /// offered. Its events come on `queue`, if that is null on the connection's default queue.
   template <typename T>
-  [[nodiscard]] T* bind(const wl_interface& interface, std::uint32_t newestKnown) const {
+  [[nodiscard]] T* bind(const wl_interface& interface, std::uint32_t newestKnown,
+                        wl_event_queue* queue = nullptr) const {
     for (const Global& global : globals)
       if (global.interface == interface.name)
-        return bind<T>(global, interface, newestKnown);
+        return bind<T>(global, interface, newestKnown, queue);
     return nullptr;
   }
   template <typename T>
-  [[nodiscard]] T* bind(const Global& global, const wl_interface& interface,
-                        std::uint32_t newestKnown) const {
-    return static_cast<T*>(bindAny(global, interface, newestKnown));
+  [[nodiscard]] T* bind(const Global& global, const wl_interface& interface, std::uint32_t newestKnown,
+                        wl_event_queue* queue = nullptr) const {
+    return static_cast<T*>(bindAny(global, interface, newestKnown, queue));
   }
 
  private:
-  [[nodiscard]] void* bindAny(const Global& global, const wl_interface& interface,
-                              std::uint32_t newestKnown) const;
+  [[nodiscard]] void* bindAny(const Global& global, const wl_interface& interface, std::uint32_t newestKnown,
+                              wl_event_queue* queue) const;
 
   WaylandObject<wl_registry> registry;
   std::vector<Global> globals;

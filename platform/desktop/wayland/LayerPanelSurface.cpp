@@ -2,7 +2,7 @@
 
 #include "platform/desktop/ActivationToken.h"
 #include "platform/desktop/panel/PanelSheet.h"
-#include "platform/wayland/WaylandConnection.h"
+#include "platform/desktop/wayland/FullScreenWindows.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -25,29 +25,14 @@ void LayerPanelSurface::open(const QRectF& target, const std::optional<QRectF>& 
   layer.emplace(window, *screen, Keyboard::Here, OutputLayer::Handlers{[this] { fit(); }, handlers.keyLost});
   window.windowHandle()->installEventFilter(this);
   moveTo(start.value_or(target), start ? 0 : 1);
+  if (hasFullScreenWindow(*screen))
+    layer->raise();
   window.show();
-  raiseIfHidden();
   [[maybe_unused]] const QByteArray unneeded = ActivationToken::take();  // a layer has the keyboard anyway
   handlers.ready();
 }
 
-void LayerPanelSurface::raiseIfHidden() {
-  // The compositor asks for the next picture only of what can be seen.
-  constexpr std::chrono::milliseconds patience(300);
-  seen.reset(wl_surface_frame(waylandSurface(*window.windowHandle())));
-  static constexpr wl_callback_listener listener{
-      [](void* self, wl_callback*, std::uint32_t) { static_cast<LayerPanelSurface*>(self)->seen.reset(); }};
-  wl_callback_add_listener(seen.get(), &listener, this);
-  fit();
-  raising = MainQueue::main().asyncAfter(patience, [this] {
-    if (seen && layer)
-      layer->raise();
-  });
-}
-
 void LayerPanelSurface::close() {
-  raising.cancel();
-  seen.reset();
   layer.reset();  // before the toolkit ends the window's surface
 }
 

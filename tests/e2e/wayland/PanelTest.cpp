@@ -148,6 +148,12 @@ TEST_F(WaylandPanelTest, LiesBelowTheSelectionOfACapture) {
   until("the selection is gone", [this] { return desktop.picture().pixel(20, 700) == 0xff6699cc; });
 }
 
+TEST_F(WaylandPanelTest, LiesAboveAFullScreenWindow) {
+  const auto other = startOther();
+  desktop.command(u"[title=\"Drop here\"] fullscreen enable"_s);
+  open();
+}
+
 TEST_F(WaylandPanelTest, ItsMenuIsNoWindowAndActs) {
   const QRect frame = open();
   clickAt(program.thumbnail().center(), 3);
