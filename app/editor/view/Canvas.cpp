@@ -4,6 +4,7 @@
 #include "app/look/SlimScrollBar.h"
 #include "app/settings/SettingsKeys.h"
 #include "platform/base/UserDefaults.h"
+#include "platform/system/FreeMemory.h"
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -17,6 +18,8 @@ namespace {
 constexpr std::chrono::milliseconds zoomDuration(150);
 /// How long a pinch or a wheel has to rest before the pixels are painted anew.
 constexpr std::chrono::milliseconds settlingDelay(120);
+/// How long the zoom has to rest before its memory goes back.
+constexpr std::chrono::milliseconds givingBackDelay(200);
 /// How long the watermarks have to rest.
 constexpr std::chrono::milliseconds settlingMarksDelay(120);
 
@@ -209,6 +212,7 @@ void Canvas::zoomAtOnce(const QPointF& anchor) {
 
 void Canvas::beginStretching() {
   settling.cancel();
+  givingBack.cancel();
   if (stretched.isShown() || place.area.isEmpty())
     return;
   CanvasFit whole = place;
@@ -223,6 +227,8 @@ void Canvas::settle() {
   if (!stretched.isShown())
     return;
   stretched.end();
+  // The layers of the old zoom, and what the new ones took to be made, have left holes in the heap.
+  givingBack = platform::MainQueue::main().asyncAfter(givingBackDelay, &platform::giveBackFreeMemory);
   showAt(place.zoomedTo(zoom.factor, zooming.anchor));
   viewport()->update();
 }

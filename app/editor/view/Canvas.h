@@ -121,6 +121,7 @@ class Canvas : public QAbstractScrollArea {
   Zooming zooming;
   platform::Motion zoomMotion;
   platform::WorkItem settling;
+  platform::WorkItem givingBack;
   CanvasLayers::Marks marksAre = CanvasLayers::Marks::within;
   platform::WorkItem settlingMarks;
   platform::Observers zoomObservers;
