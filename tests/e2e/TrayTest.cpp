@@ -49,6 +49,9 @@ TEST(Trays, MayComeAndGoWhileTheProgramRuns) {
   Desktop desktop({.tray = Tray::None});
   Sorrel sorrel(desktop);
   sorrel.capture(area);
+  // The history waits a moment for an icon to open below, and then takes the keyboard.
+  const Panel panel(desktop, sorrel);
+  until("the history is open", [&] { return panel.window().has_value(); });
   EXPECT_EQ(sorrel.program().errors().count('\n'), 1) << sorrel.program().errors().constData();
   QList<QSize> menus;
   for (const Tray edge : {Tray::XEmbedAtTop, Tray::XEmbedAtBottom}) {
