@@ -70,10 +70,12 @@ void StatusItem::menuChanged() {
 std::optional<QRectF> StatusItem::anchor() const {
   if (const auto frame = icon ? icon->frame() : std::nullopt)
     return frame;
-  if (!icon && waylandDisplay())
+  if (lastClick)
+    return QRectF(*lastClick, QSizeF(1, 1));
+  if (waylandDisplay())
     if (const auto all = screens(); !all.empty())
       return QRectF(all.front().visibleFrame.topRight() - QPointF(1, 0), QSizeF(1, 1));
-  return lastClick ? std::optional(QRectF(*lastClick, QSizeF(1, 1))) : std::nullopt;
+  return std::nullopt;
 }
 
 void StatusItem::popUpMenu(const std::shared_ptr<const Menu>& menu) {

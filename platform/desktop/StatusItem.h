@@ -31,8 +31,8 @@ class StatusItem {
   void menuChanged();
 
   /// What a panel hangs below, in the toolkit's coordinates: the icon's frame, or the place of the last click
-  /// on it where the tray doesn't tell; absent before the first. On a Wayland desktop without a tray it is
-  /// the corner of the screen where trays are.
+  /// on it where the tray doesn't tell. Before the first, or without a tray, it is on Wayland the corner of
+  /// the screen in use where trays are, and absent elsewhere.
   [[nodiscard]] std::optional<QRectF> anchor() const;
 
   /// Opens the menu at the icon.

@@ -59,8 +59,8 @@ class Started {
     until("the panel is in its place",
           [&] { return panelIn(desktop.settledPicture(output), scale) == frame; });
   }
-  void waitUntilClosed() {
-    until("the panel is closed", [&] { return panelIn(desktop.settledPicture()).isNull(); });
+  void waitUntilClosed(size_t output = 0) {
+    until("the panel is closed", [&] { return panelIn(desktop.settledPicture(output)).isNull(); });
   }
   /// Where the panel shows its picture.
   QRect thumbnail() {
@@ -180,14 +180,22 @@ TEST(WaylandScreensTest, ThePanelOpensOnTheOutputThatWasClicked) {
   program.waitUntilAt(QRect(QPoint(600 - 8 - 460, 15) * 2, sorrel::PanelGeometry::size * 2), 1, 2);
 }
 
-TEST(WaylandScreensTest, WithoutATrayThePanelIsInTheCornerOfTheOutputInUse) {
+TEST(WaylandScreensTest, WhereNoTrayHasToldAPlaceThePanelIsInTheCornerOfTheOutputInUse) {
   SwaySession desktop({{{QSize(1000, 700)}, {QSize(1000, 700), 1, QPoint(1000, 0)}}});
   Started program(desktop);
   desktop.command(u"focus output HEADLESS-2"_s);
   until("the program knows that there is none",
         [&] { return program.program->errors().contains("this desktop has no tray"); });
   desktop.run({e2e::Sorrel::built(), u"--history"_s});
-  program.waitUntilAt(QRect({1000 - 8 - 460, 1 + 4}, sorrel::PanelGeometry::size), 1);
+  const QRect corner({1000 - 8 - 460, 1 + 4}, sorrel::PanelGeometry::size);
+  program.waitUntilAt(corner, 1);
+
+  desktop.run({e2e::Sorrel::built(), u"--history"_s});
+  program.waitUntilClosed(1);
+  const e2e::StatusNotifierHost tray(desktop.busAddress());
+  until("the icon is there", [&] { return tray.hasItem(); });
+  desktop.run({e2e::Sorrel::built(), u"--history"_s});
+  program.waitUntilAt(corner, 1);
 }
 
 /// What bars leave of a session's one output.
