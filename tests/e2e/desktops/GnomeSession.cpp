@@ -2,9 +2,11 @@
 
 #include "tests/support/Waiting.h"
 
+#include <QDir>
 #include <QRegularExpression>
 
 #include <linux/input-event-codes.h>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
@@ -17,7 +19,8 @@ GnomeSession::GnomeSession() {
   setVariable("MUTTER_DEBUG_DUMMY_MODE_SPECS", u"%1x%2"_s.arg(size.width()).arg(size.height()));
   write(u".config/glib-2.0/settings/keyfile"_s,
         "[org/gnome/shell]\nenabled-extensions=['ubuntu-appindicators@ubuntu.com']\n"
-        "disable-user-extensions=false\nwelcome-dialog-last-shown-version='99'\n");
+        "disable-user-extensions=false\nwelcome-dialog-last-shown-version='99'\n"
+        "[org/gnome/desktop/notifications]\nshow-banners=false\n");  // such as one on locking the screen
   setVariable("DISPLAY", QString::fromStdString(server.display()));
   Program& shell =
       add({u"gnome-shell"_s, u"--wayland"_s, u"--nested"_s, u"--wayland-display"_s, displayName});
@@ -29,6 +32,12 @@ GnomeSession::GnomeSession() {
       setVariable("DISPLAY", match.captured(1));
     return match.hasMatch();
   });
+  // It tells the session's programs how X lets them in.
+  const QString runtime = home(u".runtime"_s);
+  const QStringList keys = QDir(runtime).entryList({u".mutter-Xwaylandauth.*"_s}, QDir::Files | QDir::Hidden);
+  if (keys.isEmpty())
+    throw std::runtime_error("GNOME Shell leaves no key to X");
+  setVariable("XAUTHORITY", runtime + u'/' + keys.first());
   waitForName(u"org.gnome.Shell.Portal"_s);
   add({u"/usr/libexec/xdg-permission-store"_s});
   waitForName(u"org.freedesktop.impl.portal.PermissionStore"_s);

@@ -1,4 +1,5 @@
-// Shows a picture in a window of its size, a pixel for each point: show_picture FILE.
+// Shows a picture in a window of its size, a pixel for each point: show_picture FILE. Without a title bar,
+// whose color tells who has the keyboard, the window always looks the same.
 
 #include <QApplication>
 #include <QLabel>
@@ -7,6 +8,7 @@
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QLabel label;
+  label.setWindowFlag(Qt::FramelessWindowHint);
   label.setPixmap(QPixmap(QApplication::arguments().at(1)));
   label.setFixedSize(label.pixmap().size());
   label.show();
