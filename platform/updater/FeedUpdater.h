@@ -73,7 +73,7 @@ class FeedUpdater : public Updater {
   void finish(const Outcome& outcome);
   void setActivity(Activity next);
   /// Runs the fetching program; `onAnswer` is called even where it can't be started.
-  void fetch(const QStringList& arguments, std::function<void(const TaskAnswer&)> onAnswer);
+  void fetch(const QStringList& arguments, const std::function<void(const TaskAnswer&)>& onAnswer);
 
   const UpdateSource source;
   const Version running;
