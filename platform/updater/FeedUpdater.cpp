@@ -75,7 +75,8 @@ void FeedUpdater::begin() {
         [this](const TaskAnswer& answer) { takeFeed(answer); });
 }
 
-void FeedUpdater::fetch(const QStringList& arguments, const std::function<void(const TaskAnswer&)>& onAnswer) {
+void FeedUpdater::fetch(const QStringList& arguments,
+                        const std::function<void(const TaskAnswer&)>& onAnswer) {
   auto started = ask({Locations::ownTool(QStringLiteral("updatefetcher")), arguments}, onAnswer);
   if (started) {
     fetching = *started;

@@ -2,7 +2,6 @@
 
 #include "platform/desktop/ActivationToken.h"
 #include "platform/desktop/panel/PanelSheet.h"
-#include "platform/desktop/wayland/FullScreenWindows.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -25,8 +24,6 @@ void LayerPanelSurface::open(const QRectF& target, const std::optional<QRectF>& 
   layer.emplace(window, *screen, Keyboard::Here, OutputLayer::Handlers{[this] { fit(); }, handlers.keyLost});
   window.windowHandle()->installEventFilter(this);
   moveTo(start.value_or(target), start ? 0 : 1);
-  if (hasFullScreenWindow(*screen))
-    layer->raise();
   window.show();
   [[maybe_unused]] const QByteArray unneeded = ActivationToken::take();  // a layer has the keyboard anyway
   handlers.ready();

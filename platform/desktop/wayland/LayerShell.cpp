@@ -29,12 +29,14 @@ LayerRole::LayerRole(wl_surface& shown, wl_output* output, Extent extent, Handle
   const WaylandObject<wl_event_queue> queue(wl_display_create_queue(display), {wl_event_queue_destroy});
   const WaylandObject<void> shell(wl_proxy_create_wrapper(layerShell()), {wl_proxy_wrapper_destroy});
   wl_proxy_set_queue(static_cast<wl_proxy*>(shell.get()), queue.get());
+  const auto level = extent == Extent::WholeOutputAboveFullScreen ? ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY
+                                                                  : ZWLR_LAYER_SHELL_V1_LAYER_TOP;
   layer.reset(zwlr_layer_shell_v1_get_layer_surface(static_cast<zwlr_layer_shell_v1*>(shell.get()), &surface,
-                                                    output, ZWLR_LAYER_SHELL_V1_LAYER_TOP, "sorrel"));
+                                                    output, level, "sorrel"));
   constexpr std::uint32_t allEdges = ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_BOTTOM |
                                      ZWLR_LAYER_SURFACE_V1_ANCHOR_LEFT | ZWLR_LAYER_SURFACE_V1_ANCHOR_RIGHT;
   zwlr_layer_surface_v1_set_anchor(layer.get(), allEdges);
-  zwlr_layer_surface_v1_set_exclusive_zone(layer.get(), extent == Extent::WholeOutput ? -1 : 0);
+  zwlr_layer_surface_v1_set_exclusive_zone(layer.get(), extent == Extent::BetweenBars ? 0 : -1);
   static constexpr zwlr_layer_surface_v1_listener listener{
       [](void* self, zwlr_layer_surface_v1*, std::uint32_t serial, std::uint32_t width,
          std::uint32_t height) {
@@ -67,13 +69,6 @@ void LayerRole::setTakesKeyboard(bool takesKeyboard) {
   zwlr_layer_surface_v1_set_keyboard_interactivity(
       layer.get(), takesKeyboard ? ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_EXCLUSIVE
                                  : ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE);
-  wl_surface_commit(&surface);
-}
-
-void LayerRole::raise() {
-  if (zwlr_layer_surface_v1_get_version(layer.get()) < ZWLR_LAYER_SURFACE_V1_SET_LAYER_SINCE_VERSION)
-    return;
-  zwlr_layer_surface_v1_set_layer(layer.get(), ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY);
   wl_surface_commit(&surface);
 }
 

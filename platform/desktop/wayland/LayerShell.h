@@ -14,11 +14,11 @@ namespace platform {
 /// Whether the compositor has layers.
 [[nodiscard]] bool isLayerShellOffered();
 
-/// A surface's role on a layer above all windows but full-screen ones, over the whole of an output. It goes
-/// before the surface.
+/// A surface's role on a layer above windows, over the whole of an output. It goes before the surface.
 class LayerRole {
  public:
-  enum class Extent { WholeOutput, BetweenBars };
+  /// What of the output it covers. Above full-screen windows the selection of a capture otherwise is alone.
+  enum class Extent { WholeOutput, WholeOutputAboveFullScreen, BetweenBars };
   struct Handlers {
     std::function<void(const QSize&)> resized;
     /// The output is gone, or the compositor wants the surface gone.
@@ -33,8 +33,6 @@ class LayerRole {
   /// The compositor's; absent if it has refused.
   [[nodiscard]] std::optional<QSize> size() const { return given; }
   void setTakesKeyboard(bool takesKeyboard);
-  /// Above full-screen windows too, where the selection of a capture otherwise is alone.
-  void raise();
   [[nodiscard]] zwlr_layer_surface_v1& object() const { return *layer; }
 
  private:

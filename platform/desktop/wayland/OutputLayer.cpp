@@ -1,5 +1,6 @@
 #include "platform/desktop/wayland/OutputLayer.h"
 
+#include "platform/desktop/wayland/FullScreenWindows.h"
 #include "platform/wayland/WaylandConnection.h"
 
 #include <QScreen>
@@ -24,7 +25,9 @@ OutputLayer::OutputLayer(QWidget& widget, QScreen& screen, Keyboard first, Handl
     window.resize(size);
     resized();
   };
-  role.emplace(*waylandSurface(handle), waylandOutput(screen), LayerRole::Extent::WholeOutput,
+  const auto extent = hasFullScreenWindow(screen) ? LayerRole::Extent::WholeOutputAboveFullScreen
+                                                  : LayerRole::Extent::WholeOutput;
+  role.emplace(*waylandSurface(handle), waylandOutput(screen), extent,
                LayerRole::Handlers{resize, handlers.closed});
   if (const auto size = role->size())
     window.resize(*size);

@@ -37,8 +37,6 @@ class OutputLayer {
   OutputLayer(QWidget& window, QScreen& screen, Keyboard keyboard, Handlers handlers);
 
   void setKeyboard(Keyboard keyboard);
-  /// Above full-screen windows too.
-  void raise() { role->raise(); }
 
  private:
   QWidget& window;

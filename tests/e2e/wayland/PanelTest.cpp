@@ -148,8 +148,7 @@ TEST_F(WaylandPanelTest, LiesBelowTheSelectionOfACapture) {
   until("the selection is gone", [this] { return desktop.picture().pixel(20, 700) == 0xff6699cc; });
 }
 
-// Not run as a rule: now and then the panel is hidden all the same, and it isn't known yet why.
-TEST_F(WaylandPanelTest, DISABLED_LiesAboveAFullScreenWindow) {
+TEST_F(WaylandPanelTest, LiesAboveAFullScreenWindow) {
   const auto other = startOther();
   desktop.command(u"[title=\"Drop here\"] fullscreen enable"_s);
   open();
