@@ -11,7 +11,7 @@
 namespace platform {
 namespace {
 
-/// A desktop may start its tray well after the programs of the session.
+/// A desktop may start its tray well after the programs of the session, and may start it anew.
 constexpr auto absenceProof = std::chrono::seconds(20);
 
 }  // namespace
@@ -34,10 +34,7 @@ void StatusItem::changeTo(const Tray& tray) {
   absence.cancel();
   switch (tray.kind) {
     case Tray::Kind::None:
-      if (!std::exchange(isAbsenceTold, true))
-        log(QStringLiteral("Sorrel status item: this desktop has no tray; the hot keys work all the same."));
-      if (absent)
-        absence = MainQueue::main().asyncAfter(absenceProof, absent);
+      absence = MainQueue::main().asyncAfter(absenceProof, [this] { tellOfAbsence(); });
       return;
     case Tray::Kind::StatusNotifier:
       icon = std::make_unique<StatusNotifierIcon>(handlers);
@@ -48,6 +45,13 @@ void StatusItem::changeTo(const Tray& tray) {
   }
   icon->setImage(shownImage);
   icon->setToolTip(toolTip);
+}
+
+void StatusItem::tellOfAbsence() {
+  if (!std::exchange(isAbsenceTold, true))
+    log(QStringLiteral("Sorrel status item: this desktop has no tray; the hot keys work all the same."));
+  if (absent)
+    absent();
 }
 
 void StatusItem::setImage(const Image& image) {

@@ -14,14 +14,14 @@ namespace platform {
 /// The program's icon in the desktop's tray, of whichever kind that is.
 ///
 /// It appears once the desktop has told which tray it has, and follows when that changes. Where there is none
-/// that is said once in the log. Where the desktop's panel draws the menus itself (a StatusNotifier tray),
-/// right clicks don't reach the program: the panel shows what `menuProvider` answers.
+/// for some time that is said once in the log. Where the desktop's panel draws the menus itself (a
+/// StatusNotifier tray), right clicks don't reach the program: the panel shows what `menuProvider` answers.
 class StatusItem {
  public:
   using Action = std::function<void(const Event&)>;
   using MenuProvider = std::function<std::shared_ptr<const Menu>()>;
 
-  /// `absent` is called where there has been no tray for so long after the start that none will come.
+  /// `absent` is called where there has been no tray for so long that none will come.
   StatusItem(const Image& image, Action action, MenuProvider menuProvider, std::function<void()> absent = {});
 
   void setImage(const Image& image);
@@ -42,6 +42,7 @@ class StatusItem {
 
  private:
   void changeTo(const Tray& tray);
+  void tellOfAbsence();
 
   const TrayIcon::Handlers handlers;
   Image shownImage;

@@ -1,5 +1,7 @@
+#include "platform/desktop/StatusItem.h"
 #include "platform/desktop/tray/ExportedMenu.h"
 #include "platform/desktop/tray/TrayWatch.h"
+#include "tests/support/LogCapture.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/Waiting.h"
 
@@ -37,11 +39,13 @@ class Watcher : public QDBusVirtualObject {
   bool isSilent = false;
   bool hasHost = true;
   QList<QDBusMessage> questions;
+  bool hasIcon = false;
 
  private:
   [[nodiscard]] QString introspect(const QString&) const override { return {}; }
   bool handleMessage(const QDBusMessage& message, const QDBusConnection&) override {
     questions << message;
+    hasIcon |= message.member() == u"RegisterStatusNotifierItem"_s;
     if (!isSilent)
       answerAll();
     return true;
@@ -91,6 +95,30 @@ TEST_F(TrayWatchTest, WaitsForNoWatcherThatDoesNotAnswer) {
   EXPECT_EQ(seen, QList({None}));
   watcher.answerAll();
   untilSeen({None, StatusNotifier});
+}
+
+TEST(StatusItemTest, ATrayIsMissedOnlyAfterItHadTimeToComeBack) {
+  ManualClock clock;
+  const testing_support::LogCapture log;
+  int missed = 0;
+  const StatusItem item(
+      {}, [](const Event&) {}, [] { return std::make_shared<Menu>(); }, [&] { ++missed; });
+  clock.advance(1s);  // so long the desktop may take to say which tray it has
+  clock.advance(19s);
+  auto watcher = std::make_unique<Watcher>();
+  until("the icon is in the tray", [&] {
+    clock.run();
+    return watcher->hasIcon;
+  });
+  clock.advance(30s);
+  EXPECT_EQ(missed, 0);
+  EXPECT_EQ(log.logged, QStringList());
+  watcher.reset();
+  until("the tray is missed", [&] {
+    clock.advance(1s);
+    return missed > 0;
+  });
+  EXPECT_EQ(log.logged.size(), 1);
 }
 
 /// The rows as a panel reads them: their numbers, what they say, and those below.
