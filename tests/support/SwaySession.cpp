@@ -76,6 +76,12 @@ void collectTitles(const QJsonObject& node, QStringList& titles) {
       collectTitles(child.toObject(), titles);
 }
 
+QRect rectangleOf(const QJsonObject& node) {
+  const QJsonObject rect = node.value(u"rect"_s).toObject();
+  return {rect.value(u"x"_s).toInt(), rect.value(u"y"_s).toInt(), rect.value(u"width"_s).toInt(),
+          rect.value(u"height"_s).toInt()};
+}
+
 /// All of so many bytes; throws where the other side ends before.
 QByteArray readExactly(int socket, qsizetype count) {
   QByteArray bytes(count, '\0');
@@ -185,7 +191,22 @@ QImage SwaySession::settledPicture(size_t output) const {
 void SwaySession::setBackground(const QImage& picture, size_t output) {
   outputs.at(output)->setBackground(picture);
   const QImage wanted = picture.convertToFormat(QImage::Format_RGB32);
-  until("the output shows its background", [&] { return this->picture(output) == wanted; });
+  until("the output shows its background", [&] {
+    const QRect free = freePart(output);
+    return this->picture(output).copy(free) == wanted.copy(free);
+  });
+}
+
+QRect SwaySession::freePart(size_t output) const {
+  for (const QJsonValue node : ask(u"get_tree"_s)[u"nodes"_s].toArray()) {
+    if (node[u"name"_s] != nameOf(output))
+      continue;
+    const QRect all = rectangleOf(node.toObject());
+    const QRect workspace = rectangleOf(node[u"nodes"_s][0].toObject()).translated(-all.topLeft());
+    const double scale = node[u"scale"_s].toDouble();
+    return QRectF(QPointF(workspace.topLeft()) * scale, QSizeF(workspace.size()) * scale).toRect();
+  }
+  throw std::runtime_error("sway knows nothing of an output");
 }
 
 void SwaySession::command(const QString& line) const {

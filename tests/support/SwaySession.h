@@ -50,8 +50,11 @@ class SwaySession : public PrivateSession {
   [[nodiscard]] QImage picture(size_t output = 0) const;
   /// The same, once it has stayed the same for a tenth of a second.
   [[nodiscard]] QImage settledPicture(size_t output = 0) const;
-  /// Shows a picture of the output's pixels behind all windows, and waits until nothing else is there.
+  /// Shows a picture of the output's pixels behind all windows, and waits until nothing else is there but
+  /// bars.
   void setBackground(const QImage& picture, size_t output = 0);
+  /// What bars leave of an output, in its pixels.
+  [[nodiscard]] QRect freePart(size_t output = 0) const;
 
   /// Has the compositor do what a line of its configuration or a key of its would; throws if it refuses.
   void command(const QString& line) const;
