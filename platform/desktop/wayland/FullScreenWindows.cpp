@@ -66,8 +66,10 @@ bool hasFullScreenWindow(const QScreen& screen) {
   zwlr_foreign_toplevel_manager_v1_add_listener(manager.get(), &managerListener, &windows);
   wl_display_roundtrip_queue(waylandDisplay(), queue.get());
   zwlr_foreign_toplevel_manager_v1_stop(manager.get());
+  // One that has only just become full-screen may be said to be on no output yet: it might be on any.
   return std::ranges::any_of(windows, [output = waylandOutput(screen)](const Window& window) {
-    return window.isFullScreen && std::ranges::find(window.outputs, output) != window.outputs.end();
+    const auto& on = window.outputs;
+    return window.isFullScreen && (on.empty() || std::ranges::find(on, output) != on.end());
   });
 }
 
