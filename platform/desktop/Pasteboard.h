@@ -30,8 +30,8 @@ void clearContents();
 /// be copied. Neither is offered as text, which some programs would take in place of the picture; a text is.
 ///
 /// A process of its own keeps the contents, so that they outlive this program however it ends; the call
-/// returns when they can be pasted. They end with this program where there is neither an X server nor a
-/// compositor that lets others than the program with the keyboard fill the clipboard.
+/// returns when they can be pasted. They end with this program only where that process can't have them, and
+/// this program has the keyboard.
 [[nodiscard]] bool writeObjects(const std::vector<PasteboardObject>& objects);
 
 }  // namespace Pasteboard

@@ -1,22 +1,28 @@
-// A window that takes files dropped on it: drop_target X Y. Says "over" when they are held over it, and then
-// the address of each one dropped.
+// A window that takes files dropped on it: drop_target X Y [PICTURE]. Says "over" when they are held over it,
+// and then the address of each one dropped. Shows the picture, if there is one, a pixel for each point.
 
 #include "platform/base/Log.h"
 
 #include <QApplication>
 #include <QDragEnterEvent>
+#include <QLabel>
 #include <QMimeData>
 #include <QUrl>
-#include <QWidget>
 
 namespace {
 
-class Target : public QWidget {
+class Target : public QLabel {
  public:
   Target() {
     setWindowTitle(QStringLiteral("Drop here"));
     resize(200, 200);
     setAcceptDrops(true);
+  }
+  /// Without a title bar, whose color tells who has the keyboard, the window always looks the same.
+  void showPicture(const QString& path) {
+    setWindowFlag(Qt::FramelessWindowHint);
+    setPixmap(QPixmap(path));
+    setFixedSize(pixmap().size());
   }
 
  protected:
@@ -40,6 +46,8 @@ int main(int argc, char** argv) {
   const QStringList arguments = QApplication::arguments();
   Target target;
   target.move(arguments.at(1).toInt(), arguments.at(2).toInt());
+  if (arguments.size() > 3)
+    target.showPicture(arguments.at(3));
   target.show();
   return QApplication::exec();
 }

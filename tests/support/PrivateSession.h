@@ -9,6 +9,9 @@
 
 namespace testing_support {
 
+/// Whether a Wayland session has a place for X programs.
+enum class XWayland { Off, On };
+
 /// A session of a test's own: a home folder, a bus, and fonts that are the same everywhere. Programs started
 /// in it see nothing of the user's own session, and all of them, also those that they have started in turn,
 /// are gone when this object goes. It has no display: those who derive from it bring one.

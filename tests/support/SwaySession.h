@@ -23,8 +23,6 @@ struct SwayOutput {
   QColor background{0x66, 0x99, 0xcc};
 };
 
-enum class XWayland { Off, On };
-
 struct SwayOptions {
   std::vector<SwayOutput> outputs{{}};
   XWayland xwayland = XWayland::Off;

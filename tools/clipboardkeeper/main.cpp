@@ -8,6 +8,7 @@
 
 #include "platform/system/MappedFile.h"
 #include "tools/clipboardkeeper/wayland/DataControlOwner.h"
+#include "tools/clipboardkeeper/wayland/FocusOwner.h"
 #include "tools/clipboardkeeper/x11/SelectionOwner.h"
 
 #include <cstdio>
@@ -26,9 +27,12 @@ int fail(const char* reason) {
 }
 
 std::unique_ptr<ClipboardOwner> takeClipboard(const std::vector<platform::ClipboardForm>& forms) {
-  // Compositors that don't offer data control pass the contents of an X program on, whoever has the keyboard.
-  std::unique_ptr<ClipboardOwner> owner = DataControlOwner::take(forms);
-  return owner ? std::move(owner) : SelectionOwner::take(forms);
+  // Compositors that don't offer data control pass the contents of an X program on, whoever has the keyboard;
+  // where there is no X either, the keyboard has to be had for a moment.
+  for (const auto& take : {DataControlOwner::take, SelectionOwner::take, FocusOwner::take})
+    if (auto owner = take(forms))
+      return owner;
+  return nullptr;
 }
 
 /// Stays out of the way of whoever waits for the end of our output or unmounts the folder that we started in.

@@ -1,7 +1,7 @@
 #include "platform/desktop/wayland/FreeArea.h"
 
-#include "platform/desktop/wayland/ClearPixel.h"
 #include "platform/desktop/wayland/LayerShell.h"
+#include "platform/wayland/ClearPixel.h"
 #include "platform/wayland/WaylandConnection.h"
 
 #include <QGuiApplication>
@@ -41,7 +41,7 @@ QScreen* screenInUse() {
   wl_surface_set_input_region(surface.get(), nothing.get());
   // A layer that names no output is put on the one in use, which it learns once it is shown.
   const LayerRole role(*surface, nullptr, LayerRole::Extent::BetweenBars, {});
-  const WaylandObject<wl_buffer> pixel = clearPixel();
+  const WaylandObject<wl_buffer> pixel = clearPixel(*waylandGlobals());
   if (!role.size() || !pixel)
     return nullptr;
   wl_surface_attach(surface.get(), pixel.get(), 0, 0);

@@ -43,6 +43,15 @@ void LayerPanelSurface::setStaying(bool stays) {
     layer->setKeyboard(stays && !sheet.underMouse() ? Keyboard::Elsewhere : Keyboard::Here);
 }
 
+void LayerPanelSurface::setDragging(bool drags) {
+  CoveringPanelSurface::setDragging(drags);
+  // There are compositors that give the keyboard to what something is dragged over.
+  if (!drags && layer && !isPanelStaying() && QGuiApplication::focusWindow() != window.windowHandle()) {
+    layer->setKeyboard(Keyboard::Elsewhere);
+    layer->setKeyboard(Keyboard::Here);
+  }
+}
+
 bool LayerPanelSurface::eventFilter(QObject* watched, QEvent* event) {
   // What is clicked beside a panel that stays nobody tells: so it leaves the keyboard to others, until it is
   // clicked, and then for as long as the pointer is on it.

@@ -14,6 +14,7 @@ class LayerPanelSurface : public CoveringPanelSurface {
   void open(const QRectF& target, const std::optional<QRectF>& start) override;
   void close() override;
   void setStaying(bool isStaying) override;
+  void setDragging(bool isDragging) override;
 
  protected:
   [[nodiscard]] QPoint origin() const override;

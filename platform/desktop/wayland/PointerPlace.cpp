@@ -1,7 +1,7 @@
 #include "platform/desktop/wayland/PointerPlace.h"
 
-#include "platform/desktop/wayland/ClearPixel.h"
 #include "platform/desktop/wayland/LayerShell.h"
+#include "platform/wayland/ClearPixel.h"
 #include "platform/wayland/WaylandConnection.h"
 
 #include <QGuiApplication>
@@ -21,7 +21,7 @@ class Pane {
         pane(wl_compositor_create_surface(waylandCompositor()), {wl_surface_destroy}),
         role(*pane, waylandOutput(screen), LayerRole::Extent::WholeOutput, {}),
         viewport(wp_viewporter_get_viewport(viewporter, pane.get()), {wp_viewport_destroy}),
-        pixel(clearPixel()) {
+        pixel(clearPixel(*waylandGlobals())) {
     if (!role.size() || !pixel)
       return;
     wp_viewport_set_destination(viewport.get(), role.size()->width(), role.size()->height());

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace e2e {
 
-GnomeSession::GnomeSession() {
+GnomeSession::GnomeSession(XWayland xwayland) {
   setVariable("XDG_CURRENT_DESKTOP", u"GNOME"_s);
   setVariable("GSETTINGS_BACKEND", u"keyfile"_s);
   setVariable("DBUS_SYSTEM_BUS_ADDRESS", busAddress());  // it dies without one
@@ -22,9 +22,30 @@ GnomeSession::GnomeSession() {
         "disable-user-extensions=false\nwelcome-dialog-last-shown-version='99'\n"
         "[org/gnome/desktop/notifications]\nshow-banners=false\n");  // such as one on locking the screen
   setVariable("DISPLAY", QString::fromStdString(server.display()));
-  Program& shell =
-      add({u"gnome-shell"_s, u"--wayland"_s, u"--nested"_s, u"--wayland-display"_s, displayName});
+  QStringList command{u"gnome-shell"_s, u"--wayland"_s, u"--nested"_s, u"--wayland-display"_s, displayName};
+  if (xwayland == XWayland::Off)
+    command << u"--no-x11"_s;
+  Program& shell = add(command);
   setVariable("WAYLAND_DISPLAY", displayName);
+  variables.remove(u"DISPLAY"_s);
+  if (xwayland == XWayland::On)
+    findXDisplay(shell);
+  waitForName(u"org.gnome.Shell.Portal"_s);
+  add({u"/usr/libexec/xdg-permission-store"_s});
+  waitForName(u"org.freedesktop.impl.portal.PermissionStore"_s);
+  const QString store = u"org.freedesktop.impl.portal.PermissionStore"_s;
+  run({u"gdbus"_s, u"call"_s, u"--session"_s, u"--dest"_s, store, u"--object-path"_s,
+       u"/org/freedesktop/impl/portal/PermissionStore"_s, u"--method"_s, store + u".SetPermission"_s,
+       u"screenshot"_s, u"true"_s, u"screenshot"_s, QString(), u"['yes']"_s});
+  startPortal(u"/usr/libexec/xdg-desktop-portal-gnome"_s, u"org.freedesktop.impl.portal.desktop.gnome"_s);
+  add({u"/usr/libexec/gsd-media-keys"_s});  // runs what is bound to the user's own hot keys
+  // It begins with the overview of all windows.
+  (void)settledPicture();
+  tapKey(KEY_ESC);
+  (void)settledPicture();
+}
+
+void GnomeSession::findXDisplay(Program& shell) {
   static const QRegularExpression told(u"Using public X11 display (:[0-9]+)"_s);
   until("GNOME Shell tells where X programs go", [&] {
     const auto match = told.match(QString::fromUtf8(shell.errors() + shell.output()));
@@ -38,18 +59,6 @@ GnomeSession::GnomeSession() {
   if (keys.isEmpty())
     throw std::runtime_error("GNOME Shell leaves no key to X");
   setVariable("XAUTHORITY", runtime + u'/' + keys.first());
-  waitForName(u"org.gnome.Shell.Portal"_s);
-  add({u"/usr/libexec/xdg-permission-store"_s});
-  waitForName(u"org.freedesktop.impl.portal.PermissionStore"_s);
-  const QString store = u"org.freedesktop.impl.portal.PermissionStore"_s;
-  run({u"gdbus"_s, u"call"_s, u"--session"_s, u"--dest"_s, store, u"--object-path"_s,
-       u"/org/freedesktop/impl/portal/PermissionStore"_s, u"--method"_s, store + u".SetPermission"_s,
-       u"screenshot"_s, u"true"_s, u"screenshot"_s, QString(), u"['yes']"_s});
-  startPortal(u"/usr/libexec/xdg-desktop-portal-gnome"_s, u"org.freedesktop.impl.portal.desktop.gnome"_s);
-  // It begins with the overview of all windows.
-  (void)settledPicture();
-  tapKey(KEY_ESC);
-  (void)settledPicture();
 }
 
 GnomeSession::~GnomeSession() {

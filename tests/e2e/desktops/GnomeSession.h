@@ -8,11 +8,10 @@
 namespace e2e {
 
 /// GNOME Shell as a window that fills the screen of an X server of its own: its keyboard, its pointer and its
-/// pixels are the X server's. With XWayland, the tray's extension, and a user who has once allowed
-/// screenshots.
+/// pixels are the X server's. With the tray's extension, and a user who has once allowed screenshots.
 class GnomeSession : public DesktopSession {
  public:
-  GnomeSession();
+  explicit GnomeSession(XWayland xwayland);
   ~GnomeSession() override;
 
   [[nodiscard]] QImage picture() override { return screen.picture(); }
@@ -21,6 +20,8 @@ class GnomeSession : public DesktopSession {
   void turnKey(int evdevCode, bool isDown) override;
 
  private:
+  void findXDisplay(Program& shell);
+
   XvfbServer server{size.width(), size.height()};
   Screen screen{server.display()};
   XTestInput hand{server.display()};

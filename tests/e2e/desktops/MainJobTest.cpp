@@ -21,15 +21,28 @@ namespace {
 const QString sorrel = QStringLiteral(INSTALLED_DIR "/bin/sorrel");
 const QString bottlePath = u"Documents/Sorrel bottle"_s;
 
-enum class DesktopKind { KWin, GnomeShell };
+enum class DesktopKind { KWin, GnomeShell, GnomeShellWithoutX };
+
+const char* nameOf(DesktopKind kind) {
+  switch (kind) {
+    case DesktopKind::KWin:
+      return "KWin";
+    case DesktopKind::GnomeShell:
+      return "GnomeShell";
+    case DesktopKind::GnomeShellWithoutX:
+      return "GnomeShellWithoutX";
+  }
+  return nullptr;
+}
 
 class OtherDesktop : public testing::TestWithParam<DesktopKind> {
  protected:
   OtherDesktop() {
-    session->write(u".config/Sorrel/defaults.json"_s, R"({"quillonPromptShown": true})");
+    session->write(u".config/Sorrel/defaults.json"_s,
+                   R"({"quillonPromptShown": true, "hotKeysMayBeBound": true})");
     const QString picture = session->write(u"picture.png"_s, {});
     EXPECT_TRUE(randomPicture({700, 500}, 6).save(picture));
-    shown = session->start({QStringLiteral(SHOW_PICTURE), picture});
+    shown = session->start({QStringLiteral(DROP_TARGET), u"0"_s, u"0"_s, picture});
     program = session->start({sorrel});
     until("the icon is in the tray", [this] {
       if (!program->isRunning())
@@ -51,22 +64,44 @@ class OtherDesktop : public testing::TestWithParam<DesktopKind> {
     std::fputs(program->errors().constData(), stderr);
   }
 
-  [[nodiscard]] static bool isGnome() { return GetParam() == DesktopKind::GnomeShell; }
+  [[nodiscard]] static bool isGnome() { return GetParam() != DesktopKind::KWin; }
   /// Saves what is on the screen now.
   void save(const QString& step) const {
-    const QString name = isGnome() ? u"gnome"_s : u"kwin"_s;
-    const QString path = QStringLiteral(PICTURES_DIR "/") + name + u'-' + step + u".png"_s;
+    const QString path =
+        QStringLiteral(PICTURES_DIR "/") + QLatin1StringView(nameOf(GetParam())) + u'-' + step + u".png"_s;
     EXPECT_TRUE(session->settledPicture().save(path)) << path.toStdString();
   }
   [[nodiscard]] QStringList bottle() const {
     return QDir(session->home(bottlePath)).entryList({u"*.png"_s}, QDir::Files);
   }
+  /// A portal's flash is bright, the veil is dark.
+  [[nodiscard]] bool isFrozen() const {
+    const QPoint seen(640, 400);
+    return qGray(session->settledPicture().pixel(seen)) < qGray(desktop.pixel(seen));
+  }
   void beginCapture(const QString& option) {
     session->run({sorrel, option});
-    // A portal's flash is bright, the veil is dark.
-    const QPoint seen(640, 400);
-    until("the screen is frozen",
-          [&] { return qGray(session->settledPicture().pixel(seen)) < qGray(desktop.pixel(seen)); });
+    until("the screen is frozen", [&] { return isFrozen(); });
+  }
+  /// By the hot key, as soon as the desktop knows of it.
+  void beginCaptureByHotKey() {
+    until("the hot key freezes the screen", [&] {
+      for (const int key : {KEY_LEFTALT, KEY_LEFTSHIFT, KEY_S})
+        session->turnKey(key, true);
+      for (const int key : {KEY_S, KEY_LEFTSHIFT, KEY_LEFTALT})
+        session->turnKey(key, false);
+      return isFrozen();
+    });
+  }
+  /// Drags the panel's newest picture to the program behind it.
+  void dragOut() {
+    const QByteArray address =
+        QUrl::fromLocalFile(session->home(bottlePath + u'/' + bottle().last())).toEncoded();
+    session->drag({890, 150}, {500, 500}, [&] {
+      (void)session->settledPicture();  // that it would take the file has to be known to the desktop, too
+      return shown->output().contains("over");
+    });
+    until("the other program has the picture", [&] { return shown->output().contains(address); });
   }
   /// Drags over an area, its edges included; what is selected is as bright as before.
   void select(const QRect& area) {
@@ -83,14 +118,15 @@ class OtherDesktop : public testing::TestWithParam<DesktopKind> {
     session->moveTo({5, 700});
     until("nothing is on the desktop", [this] { return isAsBefore(session->settledPicture()); });
   }
-  /// The clock in GNOME's bar goes on.
+  /// Elsewhere clocks go on, and title bars show who has the keyboard.
   [[nodiscard]] bool isAsBefore(const QImage& now) const {
-    const QRect below(0, 40, desktop.width(), desktop.height() - 40);
-    return now.copy(below) == desktop.copy(below);
+    constexpr QRect inThePicture(290, 150, 690, 460);
+    return now.copy(inThePicture) == desktop.copy(inThePicture);
   }
 
   const std::unique_ptr<DesktopSession> session =
-      isGnome() ? std::unique_ptr<DesktopSession>(std::make_unique<GnomeSession>())
+      isGnome() ? std::unique_ptr<DesktopSession>(std::make_unique<GnomeSession>(
+                      GetParam() == DesktopKind::GnomeShell ? XWayland::On : XWayland::Off))
                 : std::make_unique<KWinSession>();
   std::unique_ptr<StatusNotifierHost> tray =
       isGnome() ? nullptr : std::make_unique<StatusNotifierHost>(session->busAddress());
@@ -101,7 +137,7 @@ class OtherDesktop : public testing::TestWithParam<DesktopKind> {
 
 TEST_P(OtherDesktop, DoesTheWholeJob) {
   const QRect area(330, 210, 411, 257);
-  beginCapture(u"--capture"_s);
+  beginCaptureByHotKey();
   save(u"selection"_s);
   select(area);
   EXPECT_EQ(newestInBottle(1), desktop.copy(area));
@@ -126,16 +162,22 @@ TEST_P(OtherDesktop, DoesTheWholeJob) {
   closeByEscape();
   EXPECT_EQ(bottle().size(), 2);
 
+  session->run({sorrel, u"--history"_s});
+  until("the history is open", [&] { return !isAsBefore(session->settledPicture()); });
+  dragOut();
+  save(u"dragged"_s);
+  closeByEscape();
+
   session->run({sorrel, u"--quit"_s});
   EXPECT_EQ(program->waitForEnd(), 0);
   const QByteArray pasted = session->run(u"wl-paste --type image/png"_s.split(u' '));
   EXPECT_EQ(QImage::fromData(pasted).convertToFormat(QImage::Format_RGB32), desktop.copy(area));
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, OtherDesktop, testing::Values(DesktopKind::KWin, DesktopKind::GnomeShell),
-                         [](const auto& kind) {
-                           return kind.param == DesktopKind::KWin ? "KWin" : "GnomeShell";
-                         });
+INSTANTIATE_TEST_SUITE_P(Kinds, OtherDesktop,
+                         testing::Values(DesktopKind::KWin, DesktopKind::GnomeShell,
+                                         DesktopKind::GnomeShellWithoutX),
+                         [](const auto& kind) { return nameOf(kind.param); });
 
 }  // namespace
 }  // namespace e2e
