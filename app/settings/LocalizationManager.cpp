@@ -3,6 +3,8 @@
 #include "app/settings/SettingsKeys.h"
 #include "platform/base/Environment.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace sorrel {

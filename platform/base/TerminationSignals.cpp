@@ -17,7 +17,7 @@ int pipeEnds[2] = {-1, -1};
 void writeByte(int) {
   const int savedError = errno;
   const char anything = 0;
-  [[maybe_unused]] const auto written = write(pipeEnds[1], &anything, 1);
+  [[maybe_unused]] const auto written = ::write(pipeEnds[1], &anything, 1);
   errno = savedError;
 }
 

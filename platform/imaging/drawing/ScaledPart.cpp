@@ -79,7 +79,6 @@ template <int known>
 void mixColumns(std::uint8_t* to, const float* sums, const int* first, const float* weights, int taps,
                 int count) {
   constexpr std::uint8_t least = std::endian::native == std::endian::little ? 0 : 3;
-  const Bytes leastOfEach = {least, least + 4, least + 8, least + 12};
   taps = known ? known : taps;
   for (int x = 0; x < count; ++x) {
     const float* const from = sums + std::ptrdiff_t(channels) * first[x];
@@ -90,7 +89,8 @@ void mixColumns(std::uint8_t* to, const float* sums, const int* first, const flo
       sum += weights[tap] * pixel;
     }
     const auto whole = __builtin_convertvector(sum + 0.5F, Whole);
-    const Bytes bytes = __builtin_shuffle(std::bit_cast<Bytes>(whole), leastOfEach);
+    const auto parts = std::bit_cast<Bytes>(whole);
+    const auto bytes = __builtin_shufflevector(parts, parts, least, least + 4, least + 8, least + 12);
     std::memcpy(to + std::ptrdiff_t(channels) * x, &bytes, channels);
     weights += taps;
   }

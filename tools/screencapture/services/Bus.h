@@ -29,7 +29,7 @@ class BusError {
   [[nodiscard]] bool is(const char* name) const { return sd_bus_error_has_name(&error, name) != 0; }
 
  private:
-  sd_bus_error error = SD_BUS_ERROR_NULL;
+  sd_bus_error error = {};
 };
 
 /// The user's bus; null where there is none.
