@@ -88,6 +88,7 @@ void Statics::softRegisterAll() {
 }
 
 /// The record is held, because a callback may drop it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 KeyOutcome call(const std::shared_ptr<HotKey> hotKey, KeyAction action) {
   (action == KeyAction::Press ? hotKey->onKeyDown : hotKey->onKeyUp)(hotKey->shortcut);
   return KeyOutcome::Taken;

@@ -46,6 +46,7 @@ void postChange(const Name& name) {
 }
 
 /// Takes the tables as copies, because an action may change them.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void runActions(const Shortcut& shortcut, LegacyHandlers legacy, StreamHandlers streams) {
   for (const auto& [name, actions] : legacy)
     if (getShortcut(name) == shortcut)

@@ -12,11 +12,12 @@ struct Unit {
   const char* manyKey;
 };
 
+constexpr qint64 day = 86400;
 constexpr Unit units[] = {
-    {365 * 86400, "history.date.year", "history.date.years"},
-    {30 * 86400, "history.date.month", "history.date.months"},
-    {7 * 86400, "history.date.week", "history.date.weeks"},
-    {86400, "history.date.day", "history.date.days"},
+    {365 * day, "history.date.year", "history.date.years"},
+    {30 * day, "history.date.month", "history.date.months"},
+    {7 * day, "history.date.week", "history.date.weeks"},
+    {day, "history.date.day", "history.date.days"},
     {3600, "history.date.hour", "history.date.hours"},
     {60, "history.date.minute", "history.date.minutes"},
 };

@@ -19,8 +19,9 @@ qreal ThumbnailLayout::height() const {
 }
 
 QRectF ThumbnailLayout::cell(int index) const {
-  return QRectF(left + index % columnCount * (side + spacing), padding + index / columnCount * rowPitch(),
-                side, rowPitch() - spacing);
+  const int row = index / columnCount;
+  const int column = index % columnCount;
+  return QRectF(left + column * (side + spacing), padding + row * rowPitch(), side, rowPitch() - spacing);
 }
 
 QRectF ThumbnailLayout::picture(int index) const {

@@ -101,7 +101,7 @@ class HotKeyService {
   /// How the hot keys come, where that isn't for this program alone to decide; `block` is called after it has
   /// changed.
   [[nodiscard]] virtual HotKeyState state() const { return {}; }
-  [[nodiscard]] virtual Subscription observeState(std::function<void()>) { return {}; }
+  [[nodiscard]] virtual Subscription observeState(const std::function<void()>& /*block*/) { return {}; }
 
   /// The service in use; where the environment has none, one that refuses every registration.
   static HotKeyService& current();

@@ -36,8 +36,8 @@ class HotKeyServiceDouble : public platform::HotKeyService {
   }
   void listen(Keys keys) override { listening = keys; }
   platform::HotKeyState state() const override { return present; }
-  platform::Subscription observeState(std::function<void()> block) override {
-    return observers.add(std::move(block));
+  platform::Subscription observeState(const std::function<void()>& block) override {
+    return observers.add(block);
   }
   /// The desktop has come to another answer.
   void setState(const platform::HotKeyState& state) {

@@ -27,7 +27,7 @@ QImage copied(const QImage& source) {
   QImage copy = blankLike(source, source.size());
   if (copy.isNull())
     return source.copy();
-  const auto bytes = static_cast<std::size_t>(4 * source.width());
+  const auto bytes = 4 * static_cast<std::size_t>(source.width());
   for (int y = 0; y < source.height(); ++y)
     std::memcpy(copy.scanLine(y), source.constScanLine(y), bytes);
   return copy;

@@ -51,7 +51,7 @@ class HalfPlanes {
   /// the edge, negative outside of the shape.
   [[nodiscard]] Samples at(Place outward, float inside) const {
     const float slope = outward.y / (std::abs(outward.x) + std::abs(outward.y));
-    const auto direction = static_cast<int>(((outward.x < 0 ? 2 - slope : slope) + 1) * (directions / 4));
+    const auto direction = static_cast<int>(((outward.x < 0 ? 2 - slope : slope) + 1) * directions / 4);
     const auto distance = static_cast<int>((inside + cornerDistance) * (distances / (2 * cornerDistance)));
     return table[static_cast<unsigned>(direction) % directions]
                 [static_cast<unsigned>(std::clamp(distance, 0, distances - 1))];
@@ -224,7 +224,7 @@ void LineMask::restart(double width, const QRect& kept) {
   last.reset();
   columns = (area.width() + tileSize - 1) / tileSize;
   tiles.clear();
-  tiles.resize(static_cast<std::size_t>(columns * ((area.height() + tileSize - 1) / tileSize)));
+  tiles.resize(indexOf(0, (area.height() + tileSize - 1) / tileSize));
 }
 
 QRect LineMask::append(const QPointF& point) {
@@ -270,7 +270,7 @@ void LineMask::cover(const Piece& piece, const QRect& pixels) {
 }
 
 LineMask::Tile& LineMask::tileAt(int column, int row) {
-  auto& tile = tiles[static_cast<std::size_t>(row * columns + column)];
+  auto& tile = tiles[indexOf(column, row)];
   if (!tile && !spare.empty()) {
     tile = std::move(spare.back());
     spare.pop_back();

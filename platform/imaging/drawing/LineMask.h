@@ -54,6 +54,10 @@ class LineMask {
   struct Piece;
 
   void cover(const Piece& piece, const QRect& pixels);
+  [[nodiscard]] std::size_t indexOf(int column, int row) const {
+    return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) +
+           static_cast<std::size_t>(column);
+  }
   [[nodiscard]] Tile& tileAt(int column, int row);
   static void coverInTile(Tile& tile, const Piece& piece, double reach);
 
@@ -72,7 +76,7 @@ void LineMask::forEachStretch(const QRect& part, const Work& work) const {
     return;
   for (int row = wanted.top() / tileSize; row <= wanted.bottom() / tileSize; ++row)
     for (int column = wanted.left() / tileSize; column <= wanted.right() / tileSize; ++column) {
-      const Tile* const tile = tiles[static_cast<std::size_t>(row * columns + column)].get();
+      const Tile* const tile = tiles[indexOf(column, row)].get();
       if (!tile)
         continue;
       const QPoint corner(column * tileSize, row * tileSize);

@@ -85,7 +85,7 @@ void mixColumns(std::uint8_t* to, const float* sums, const int* first, const flo
     Pixel sum = {};
     for (int tap = 0; tap < taps; ++tap) {
       Pixel pixel;
-      std::memcpy(&pixel, from + channels * tap, sizeof pixel);
+      std::memcpy(&pixel, from + std::ptrdiff_t(channels) * tap, sizeof pixel);
       sum += weights[tap] * pixel;
     }
     const auto whole = __builtin_convertvector(sum + 0.5F, Whole);

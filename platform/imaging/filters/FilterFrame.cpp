@@ -34,7 +34,7 @@ QImage filtered(QImage source, const QRect& region, Destination destination,
                 const std::function<void(const SourceRows&, const ResultRows&)>& work) {
   const bool overwrites =
       destination == Destination::SourceIfUnshared && region == source.rect() && source.isDetached();
-  QImage result = overwrites ? std::move(source) : blankLike(source, region.size());
+  QImage result = overwrites ? std::exchange(source, {}) : blankLike(source, region.size());
   if (result.isNull())
     return {};
   try {

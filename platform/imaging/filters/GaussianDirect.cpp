@@ -46,11 +46,12 @@ class DirectBlur {
   void blurAcross(int y, float* results) {
     const int missing = kernel.radius - before;
     const int present = before + region.width() + after;
-    toFloats(source.row(y) + 4 * (region.left() - before), padded.data() + 4 * missing,
-             static_cast<std::size_t>(present) * 4, instructions);
-    repeatEdges(padded.data(), missing, present, kernel.radius - after);
-    convolve(padded.data() + 4 * kernel.radius, 4, kernel.weights.data(), kernel.radius, results, channels,
+    toFloats(source.row(y) + std::ptrdiff_t{4} * (region.left() - before),
+             padded.data() + std::ptrdiff_t{4} * missing, static_cast<std::size_t>(present) * 4,
              instructions);
+    repeatEdges(padded.data(), missing, present, kernel.radius - after);
+    convolve(padded.data() + std::ptrdiff_t{4} * kernel.radius, 4, kernel.weights.data(), kernel.radius,
+             results, channels, instructions);
   }
 
   SourceRows source;

@@ -140,7 +140,7 @@ Nodes shrunk(const SourceRows& source, const Area& area, const Span& room, const
       std::array<const std::uint8_t*, 4 * factor - 3> taps;
       for (int tap = 0; tap < 4 * factor - 3; ++tap)
         taps[static_cast<std::size_t>(tap)] =
-            source.row(node * factor - reach + tap) + 4 * sums.present.first;
+            source.row(node * factor - reach + tap) + std::ptrdiff_t{4} * sums.present.first;
       shrinkDown<factor>(taps, sums.presentPart(), sums.presentChannels(), effort.instructions);
       toFloats(sums.padded(), floats.data(), floats.size(), effort.instructions);
       shrinkAcross<factor>(floats.data(), nodes.row(node), static_cast<std::size_t>(columns.count()), scale,
@@ -193,8 +193,8 @@ void blurAcross(Nodes& nodes, const Span& columns, const GaussianKernel& kernel,
     PaddedRow<float> row(columns.widened(kernel.radius), nodes.area.columns);
     for (int node = rows.first + first; node < rows.first + end; ++node) {
       std::memcpy(row.presentPart(), nodes.row(node), row.presentChannels() * sizeof(float));
-      convolve(row.padded() + 4 * kernel.radius, 4, kernel.weights.data(), kernel.radius, nodes.row(node),
-               static_cast<std::size_t>(columns.count()) * 4, effort.instructions);
+      convolve(row.padded() + std::ptrdiff_t{4} * kernel.radius, 4, kernel.weights.data(), kernel.radius,
+               nodes.row(node), static_cast<std::size_t>(columns.count()) * 4, effort.instructions);
     }
   });
   nodes.area.columns = columns;

@@ -66,15 +66,16 @@ class Cells {
   void drawRow(const Run& row, const ResultRows& result) const {
     const int left = columns.front().first;
     std::vector<std::uint32_t> sums(static_cast<size_t>(columns.back().end - left) * 4);
-    addRows(source.row(row.first) + 4 * left, source.stride, static_cast<size_t>(row.end - row.first),
-            sums.data(), sums.size(), effort.instructions);
+    addRows(source.row(row.first) + std::ptrdiff_t{4} * left, source.stride,
+            static_cast<size_t>(row.end - row.first), sums.data(), sums.size(), effort.instructions);
     std::vector<std::array<std::uint8_t, 4>> line(static_cast<size_t>(region.width()));
     for (const Run& column : columns) {
       const auto pixels = static_cast<std::uint64_t>(column.end - column.first) *
                           static_cast<std::uint64_t>(row.end - row.first);
-      std::fill(line.begin() + std::max(column.first - region.left(), 0),
-                line.begin() + std::min(column.end - region.left(), region.width()),
-                mean(sums.data() + 4 * (column.first - left), column.end - column.first, pixels));
+      std::fill(
+          line.begin() + std::max(column.first - region.left(), 0),
+          line.begin() + std::min(column.end - region.left(), region.width()),
+          mean(sums.data() + std::ptrdiff_t{4} * (column.first - left), column.end - column.first, pixels));
     }
     for (int y = std::max(row.first, region.top()); y < std::min(row.end, region.bottom() + 1); ++y)
       std::copy_n(line.front().data(), line.size() * 4, result.row(y - region.top()));

@@ -27,7 +27,7 @@ class BoundHotKeyService : public HotKeyService {
   void listen(Keys keys) override;
   std::vector<SymbolicHotKey> takenByOthers() const override;
   HotKeyState state() const override;
-  Subscription observeState(std::function<void()> block) override { return observers.add(std::move(block)); }
+  Subscription observeState(const std::function<void()>& block) override { return observers.add(block); }
 
   /// Something that a way needs may have come.
   void tryAgain();

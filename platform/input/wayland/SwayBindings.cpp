@@ -40,7 +40,7 @@ class Reader {
   std::vector<SymbolicHotKey> found;
 
  private:
-  void readLine(QString line, int depth);
+  void readLine(const QString& line, int depth);
   void readBinding(const QString& command, QStringList words);
   [[nodiscard]] std::optional<SymbolicHotKey> parse(const QString& keys, bool isByCode) const;
   [[nodiscard]] QString withVariables(QString text) const;
@@ -60,7 +60,7 @@ void Reader::read(const QByteArray& configuration, int depth) {
   blocks = outer;
 }
 
-void Reader::readLine(QString line, int depth) {
+void Reader::readLine(const QString& line, int depth) {
   if (line.isEmpty() || line.startsWith(u'#'))
     return;
   if (line.startsWith(u'}')) {

@@ -180,7 +180,7 @@ bool SelectionOwner::convertMultiple(xcb_window_t receiver, xcb_atom_t property)
   if (!list || list->type != atoms[AtomPair] || list->format != 32)
     return false;
   const auto* words = static_cast<const xcb_atom_t*>(xcb_get_property_value(list.get()));
-  std::vector<xcb_atom_t> pairs(words, words + list->value_len / 2 * 2);  // target, property, target, ...
+  std::vector<xcb_atom_t> pairs(words, words + (list->value_len & ~1U));  // target, property, target, ...
   for (std::size_t i = 0; i < pairs.size(); i += 2) {
     if (pairs[i + 1] == XCB_ATOM_NONE || !convert(receiver, pairs[i], pairs[i + 1]))
       pairs[i + 1] = XCB_ATOM_NONE;

@@ -56,7 +56,7 @@ void ColorConversion::convert(std::uint8_t* pixels, std::size_t count) const {
 
 bool ColorConversion::changesAnything() const {
   constexpr int steps = 9;
-  std::array<std::uint8_t, 4 * steps> row{};
+  std::array<std::uint8_t, std::size_t{4} * steps> row{};
   const auto level = [](int step) { return static_cast<std::uint8_t>(step * 255 / (steps - 1)); };
   for (int combination = 0; combination < steps * steps; ++combination) {
     for (std::size_t step = 0; step < steps; ++step) {

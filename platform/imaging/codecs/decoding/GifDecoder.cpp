@@ -101,7 +101,7 @@ bool decodeGif(Bytes file, RowSink& sink) {
   const Palette palette = paletteOf(*map, transparent);
   for (int y = 0; y < height; ++y) {
     std::uint8_t* row = sink.row();
-    std::memset(row, 0, static_cast<std::size_t>(4 * width));
+    std::memset(row, 0, 4 * static_cast<std::size_t>(width));
     if (y >= frame.Top && y < frame.Top + frame.Height) {
       const GifPixelType* number = numbers.data() + static_cast<std::size_t>(y - frame.Top) * frameWidth;
       for (std::size_t x = 0; x < frameWidth; ++x)

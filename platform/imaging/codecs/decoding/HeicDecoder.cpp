@@ -114,7 +114,7 @@ bool decodeHeic(Bytes file, RowSink& sink) {
       heif->image_get_height(image.get(), heif_channel_interleaved) != height)
     return false;
   for (int y = 0; y < height; ++y) {
-    std::memcpy(sink.row(), pixels + std::ptrdiff_t{y} * stride, static_cast<std::size_t>(4 * width));
+    std::memcpy(sink.row(), pixels + std::ptrdiff_t{y} * stride, 4 * static_cast<std::size_t>(width));
     sink.finishRow();
   }
   return true;

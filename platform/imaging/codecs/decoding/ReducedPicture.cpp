@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace platform::decoding {
 namespace {
@@ -24,7 +25,7 @@ void addWeighed(const double* from, double weight, std::size_t count, double* to
 
 void writeMeans(const double* sums, std::size_t count, std::int64_t area, std::uint8_t* to) {
   const auto all = static_cast<double>(area);
-  const auto half = static_cast<double>(area / 2);
+  const auto half = std::floor(all / 2);
   for (std::size_t i = 0; i < count; ++i)
     to[i] = static_cast<std::uint8_t>(static_cast<int>((sums[i] + half) / all));
 }
@@ -68,10 +69,10 @@ bool ReducedPicture::prepare() {
   };
   image = QImage(static_cast<int>(reduced(picture.width)), static_cast<int>(reduced(picture.height)),
                  QImage::Format_RGBA8888_Premultiplied);
-  source.resize(static_cast<std::size_t>(4 * picture.width));
+  source.resize(4 * static_cast<std::size_t>(picture.width));
   columns.assign(source.size(), 0);
   rowsInColumns = 0;
-  rowSums.resize(static_cast<std::size_t>(4 * image.width()));
+  rowSums.resize(4 * static_cast<std::size_t>(image.width()));
   sums.assign(rowSums.size(), 0);
   covered = 0;
   rowsWritten = 0;

@@ -58,12 +58,13 @@ std::optional<QByteArray> encodeBmp(const QImage& picture) {
   const auto height = static_cast<std::size_t>(picture.height());
   const std::size_t channels = opacity == Opacity::Opaque ? 3 : 4;
   const std::size_t rowSize = (channels * width + 3) / 4 * 4;
-  if (rowSize * height > std::numeric_limits<std::uint32_t>::max() - fileHeaderSize - alphaHeaderSize)
+  const std::size_t size = rowSize * height;
+  if (size > std::numeric_limits<std::uint32_t>::max() - fileHeaderSize - alphaHeaderSize)
     return std::nullopt;
   QByteArray file;
-  writeHeader(file, picture, opacity, static_cast<std::uint32_t>(rowSize * height));
+  writeHeader(file, picture, opacity, static_cast<std::uint32_t>(size));
   auto end = file.size();
-  file.append(static_cast<qsizetype>(rowSize * height), '\0');
+  file.append(static_cast<qsizetype>(size), '\0');
   QByteArray straight(static_cast<qsizetype>(4 * width), '\0');
   for (int y = picture.height() - 1; y >= 0; --y, end += static_cast<qsizetype>(rowSize)) {
     std::memcpy(straight.data(), picture.constScanLine(y), 4 * width);
