@@ -4,6 +4,7 @@
 #include "platform/base/Log.h"
 #include "platform/desktop/ActivationToken.h"
 #include "platform/system/FreeMemory.h"
+#include "platform/wayland/SoftwareWindows.h"
 
 namespace {
 
@@ -51,9 +52,11 @@ int main(int argc, char** argv) {
   if (instance.standing() == SingleInstance::Standing::Delivered || action == sorrel::Action::Quit)
     return 0;
 
+  std::optional<platform::SoftwareWindows> windows(std::in_place);
   std::optional<platform::FatalMessages> start(std::in_place,
                                                QStringLiteral("Sorrel can't be shown on a display: "));
   sorrel::SorrelApp application(argc, argv, instance);
   start.reset();
+  windows.reset();
   return application.run(request);
 }
