@@ -4,6 +4,7 @@
 #include "app/history/HistoryColors.h"
 #include "app/history/HistoryView.h"
 #include "app/history/PanelGeometry.h"
+#include "app/history/ThumbnailLoader.h"
 #include "app/settings/LocalizationManager.h"
 #include "platform/desktop/FocusablePanel.h"
 #include "platform/desktop/Image.h"
@@ -29,7 +30,12 @@ void HistoryPanelController::DeleteLater::operator()(FocusablePanel* panel) cons
 
 HistoryPanelController::HistoryPanelController(std::shared_ptr<HistoryViewModel> model,
                                                ThumbnailLoader& thumbnails)
-    : viewModel(std::move(model)), loader(thumbnails) {
+    : viewModel(std::move(model)), loader(thumbnails), listObserver(viewModel->screenshots.observe([this] {
+        if (listChange.isPending())
+          return;
+        listed = viewModel->screenshots;
+        listChange = platform::MainQueue::main().asyncAfter({}, [this] { forgetLost(); });
+      })) {
 }
 
 HistoryPanelController::~HistoryPanelController() {
@@ -87,6 +93,15 @@ void HistoryPanelController::forgetClick() {
   clickEnd.cancel();
   isClickClosing = false;
   buttons.reset();
+}
+
+void HistoryPanelController::forgetLost() {
+  QSet<QByteArray> lost;
+  for (const Screenshot& shot : std::exchange(listed, {}))
+    lost.insert(shot.path);
+  for (const Screenshot& shot : viewModel->screenshots.get())
+    lost.remove(shot.path);
+  loader.forget(lost);
 }
 
 void HistoryPanelController::close() {

@@ -45,6 +45,8 @@ class HistoryPanelController {
   void resignedKey();
   void buttonChanged(platform::PointerButtons::Change change);
   void forgetClick();
+  /// Lets the loader forget the thumbnails of what the list has lost, which nobody will ask for again.
+  void forgetLost();
 
   /// A panel often closes from within its own events.
   struct DeleteLater {
@@ -57,6 +59,9 @@ class HistoryPanelController {
   platform::Subscription resignKeyObserver;
   platform::Subscription lockObserver;
   platform::WorkItem lockChange;
+  std::vector<Screenshot> listed;  // before a change that is still to be seen to
+  platform::WorkItem listChange;
+  platform::Subscription listObserver;
   // While it is open, and to the end of the click that closed it.
   std::optional<platform::PointerButtons> buttons;
   bool isClickClosing = false;

@@ -7,9 +7,9 @@
 
 #include <QCache>
 #include <QCoreApplication>
-#include <QHash>
 
 #include <algorithm>
+#include <map>
 #include <mutex>
 #include <new>
 #include <system_error>
@@ -21,10 +21,13 @@ namespace {
 
 constexpr qsizetype mostCachedBytes = 64 << 20;
 
-QByteArray cacheKey(const QByteArray& path, int maxPixel) {
-  const auto date = platform::modificationDate(path).time_since_epoch().count();
-  return path + '|' + QByteArray::number(date) + '|' + QByteArray::number(maxPixel);
-}
+/// Path and most pixels. The file's date is no part of it, so that a new thumbnail takes the old one's place.
+using Key = std::pair<QByteArray, int>;
+
+struct Kept {
+  platform::Date date;  // the file's, when the thumbnail was asked for
+  QImage image;
+};
 
 bool isOpaque(const QImage& image) {
   for (int y = 0; y < image.height(); ++y) {
@@ -52,18 +55,18 @@ class ThumbnailLoader::Work : public std::enable_shared_from_this<Work> {
  public:
   Work(Decode decoder, unsigned most) : decode(std::move(decoder)), mostWorkers(most) {}
 
-  QCache<QByteArray, QImage> cache{mostCachedBytes};  // the main thread's
+  QCache<Key, Kept> cache{mostCachedBytes};  // the main thread's
 
-  void add(const QByteArray& key, const QByteArray& path, int maxPixel,
-           const std::shared_ptr<const Completion>& completion);
+  /// Null if there is none, or only one of what the file was at another date.
+  [[nodiscard]] const QImage* kept(const Key& key, platform::Date date) const;
+  void add(const Key& key, platform::Date date, const std::shared_ptr<const Completion>& completion);
   /// Nothing is begun or delivered from here on.
   void close();
 
  private:
   struct Job {
-    QByteArray key;
-    QByteArray path;
-    int maxPixel;
+    Key key;
+    platform::Date date;
     std::vector<std::weak_ptr<const Completion>> completions;
     bool hasBegun = false;
 
@@ -82,19 +85,24 @@ class ThumbnailLoader::Work : public std::enable_shared_from_this<Work> {
 
   const Decode decode;
   const unsigned mostWorkers;
-  std::mutex mutex;                              // guards what follows
-  QHash<QByteArray, std::shared_ptr<Job>> jobs;  // by key, until they are delivered
-  std::vector<std::shared_ptr<Job>> waiting;     // newest last
+  std::mutex mutex;                                                     // guards what follows
+  std::map<std::pair<Key, platform::Date>, std::shared_ptr<Job>> jobs;  // until they are delivered
+  std::vector<std::shared_ptr<Job>> waiting;                            // newest last
   unsigned workers = 0;
   bool isClosed = false;
 };
 
-void ThumbnailLoader::Work::add(const QByteArray& key, const QByteArray& path, int maxPixel,
+const QImage* ThumbnailLoader::Work::kept(const Key& key, platform::Date date) const {
+  const Kept* const known = cache.object(key);
+  return known && known->date == date ? &known->image : nullptr;
+}
+
+void ThumbnailLoader::Work::add(const Key& key, platform::Date date,
                                 const std::shared_ptr<const Completion>& completion) {
   const std::lock_guard lock(mutex);
-  std::shared_ptr<Job>& job = jobs[key];
+  std::shared_ptr<Job>& job = jobs[{key, date}];
   if (!job)
-    job = std::make_shared<Job>(Job{key, path, maxPixel, {}});
+    job = std::make_shared<Job>(Job{key, date, {}});
   job->completions.push_back(completion);
   if (job->hasBegun)
     return;
@@ -133,7 +141,7 @@ std::shared_ptr<ThumbnailLoader::Work::Job> ThumbnailLoader::Work::takeNewest() 
       job->hasBegun = true;
       return job;
     }
-    jobs.remove(job->key);
+    jobs.erase({job->key, job->date});
   }
   --workers;
   return nullptr;
@@ -141,7 +149,7 @@ std::shared_ptr<ThumbnailLoader::Work::Job> ThumbnailLoader::Work::takeNewest() 
 
 std::optional<QImage> ThumbnailLoader::Work::make(const Job& job) const {
   try {
-    return decode(job.path, job.maxPixel);
+    return decode(job.key.first, job.key.second);
   } catch (const std::bad_alloc&) {
     return std::nullopt;  // a forged size, or no memory for a true one: the picture can't be had either way
   }
@@ -152,10 +160,10 @@ void ThumbnailLoader::Work::deliver(const std::shared_ptr<Job>& job, const std::
     const std::lock_guard lock(mutex);
     if (isClosed)
       return;
-    jobs.remove(job->key);
+    jobs.erase({job->key, job->date});
   }
   if (image)
-    cache.insert(job->key, new QImage(*image), image->sizeInBytes());
+    cache.insert(job->key, new Kept{job->date, *image}, image->sizeInBytes());
   for (const auto& waits : job->completions)
     if (const auto completion = waits.lock())
       (*completion)(image.value_or(QImage()));
@@ -190,23 +198,31 @@ ThumbnailLoader::~ThumbnailLoader() {
 }
 
 std::optional<QImage> ThumbnailLoader::cached(const QUrl& url, int maxPixel) {
-  const QImage* const image = work->cache.object(cacheKey(platform::FilePath::of(url), maxPixel));
+  const QByteArray path = platform::FilePath::of(url);
+  const QImage* const image = work->kept({path, maxPixel}, platform::modificationDate(path));
   return image ? std::optional(*image) : std::nullopt;
 }
 
 ThumbnailLoader::Request ThumbnailLoader::thumbnail(const QUrl& url, int maxPixel, Completion completion) {
   const auto request = std::make_shared<const Completion>(std::move(completion));
   const QByteArray path = platform::FilePath::of(url);
-  const QByteArray key = cacheKey(path, maxPixel);
-  if (const QImage* const image = work->cache.object(key)) {
+  const platform::Date date = platform::modificationDate(path);
+  if (const QImage* const image = work->kept({path, maxPixel}, date)) {
     platform::MainQueue::main().async([waits = std::weak_ptr(request), image = *image] {
       if (const auto stillWanted = waits.lock())
         (*stillWanted)(image);
     });
   } else {
-    work->add(key, path, maxPixel, request);
+    work->add({path, maxPixel}, date, request);
   }
   return request;
+}
+
+void ThumbnailLoader::forget(const QSet<QByteArray>& paths) {
+  for (const Key& key : work->cache.keys()) {
+    if (paths.contains(key.first))
+      work->cache.remove(key);
+  }
 }
 
 }  // namespace sorrel

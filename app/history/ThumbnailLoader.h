@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QSet>
 #include <QUrl>
 
 #include <functional>
@@ -10,7 +11,8 @@
 namespace sorrel {
 
 /// Small pictures of files, made on worker threads and kept in memory: up to 64 MiB of pixels, of which those
-/// that were asked for longest ago go first. Main thread only.
+/// that were asked for longest ago go first. Of a file that changes only the latest is kept. Main thread
+/// only.
 ///
 /// What was asked for last is made first. Threads start when there is work, one for each core at most, and
 /// end when none is left. Nobody waits for one that is still at work when the loader goes or the program
@@ -39,6 +41,8 @@ class ThumbnailLoader {
   /// `Format_ARGB32_Premultiplied`: what a painter is fastest with. Always answers later, through the main
   /// queue.
   [[nodiscard]] Request thumbnail(const QUrl& url, int maxPixel, Completion completion);
+  /// Keeps nothing of these files any longer, in whatever size.
+  void forget(const QSet<QByteArray>& paths);
 
  private:
   class Work;

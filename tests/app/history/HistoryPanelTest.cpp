@@ -3,6 +3,7 @@
 #include "app/history/ThumbnailLoader.h"
 #include "platform/desktop/FocusablePanel.h"
 #include "tests/app/history/HistoryFixture.h"
+#include "tests/support/Waiting.h"
 
 #include <QApplication>
 #include <QDir>
@@ -51,6 +52,29 @@ TEST_F(HistoryPanelTest, TheLockDecidesWhenTheKeyboardIsLost) {
   EXPECT_TRUE(controller->isVisible()) << "the lock counts only when the keyboard goes";
   loseKey();
   EXPECT_FALSE(controller->isVisible());
+}
+
+TEST_F(HistoryPanelTest, ThumbnailsOfWhatTheListHasLostAreForgotten) {
+  put(u"kept.png"_s, 0);
+  put(u"lost.png"_s, 1);
+  controller->show(std::nullopt);
+  controller->close();
+  const std::vector<Screenshot> before = model->screenshots;
+  const auto isKept = [&](size_t row) { return loader.cached(before[row].url(), 320).has_value(); };
+  std::vector<ThumbnailLoader::Request> requests;
+  for (const Screenshot& shot : before)
+    requests.push_back(loader.thumbnail(shot.url(), 320, [](const QImage&) {}));
+  testing_support::until("the thumbnails are there", [&] {
+    clock.advance(0ms);
+    return isKept(0) && isKept(1);
+  });
+
+  // The file stays, so that it isn't its date that is missed.
+  model->screenshots = {before.front()};
+  model->screenshots = {before.front()};
+  clock.advance(0ms);
+  EXPECT_TRUE(isKept(0));
+  EXPECT_FALSE(isKept(1));
 }
 
 TEST_F(HistoryPanelTest, AThousandOpeningsLeaveNothingBehind) {

@@ -139,6 +139,18 @@ TEST_F(ThumbnailLoaderTest, keepsAsMuchAsFitsByLastUse) {
   EXPECT_THAT(answers, ElementsAre(side, side, side, side, side, 4097));
 }
 
+TEST_F(ThumbnailLoaderTest, keepsOnlyTheLatestOfAFileThatChanges) {
+  const ScratchHome home;
+  const QUrl changing = QUrl::fromLocalFile(home.write(QStringLiteral("2048")));  // 16 MiB of 64
+  load(url(2048));
+  for (int change = 0; change < 5; ++change) {
+    testing_support::setModified(changing.toLocalFile(), QDateTime::fromMSecsSinceEpoch(change));
+    load(changing);
+  }
+  EXPECT_TRUE(loader->cached(changing, 320));
+  EXPECT_TRUE(loader->cached(url(2048), 320)) << "the older ones took its room";
+}
+
 TEST_F(ThumbnailLoaderTest, missesAChangedFileAndTriesAFailedOneAgain) {
   const ScratchHome home;
   const QUrl picture = QUrl::fromLocalFile(home.write(QStringLiteral("9")));
