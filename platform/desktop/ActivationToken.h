@@ -21,7 +21,9 @@ void keep(const QByteArray& token);
 
 }  // namespace ActivationToken
 
-/// Asks for the keyboard for a window that is shown, by the token that was kept if there is one.
+/// Asks for the keyboard for a window that is shown, by the token that was kept if there is one. Without, a
+/// hot key or the user's own command has brought it, of which not all desktops tell: then by one that this
+/// program gets by itself, where it can.
 void askForKeyboard(QWidget& window);
 
 }  // namespace platform

@@ -7,6 +7,7 @@
 #include "tests/support/Waiting.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QUrl>
 
 #include <gtest/gtest.h>
@@ -83,15 +84,21 @@ class OtherDesktop : public testing::TestWithParam<DesktopKind> {
     session->run({sorrel, option});
     until("the screen is frozen", [&] { return isFrozen(); });
   }
-  /// By the hot key, as soon as the desktop knows of it.
+  /// By the hot key, as soon as the desktop knows of it. Pressed too often, it begins more than one.
   void beginCaptureByHotKey() {
-    until("the hot key freezes the screen", [&] {
+    constexpr qint64 longestWay = 5000;  // milliseconds
+    const auto freezes = [&] {
       for (const int key : {KEY_LEFTALT, KEY_LEFTSHIFT, KEY_S})
         session->turnKey(key, true);
       for (const int key : {KEY_S, KEY_LEFTSHIFT, KEY_LEFTALT})
         session->turnKey(key, false);
-      return isFrozen();
-    });
+      QElapsedTimer since;
+      for (since.start(); since.elapsed() < longestWay;)
+        if (isFrozen())
+          return true;
+      return false;
+    };
+    until("the hot key freezes the screen", freezes, std::chrono::seconds(30));
   }
   /// Drags the panel's newest picture to the program behind it.
   void dragOut() {
@@ -149,6 +156,9 @@ TEST_P(OtherDesktop, DoesTheWholeJob) {
   session->tapKey(KEY_C);
   session->turnKey(KEY_LEFTCTRL, false);
   save(u"copied"_s);
+  // From here on the other program's window is the one that was used last.
+  dragOut();
+  save(u"dragged"_s);
   closeByEscape();
 
   beginCapture(u"--capture-and-edit"_s);
@@ -161,12 +171,6 @@ TEST_P(OtherDesktop, DoesTheWholeJob) {
   beginCapture(u"--capture"_s);
   closeByEscape();
   EXPECT_EQ(bottle().size(), 2);
-
-  session->run({sorrel, u"--history"_s});
-  until("the history is open", [&] { return !isAsBefore(session->settledPicture()); });
-  dragOut();
-  save(u"dragged"_s);
-  closeByEscape();
 
   session->run({sorrel, u"--quit"_s});
   EXPECT_EQ(program->waitForEnd(), 0);

@@ -1,8 +1,8 @@
 #include "tools/clipboardkeeper/wayland/FocusOwner.h"
 
 #include "platform/wayland/ClearPixel.h"
+#include "platform/wayland/KeyboardArrival.h"
 
-#include <unistd.h>
 #include <xdg-shell.h>
 
 namespace clipboardkeeper {
@@ -13,14 +13,6 @@ using platform::WaylandObject;
 
 constexpr std::chrono::milliseconds longestWay{1000};  // of the keyboard, to a new window
 
-constexpr wl_keyboard_listener keyboardListener{
-    .keymap = [](void*, auto*, auto, int file, auto) { close(file); },
-    .enter = [](void* serial, auto*, std::uint32_t number, auto*,
-                auto*) { *static_cast<std::uint32_t*>(serial) = number; },
-    .leave = [](void*, auto*, auto, auto*) {},
-    .key = [](void*, auto*, auto, auto, auto, auto) {},
-    .modifiers = [](void*, auto*, auto, auto, auto, auto, auto) {},
-    .repeat_info = [](void*, auto*, auto, auto) {}};
 constexpr xdg_wm_base_listener shellListener{
     .ping = [](void*, xdg_wm_base* shell, std::uint32_t serial) { xdg_wm_base_pong(shell, serial); }};
 constexpr xdg_toplevel_listener windowListener{.configure = [](void*, auto*, auto, auto, auto*) {},
@@ -115,13 +107,11 @@ bool FocusOwner::own() {
 }
 
 std::uint32_t FocusOwner::waitForKeyboard() {
-  std::uint32_t serial = 0;
-  const WaylandObject<wl_keyboard> keyboard(wl_seat_get_keyboard(seat.get()), {wl_keyboard_destroy});
-  wl_keyboard_add_listener(keyboard.get(), &keyboardListener, &serial);
+  const platform::KeyboardArrival keyboard(seat.get());
   const auto limit = std::chrono::steady_clock::now() + longestWay;
-  while (serial == 0 && readEvents(display.get(), limit)) {
+  while (keyboard.serial() == 0 && readEvents(display.get(), limit)) {
   }
-  return serial;
+  return keyboard.serial();
 }
 
 void FocusOwner::offer(std::uint32_t serial) {
