@@ -48,8 +48,12 @@ QUrl CaptureService::uniqueURL() const {
 
 void CaptureService::runScreencapture(const QStringList& arguments, const std::optional<QUrl>& fileURL,
                                       Completion completion) {
-  const auto finish = [completion = std::move(completion)](const std::optional<QUrl>& result) {
-    MainQueue::main().async([completion, result] { completion(result); });
+  selections = selections + 1;
+  const auto finish = [this, completion = std::move(completion)](const std::optional<QUrl>& result) {
+    MainQueue::main().async([this, completion, result] {
+      selections = selections - 1;
+      completion(result);
+    });
   };
   const auto onTermination = [fileURL, finish] {
     const bool hasFile = fileURL && QFileInfo::exists(fileURL->toLocalFile());

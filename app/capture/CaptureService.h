@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/base/Published.h"
+
 #include <QStringList>
 #include <QUrl>
 
@@ -12,6 +14,8 @@ namespace sorrel {
 /// Takes screenshots by running the system's interactive capture tool. Draws nothing and reads no pixels
 /// itself. Captures may overlap: each has a file name of its own from its start on. Main thread only.
 class CaptureService {
+  platform::Observers observers;
+
  public:
   /// Given the picture's file, or nothing if the user cancelled or the tool failed; called once, on the main
   /// thread, after the call that it belongs to has returned.
@@ -23,13 +27,16 @@ class CaptureService {
   void interactiveCaptureToFile(Completion completion);
   void interactiveCaptureToClipboard();
 
+  /// How many selections of the screen are under way.
+  platform::PublishedBy<CaptureService, int> selections{observers, 0};
+
  private:
   CaptureService() = default;
   /// The first free name in the storage folder: of the present second, then numbered from 2.
   [[nodiscard]] QUrl uniqueURL() const;
   /// `fileURL` is where the tool was told to put the picture, if it was told.
-  static void runScreencapture(const QStringList& arguments, const std::optional<QUrl>& fileURL,
-                               Completion completion);
+  void runScreencapture(const QStringList& arguments, const std::optional<QUrl>& fileURL,
+                        Completion completion);
 
   std::set<QByteArray> underWay;  // the paths that tools were given and haven't ended with
 };

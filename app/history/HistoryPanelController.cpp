@@ -1,5 +1,6 @@
 #include "app/history/HistoryPanelController.h"
 
+#include "app/capture/CaptureService.h"
 #include "app/capture/ScreenshotStore.h"
 #include "app/history/HistoryColors.h"
 #include "app/history/HistoryView.h"
@@ -65,6 +66,11 @@ void HistoryPanelController::show(const std::optional<QRectF>& anchorRect) {
     lockChange =
         platform::MainQueue::main().asyncAfter({}, [this] { panel->setStaying(viewModel->isLocked); });
   });
+  panel->setSelecting(CaptureService::shared().selections > 0);
+  selectionObserver = CaptureService::shared().selections.observe([this] {
+    selectionChange = platform::MainQueue::main().asyncAfter(
+        {}, [this] { panel->setSelecting(CaptureService::shared().selections > 0); });
+  });
   buttons.emplace([this](platform::PointerButtons::Change change) { buttonChanged(change); });
 }
 
@@ -110,6 +116,8 @@ void HistoryPanelController::close() {
   resignKeyObserver.end();
   lockObserver.end();
   lockChange.cancel();
+  selectionObserver.end();
+  selectionChange.cancel();
   if (panel)
     panel->hide();
   panel.reset();

@@ -62,6 +62,8 @@ class HistoryPanelController {
   std::vector<Screenshot> listed;  // before a change that is still to be seen to
   platform::WorkItem listChange;
   platform::Subscription listObserver;
+  platform::Subscription selectionObserver;
+  platform::WorkItem selectionChange;
   // While it is open, and to the end of the click that closed it.
   std::optional<platform::PointerButtons> buttons;
   bool isClickClosing = false;

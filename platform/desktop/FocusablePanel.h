@@ -44,6 +44,9 @@ class FocusablePanel : public QWidget {
   /// the keyboard. Not so at first.
   void setStaying(bool isStaying) { surface->setStaying(isStaying); }
 
+  /// While the user selects a part of the screen: that is done above the panel, wherever this lies.
+  void setSelecting(bool isSelecting) { surface->setSelecting(isSelecting); }
+
   /// Whether a point of the screen is on the panel. Its shadow isn't.
   [[nodiscard]] bool isAt(const QPoint& point) const;
   /// Whether another program holds the keyboard, which goes back to the panel afterwards.

@@ -50,6 +50,8 @@ class PanelSurface {
 
   /// Whether the panel stays while the user works in other windows.
   virtual void setStaying(bool) {}
+  /// While the user selects a part of the screen, which is done above the panel.
+  virtual void setSelecting(bool) {}
   /// While something is dragged out of the panel it can be dropped on all that lies beside it.
   virtual void setDragging(bool) {}
   /// An event of the window, as QWidget::nativeEvent() has it.

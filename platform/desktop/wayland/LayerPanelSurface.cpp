@@ -52,6 +52,11 @@ void LayerPanelSurface::setDragging(bool drags) {
   }
 }
 
+void LayerPanelSurface::setSelecting(bool isSelecting) {
+  if (layer)
+    layer->setSelecting(isSelecting);
+}
+
 bool LayerPanelSurface::eventFilter(QObject* watched, QEvent* event) {
   // What is clicked beside a panel that stays nobody tells: so it leaves the keyboard to others, until it is
   // clicked, and then for as long as the pointer is on it.

@@ -15,6 +15,7 @@ class LayerPanelSurface : public CoveringPanelSurface {
   void close() override;
   void setStaying(bool isStaying) override;
   void setDragging(bool isDragging) override;
+  void setSelecting(bool isSelecting) override;
 
  protected:
   [[nodiscard]] QPoint origin() const override;

@@ -63,6 +63,14 @@ void LayerRole::configure(std::uint32_t serial, const QSize& size) {
     handlers.resized(size);
 }
 
+void LayerRole::setAboveFullScreen(bool isAbove) {
+  if (zwlr_layer_surface_v1_get_version(layer.get()) < ZWLR_LAYER_SURFACE_V1_SET_LAYER_SINCE_VERSION)
+    return;
+  zwlr_layer_surface_v1_set_layer(
+      layer.get(), isAbove ? ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY : ZWLR_LAYER_SHELL_V1_LAYER_TOP);
+  wl_surface_commit(&surface);
+}
+
 void LayerRole::setTakesKeyboard(bool takesKeyboard) {
   // The protocol's newer versions have a third answer, a keyboard that goes to who is clicked. But there are
   // compositors that give it to such a surface for good.

@@ -33,6 +33,7 @@ class LayerRole {
   /// The compositor's; absent if it has refused.
   [[nodiscard]] std::optional<QSize> size() const { return given; }
   void setTakesKeyboard(bool takesKeyboard);
+  void setAboveFullScreen(bool isAbove);
   [[nodiscard]] zwlr_layer_surface_v1& object() const { return *layer; }
 
  private:

@@ -16,7 +16,7 @@ Qt::WindowFlags OutputLayer::windowFlags() {
 }
 
 OutputLayer::OutputLayer(QWidget& widget, QScreen& screen, Keyboard first, Handlers handlers)
-    : window(widget), keyboard(first) {
+    : window(widget), keyboard(first), isAboveFullScreen(hasFullScreenWindow(screen)) {
   window.setGeometry(screen.geometry());
   window.winId();  // makes it
   QWindow& handle = *window.windowHandle();
@@ -25,14 +25,19 @@ OutputLayer::OutputLayer(QWidget& widget, QScreen& screen, Keyboard first, Handl
     window.resize(size);
     resized();
   };
-  const auto extent = hasFullScreenWindow(screen) ? LayerRole::Extent::WholeOutputAboveFullScreen
-                                                  : LayerRole::Extent::WholeOutput;
+  const auto extent =
+      isAboveFullScreen ? LayerRole::Extent::WholeOutputAboveFullScreen : LayerRole::Extent::WholeOutput;
   role.emplace(*waylandSurface(handle), waylandOutput(screen), extent,
                LayerRole::Handlers{resize, handlers.closed});
   if (const auto size = role->size())
     window.resize(*size);
   role->setTakesKeyboard(keyboard == Keyboard::Here);
   popups.emplace(handle, role->object());
+}
+
+void OutputLayer::setSelecting(bool isSelecting) {
+  if (isAboveFullScreen)
+    role->setAboveFullScreen(!isSelecting);
 }
 
 void OutputLayer::setKeyboard(Keyboard wanted) {

@@ -37,10 +37,13 @@ class OutputLayer {
   OutputLayer(QWidget& window, QScreen& screen, Keyboard keyboard, Handlers handlers);
 
   void setKeyboard(Keyboard keyboard);
+  /// Meanwhile it isn't above full-screen windows either: the selection is there alone, with the keyboard.
+  void setSelecting(bool isSelecting);
 
  private:
   QWidget& window;
   Keyboard keyboard;
+  const bool isAboveFullScreen;
   std::optional<LayerRole> role;
   std::optional<LayerPopups> popups;
 };
