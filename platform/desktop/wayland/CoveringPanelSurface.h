@@ -25,6 +25,7 @@ class CoveringPanelSurface : public QObject, public PanelSurface {
   /// Where the window's upper left corner is on the screen.
   [[nodiscard]] virtual QPoint origin() const = 0;
   [[nodiscard]] bool isPanelStaying() const { return isStaying; }
+  [[nodiscard]] bool isPanelDragging() const { return isDragging; }
   /// Has the panel where it is to be in a window that has another size or origin now.
   void fit();
 

@@ -8,6 +8,8 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace platform {
 
 using Keyboard = OutputLayer::Keyboard;
@@ -23,13 +25,39 @@ void LayerPanelSurface::open(const QRectF& target, const std::optional<QRectF>& 
     screen = QGuiApplication::primaryScreen();
   layer.emplace(window, *screen, Keyboard::Here, OutputLayer::Handlers{[this] { fit(); }, handlers.keyLost});
   window.windowHandle()->installEventFilter(this);
+  output = screen;
   moveTo(start.value_or(target), start ? 0 : 1);
   window.show();
   [[maybe_unused]] const QByteArray unneeded = ActivationToken::take();  // a layer has the keyboard anyway
   handlers.ready();
+  watchOtherOutputs();
+}
+
+void LayerPanelSurface::watchOtherOutputs() {
+  const bool isWanted = layer && !isPanelStaying() && !isPanelDragging() &&
+                        QGuiApplication::screens().size() > 1 && arePanesOffered();
+  if (isWanted == pointer.has_value())
+    return;
+  pointer.reset();
+  otherOutputs.clear();
+  if (!isWanted)
+    return;
+  pointer.emplace(nullptr, [this] {
+    if (isOnOtherOutput(pointer->surface()))
+      handlers.keyLost();
+  });
+  for (const QScreen* const screen : QGuiApplication::screens())
+    if (screen != output)
+      otherOutputs.push_back(std::make_unique<Pane>(*screen));
+}
+
+bool LayerPanelSurface::isOnOtherOutput(const wl_surface* surface) const {
+  return std::ranges::any_of(otherOutputs, [&](const auto& pane) { return pane->surface() == surface; });
 }
 
 void LayerPanelSurface::close() {
+  pointer.reset();
+  otherOutputs.clear();
   layer.reset();  // before the toolkit ends the window's surface
 }
 
@@ -41,10 +69,12 @@ void LayerPanelSurface::setStaying(bool stays) {
   CoveringPanelSurface::setStaying(stays);
   if (layer)
     layer->setKeyboard(stays && !sheet.underMouse() ? Keyboard::Elsewhere : Keyboard::Here);
+  watchOtherOutputs();
 }
 
 void LayerPanelSurface::setDragging(bool drags) {
   CoveringPanelSurface::setDragging(drags);
+  watchOtherOutputs();
   // There are compositors that give the keyboard to what something is dragged over.
   if (!drags && layer && !isPanelStaying() && QGuiApplication::focusWindow() != window.windowHandle()) {
     layer->setKeyboard(Keyboard::Elsewhere);

@@ -2,6 +2,10 @@
 
 #include "platform/desktop/wayland/CoveringPanelSurface.h"
 #include "platform/desktop/wayland/OutputLayer.h"
+#include "platform/desktop/wayland/Panes.h"
+
+#include <memory>
+#include <vector>
 
 namespace platform {
 
@@ -14,15 +18,22 @@ class LayerPanelSurface : public CoveringPanelSurface {
   void open(const QRectF& target, const std::optional<QRectF>& start) override;
   void close() override;
   void setStaying(bool isStaying) override;
-  void setDragging(bool isDragging) override;
   void setSelecting(bool isSelecting) override;
+  void setDragging(bool isDragging) override;
 
  protected:
   [[nodiscard]] QPoint origin() const override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  /// What is clicked on other outputs is beside the panel too.
+  void watchOtherOutputs();
+  [[nodiscard]] bool isOnOtherOutput(const wl_surface* surface) const;
+
   std::optional<OutputLayer> layer;
+  QScreen* output = nullptr;  // that the layer is on, while it is there
+  std::vector<std::unique_ptr<Pane>> otherOutputs;
+  std::optional<PanePointer> pointer;
 };
 
 }  // namespace platform
