@@ -9,6 +9,8 @@
 
 #include <QColor>
 #include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -38,6 +40,30 @@ struct Session : PrivateSession {
     setVariable("XDG_DESKTOP_PORTAL_DIR", home(u"portals"_s));
     setVariable("XDG_CURRENT_DESKTOP", u"test"_s);
   }
+};
+
+/// The desktop's service that shows notes to the user.
+class Notifications : public QDBusVirtualObject {
+ public:
+  explicit Notifications(const QString& address) : bus(QDBusConnection::connectToBus(address, u"notes"_s)) {
+    bus.registerVirtualObject(u"/org/freedesktop/Notifications"_s, this, QDBusConnection::SingleNode);
+    bus.registerService(u"org.freedesktop.Notifications"_s);
+  }
+  ~Notifications() override { QDBusConnection::disconnectFromBus(bus.name()); }
+
+  QList<QVariantList> shown;
+
+ private:
+  [[nodiscard]] QString introspect(const QString&) const override { return {}; }
+  bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+    if (message.member() != u"Notify"_s || message.signature() != u"susssasa{sv}i"_s)
+      return false;
+    shown << message.arguments();
+    connection.send(message.createReply(1U));
+    return true;
+  }
+
+  QDBusConnection bus;
 };
 
 /// What the program has answered.
@@ -106,6 +132,19 @@ class Portal : public testing::Test {
 };
 
 }  // namespace
+
+TEST(Notes, areShownInTheDesktopsOwnWay) {
+  const Session session;
+  const QStringList words{u"화면을 볼 수 없음"_s, u"One line,\n<another>"_s};
+  const QStringList command = QStringList{QStringLiteral(SORREL_CAPTURE_SERVICES), u"notify"_s} + words;
+  EXPECT_EQ(session.start(command)->waitForEnd(), 1) << "nobody is there to show it";
+  const Notifications desktop(session.busAddress());
+  const auto program = session.start(command);
+  until("the program has ended", [&] { return !program->isRunning(); });
+  EXPECT_EQ(program->waitForEnd(), 0);
+  ASSERT_EQ(desktop.shown.size(), 1);
+  EXPECT_EQ(desktop.shown.first().mid(2, 3), QVariantList({u"org.sorrel.Sorrel"_s, words[0], words[1]}));
+}
 
 TEST_F(Portal, givesThePictureOfTheScreenAndItsFileIsDeleted) {
   for (const int questions : {1, 1}) {  // asked for leave once
