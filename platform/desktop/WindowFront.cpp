@@ -3,6 +3,8 @@
 #include "platform/base/Locations.h"
 #include "platform/desktop/ActivationToken.h"
 #include "platform/desktop/wayland/FramePalette.h"
+#include "platform/wayland/FrameColors.h"
+#include "platform/wayland/WaylandConnection.h"
 #include "platform/x11/X11Connection.h"
 
 #include <QFile>
@@ -18,9 +20,23 @@ void setText(xcb_connection_t* connection, const QWidget& window, std::string_vi
                       static_cast<quint32>(text.size()), text.constData());
 }
 
+constexpr auto hasDarkFrame = "hasDarkFrame";
+
+void showWithFrame(QWidget& window) {
+  if (!waylandDisplay() || !window.property(hasDarkFrame).toBool())
+    return window.show();
+  // The same colours as in dark.colors.
+  QPalette dark(QColor(33, 33, 36));
+  dark.setColor(QPalette::WindowText, QColor(236, 233, 227));
+  dark.setColor(QPalette::Disabled, QPalette::WindowText, QColor(150, 148, 144));
+  const FrameColors colors(dark);
+  window.show();
+}
+
 }  // namespace
 
 void setDarkFrame(QWidget& window) {
+  window.setProperty(hasDarkFrame, true);
   const QByteArray colors = QFile::encodeName(Locations::ownFile(QStringLiteral("dark.colors")));
   setFramePalette(window, colors);
   xcb_connection_t* const connection = x11Connection();
@@ -34,7 +50,7 @@ void setDarkFrame(QWidget& window) {
 
 void bringToFront(QWidget& window) {
   window.setWindowState((window.windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
-  window.show();
+  showWithFrame(window);
   window.raise();
   askForKeyboard(window);
 }
