@@ -166,8 +166,9 @@ TEST_P(OtherDesktop, DoesTheWholeJob) {
   EXPECT_EQ(newestInBottle(2), desktop.copy(area));
   until("the editor is open", [&] { return !isAsBefore(session->settledPicture()); });
   save(u"editor"_s);
-  if (isGnome())
+  if (isGnome()) {
     EXPECT_LT(qGray(session->picture().pixel(300, 36)), 80) << "the editor's frame isn't dark";
+  }
   closeByEscape();
 
   beginCapture(u"--capture"_s);
