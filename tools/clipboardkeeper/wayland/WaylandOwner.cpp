@@ -11,7 +11,7 @@ namespace clipboardkeeper {
 
 namespace {
 
-constexpr std::chrono::seconds patience{20};  // with a reader that stopped reading
+constexpr std::chrono::seconds readerPatience{20};  // with a reader that stopped reading
 
 }  // namespace
 
@@ -38,7 +38,7 @@ void WaylandOwner::serve() {
     for (std::size_t i = watched.size(); i-- > 1;) {
       Transfer& transfer = transfers[i - 1];
       const bool isDone = watched[i].revents != 0 && !goOn(transfer);
-      if (isDone || Clock::now() - transfer.lastSign > patience)
+      if (isDone || Clock::now() - transfer.lastSign > readerPatience)
         transfers.erase(transfers.begin() + static_cast<std::ptrdiff_t>(i) - 1);
     }
   }
@@ -51,7 +51,7 @@ bool WaylandOwner::waitForWork(std::vector<pollfd>& watched) {
   watched.assign({{wl_display_get_fd(display.get()), POLLIN, 0}});
   for (const Transfer& transfer : transfers)
     watched.push_back({transfer.pipe.get(), POLLOUT, 0});
-  const auto limit = static_cast<int>(std::chrono::milliseconds(patience).count());
+  const auto limit = static_cast<int>(std::chrono::milliseconds(readerPatience).count());
   (void)poll(watched.data(), watched.size(), transfers.empty() ? -1 : limit);
   if (watched.front().revents == 0) {
     wl_display_cancel_read(display.get());

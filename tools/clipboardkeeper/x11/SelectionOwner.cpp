@@ -11,9 +11,9 @@ namespace {
 constexpr std::string_view atomNames[] = {"CLIPBOARD", "TARGETS",   "TIMESTAMP",
                                           "MULTIPLE",  "ATOM_PAIR", "SAVE_TARGETS",
                                           "NULL",      "INCR",      "_SORREL_CLIPBOARD_KEEPER"};
-constexpr std::size_t requestOverhead = 64;      // a property's request without its data, rounded up
-constexpr std::chrono::seconds patience{20};     // with a receiver that stopped asking for pieces
-constexpr std::uint32_t longestMultiple = 1024;  // 32-bit words of a MULTIPLE request
+constexpr std::size_t requestOverhead = 64;           // a property's request without its data, rounded up
+constexpr std::chrono::seconds receiverPatience{20};  // with a receiver that stopped asking for pieces
+constexpr std::uint32_t longestMultiple = 1024;       // 32-bit words of a MULTIPLE request
 // A refill comes within moments of our claim. Longer than managers were seen to take, and shorter than
 // anybody needs to copy something else.
 constexpr std::chrono::milliseconds refillTime{500};
@@ -90,14 +90,14 @@ void SelectionOwner::serve() {
     while (const auto event = nextEvent())
       handle(*event);
     std::erase_if(transfers, [now = Clock::now()](const Transfer& transfer) {
-      return now - transfer.lastSign > patience;
+      return now - transfer.lastSign > receiverPatience;
     });
     xcb_flush(server.get());
     if (xcb_connection_has_error(server.get()))
       return;
     if (isOwner || !transfers.empty())
       poll(&waiting, 1,
-           transfers.empty() ? -1 : static_cast<int>(std::chrono::milliseconds(patience).count()));
+           transfers.empty() ? -1 : static_cast<int>(std::chrono::milliseconds(receiverPatience).count()));
   }
 }
 

@@ -20,7 +20,7 @@ constexpr double distanceFromPointer = 18;
 constexpr double valueDistance = 8;  // of the value from the lens
 constexpr double sampleSide = 12, sampleRadius = 3, sampleDistance = 7;
 
-constexpr Paint darkLine{0.06, 0.07, 0.06, 0.75};
+constexpr Paint darkRing{0.06, 0.07, 0.06, 0.75};
 constexpr Paint sampleEdge{1, 1, 1, 0.55};
 constexpr std::uint32_t beyondTheScreen = 0x232523;
 constexpr int gridStrength = 20;  // percent
@@ -64,7 +64,7 @@ Magnifier::Magnifier(const Metrics& used)
            box.height};
 
   Painter painter({width, value.bottom()});
-  painter.fill(darkLine, ring(rim));
+  painter.fill(darkRing, ring(rim));
   painter.fill(white, ring(rim - metrics.line));
   painter.fill(ink, ring(metrics.line));
   painter.fillBox(value, metrics);

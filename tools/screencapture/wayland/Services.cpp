@@ -18,7 +18,7 @@ namespace screencapture::wayland {
 namespace {
 
 // The program limits its own waits; this is for one that hangs.
-constexpr std::chrono::minutes patience{3};
+constexpr std::chrono::minutes servicePatience{3};
 
 /// Starts the program; -1 where that fails, which is then said.
 pid_t start(std::vector<std::string> words, int output) {
@@ -41,7 +41,7 @@ pid_t start(std::vector<std::string> words, int output) {
 /// Whether the process ends with success.
 bool succeeds(Display& display, pid_t process) {
   const platform::Descriptor ending(static_cast<int>(syscall(SYS_pidfd_open, process, 0)));
-  const auto deadline = std::chrono::steady_clock::now() + patience;
+  const auto deadline = std::chrono::steady_clock::now() + servicePatience;
   int status = -1;
   while (waitpid(process, &status, WNOHANG) == 0) {
     const auto left =

@@ -11,10 +11,10 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 // For the copies of all outputs. One that is asleep would let us wait for ever.
-constexpr std::chrono::seconds patience{3};
+constexpr std::chrono::seconds configurePatience{3};
 
 std::optional<std::vector<Picture>> copyOutputs(Display& display, const Screencopy& copies) {
-  const auto deadline = Clock::now() + patience;
+  const auto deadline = Clock::now() + configurePatience;
   while (copies.progress() == Screencopy::Progress::Waiting) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
     if (left.count() <= 0 || !display.handleEvents(left))

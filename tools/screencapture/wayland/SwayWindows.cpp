@@ -21,7 +21,7 @@ namespace {
 constexpr std::array<char, 6> magic{'i', '3', '-', 'i', 'p', 'c'};
 constexpr std::uint32_t treeKind = 4;
 constexpr std::uint32_t longestTree = 1 << 24;
-constexpr std::chrono::milliseconds patience{500};
+constexpr std::chrono::milliseconds answerPatience{500};
 
 struct __attribute__((packed)) Header {
   std::array<char, 6> word = magic;
@@ -33,7 +33,7 @@ struct __attribute__((packed)) Header {
 bool readWhole(int file, std::span<std::uint8_t> bytes) {
   pollfd waiting{file, POLLIN, 0};
   while (!bytes.empty()) {
-    if (poll(&waiting, 1, static_cast<int>(patience.count())) <= 0)
+    if (poll(&waiting, 1, static_cast<int>(answerPatience.count())) <= 0)
       return false;
     const ssize_t count = read(file, bytes.data(), bytes.size());
     if (count <= 0)

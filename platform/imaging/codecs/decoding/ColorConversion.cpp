@@ -1,16 +1,12 @@
 #include "platform/imaging/codecs/decoding/ColorConversion.h"
 
+#include "platform/imaging/codecs/decoding/ColorProfile.h"
+
 #include <array>
 #include <cstdlib>
-#include <lcms2.h>
 
 namespace platform::decoding {
 namespace {
-
-struct CloseProfile {
-  void operator()(void* profile) const { cmsCloseProfile(profile); }
-};
-using Profile = std::unique_ptr<void, CloseProfile>;
 
 /// How the library finds its input in RGBA; 0 for colours that aren't pixels of ours.
 cmsUInt32Number pixelsFor(cmsColorSpaceSignature space) {
@@ -33,9 +29,9 @@ void ColorConversion::Release::operator()(void* held) const {
 std::optional<ColorConversion> ColorConversion::fromProfile(const QByteArray& profile) {
   if (profile.isEmpty())
     return std::nullopt;
-  const Profile from(
+  const ColorProfile from(
       cmsOpenProfileFromMem(profile.constData(), static_cast<cmsUInt32Number>(profile.size())));
-  const Profile to(cmsCreate_sRGBProfile());
+  const ColorProfile to(cmsCreate_sRGBProfile());
   if (!from || !to)
     return std::nullopt;
   const cmsUInt32Number pixels = pixelsFor(cmsGetColorSpace(from.get()));

@@ -18,10 +18,10 @@ int readBytes(GifFileType* gif, GifByteType* to, int size) {
   return static_cast<int>(count);
 }
 
-struct Close {
+struct CloseGif {
   void operator()(GifFileType* gif) const { DGifCloseFile(gif, nullptr); }
 };
-using Gif = std::unique_ptr<GifFileType, Close>;
+using Gif = std::unique_ptr<GifFileType, CloseGif>;
 
 /// Reads up to the first picture's description. `transparent` becomes the colour number that is clear.
 bool findPicture(GifFileType* gif, int& transparent) {

@@ -17,11 +17,11 @@ constexpr int profileMarker = JPEG_APP0 + 2;
 constexpr int mostScans = 500;  // a forged progressive file of few bytes may ask for far more work
 
 /// All that must outlive a jump out of the library. The functions that call into it own nothing themselves.
-struct Reader {
-  Reader();
-  ~Reader() { jpeg_destroy_decompress(&jpeg); }
-  Reader(const Reader&) = delete;
-  Reader& operator=(const Reader&) = delete;
+struct JpegReader {
+  JpegReader();
+  ~JpegReader() { jpeg_destroy_decompress(&jpeg); }
+  JpegReader(const JpegReader&) = delete;
+  JpegReader& operator=(const JpegReader&) = delete;
 
   jpeg_decompress_struct jpeg{};
   jpeg_error_mgr errors{};
@@ -31,12 +31,12 @@ struct Reader {
 };
 
 [[noreturn]] void leave(j_common_ptr common) {
-  std::longjmp(static_cast<Reader*>(common->client_data)->exit, 1);
+  std::longjmp(static_cast<JpegReader*>(common->client_data)->exit, 1);
 }
 /// The library makes an end mark up where the file has none. A picture that lacks nothing else is whole; of
 /// one whose pixels are missing, it would paint over the damage.
 void judgeMessage(j_common_ptr common, int level) {
-  auto* reader = static_cast<Reader*>(common->client_data);
+  auto* reader = static_cast<JpegReader*>(common->client_data);
   if (level < 0 && common->err->msg_code == JWRN_JPEG_EOF)
     reader->atEnd = true;
   else if (level < 0 && common->err->msg_code == JWRN_HIT_MARKER && reader->atEnd)
@@ -60,7 +60,7 @@ void limitScans(j_common_ptr common) {
     leave(common);
 }
 
-Reader::Reader() {
+JpegReader::JpegReader() {
   jpeg.err = jpeg_std_error(&errors);
   jpeg.client_data = this;
   errors.error_exit = leave;
@@ -68,7 +68,7 @@ Reader::Reader() {
   progress.progress_monitor = limitScans;
 }
 
-PictureHeader headerOf(Reader& reader) {
+PictureHeader headerOf(JpegReader& reader) {
   PictureHeader header{reader.jpeg.output_width, reader.jpeg.output_height, Alpha::None, 1, {}};
   for (auto* marker = reader.jpeg.marker_list; marker; marker = marker->next) {
     const std::string_view data(reinterpret_cast<const char*>(marker->data), marker->data_length);
@@ -110,7 +110,7 @@ void inksToRgba(std::uint8_t* pixel, std::size_t count) {
   }
 }
 
-bool readRows(Reader& reader, Bytes file, RowSink& sink) {
+bool readRows(JpegReader& reader, Bytes file, RowSink& sink) {
   jpeg_decompress_struct& jpeg = reader.jpeg;
   if (setjmp(reader.exit) != 0)
     return false;
@@ -144,7 +144,7 @@ bool readRows(Reader& reader, Bytes file, RowSink& sink) {
 }  // namespace
 
 bool decodeJpeg(Bytes file, RowSink& sink) {
-  Reader reader;
+  JpegReader reader;
   return readRows(reader, file, sink);
 }
 

@@ -1,5 +1,7 @@
 #include "platform/imaging/codecs/decoding/PngColours.h"
 
+#include "platform/imaging/codecs/decoding/ColorProfile.h"
+
 #include <algorithm>
 #include <cmath>
 #include <lcms2.h>
@@ -34,9 +36,6 @@ bool areSensible(const Primaries& primaries) {
 struct FreeCurve {
   void operator()(cmsToneCurve* curve) const { cmsFreeToneCurve(curve); }
 };
-struct CloseProfile {
-  void operator()(void* profile) const { cmsCloseProfile(profile); }
-};
 
 }  // namespace
 
@@ -54,7 +53,7 @@ QByteArray profileOf(const PngColours& colours) {
   if (!curve)
     return {};
   cmsToneCurve* const curves[]{curve.get(), curve.get(), curve.get()};
-  const std::unique_ptr<void, CloseProfile> profile(cmsCreateRGBProfile(&whitePoint, &primaries, curves));
+  const ColorProfile profile(cmsCreateRGBProfile(&whitePoint, &primaries, curves));
   cmsUInt32Number size = 0;
   if (!profile || !cmsSaveProfileToMem(profile.get(), nullptr, &size))
     return {};

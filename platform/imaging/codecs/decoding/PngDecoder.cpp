@@ -13,11 +13,11 @@ namespace platform::decoding {
 namespace {
 
 /// All that must outlive a jump out of the library. The functions that call into it own nothing themselves.
-struct Reader {
-  explicit Reader(const ByteSource& source) : file(source) {}
-  ~Reader() { png_destroy_read_struct(&png, &info, nullptr); }
-  Reader(const Reader&) = delete;
-  Reader& operator=(const Reader&) = delete;
+struct PngReader {
+  explicit PngReader(const ByteSource& source) : file(source) {}
+  ~PngReader() { png_destroy_read_struct(&png, &info, nullptr); }
+  PngReader(const PngReader&) = delete;
+  PngReader& operator=(const PngReader&) = delete;
 
   const ByteSource& file;
   png_structp png = nullptr;
@@ -29,7 +29,7 @@ struct Reader {
 };
 
 void readBytes(png_structp png, png_bytep to, std::size_t size) {
-  auto* reader = static_cast<Reader*>(png_get_io_ptr(png));
+  auto* reader = static_cast<PngReader*>(png_get_io_ptr(png));
   reader->endsEarly = !reader->file(to, size);
   if (size == reader->chunkHead.size())
     std::memcpy(reader->chunkHead.data(), to, size);
@@ -44,7 +44,7 @@ void ignore(png_structp, png_const_charp) {
 }
 
 /// What the chunks for gamma and primaries tell, which count where there is no profile and no word of sRGB.
-PngColours coloursOf(const Reader& reader) {
+PngColours coloursOf(const PngReader& reader) {
   PngColours colours;
   png_get_gAMA(reader.png, reader.info, &colours.gamma);
   auto& [white, red, green, blue] = colours.xy;
@@ -53,7 +53,7 @@ PngColours coloursOf(const Reader& reader) {
   return colours;
 }
 
-PictureHeader headerOf(const Reader& reader, Alpha alpha) {
+PictureHeader headerOf(const PngReader& reader, Alpha alpha) {
   PictureHeader header{png_get_image_width(reader.png, reader.info),
                        png_get_image_height(reader.png, reader.info),
                        alpha,
@@ -72,13 +72,13 @@ PictureHeader headerOf(const Reader& reader, Alpha alpha) {
   return header;
 }
 
-bool hasAlpha(const Reader& reader) {
+bool hasAlpha(const PngReader& reader) {
   return (png_get_color_type(reader.png, reader.info) & PNG_COLOR_MASK_ALPHA) != 0 ||
          png_get_valid(reader.png, reader.info, PNG_INFO_tRNS) != 0;
 }
 
 /// Pixels of one channel, by their number.
-void tellColours(const Reader& reader, PngRows::Form& form) {
+void tellColours(const PngReader& reader, PngRows::Form& form) {
   png_bytep alpha = nullptr;
   int alphas = 0;
   png_color_16p clear = nullptr;
@@ -102,7 +102,7 @@ void tellColours(const Reader& reader, PngRows::Form& form) {
   }
 }
 
-PngRows::Form formOf(const Reader& reader) {
+PngRows::Form formOf(const PngReader& reader) {
   PngRows::Form form;
   form.width = png_get_image_width(reader.png, reader.info);
   form.channels = png_get_channels(reader.png, reader.info);
@@ -116,7 +116,7 @@ PngRows::Form formOf(const Reader& reader) {
 }
 
 /// The usual file's rows, without the library, for its inflating is most of the time that a picture takes.
-bool readUsualRows(const Reader& reader, RowSink& sink) {
+bool readUsualRows(const PngReader& reader, RowSink& sink) {
   if (!sink.begin(headerOf(reader, hasAlpha(reader) ? Alpha::Straight : Alpha::None)))
     return false;
   const std::uint8_t* size = reader.chunkHead.data();
@@ -132,7 +132,7 @@ bool readUsualRows(const Reader& reader, RowSink& sink) {
 }
 
 /// Whatever the file's kind of pixels, rows come as RGBA with 8 bits a channel.
-Alpha askForRgba(const Reader& reader) {
+Alpha askForRgba(const PngReader& reader) {
   png_set_expand(reader.png);
   png_set_scale_16(reader.png);
   png_set_gray_to_rgb(reader.png);
@@ -140,7 +140,7 @@ Alpha askForRgba(const Reader& reader) {
   return hasAlpha(reader) ? Alpha::Straight : Alpha::None;
 }
 
-void readInterlaced(Reader& reader, int passes, std::size_t rowSize, std::size_t height, RowSink& sink) {
+void readInterlaced(PngReader& reader, int passes, std::size_t rowSize, std::size_t height, RowSink& sink) {
   for (int pass = 0; pass < passes; ++pass)
     for (std::size_t y = 0; y < height; ++y)
       png_read_row(reader.png, nullptr, reader.whole.get() + y * rowSize);
@@ -152,7 +152,7 @@ void readInterlaced(Reader& reader, int passes, std::size_t rowSize, std::size_t
 
 /// Reads up to the first row and finds out how the rest is to be read.
 enum class Kind { Refused, Usual, Odd };
-Kind readHead(Reader& reader, const RowSink& sink) {
+Kind readHead(PngReader& reader, const RowSink& sink) {
   if (setjmp(png_jmpbuf(reader.png)) != 0)
     return Kind::Refused;
   png_read_info(reader.png, reader.info);
@@ -164,7 +164,7 @@ Kind readHead(Reader& reader, const RowSink& sink) {
   return isUsual ? Kind::Usual : Kind::Odd;
 }
 
-bool readOddRows(Reader& reader, RowSink& sink) {
+bool readOddRows(PngReader& reader, RowSink& sink) {
   if (setjmp(png_jmpbuf(reader.png)) != 0)
     return reader.isWhole && reader.endsEarly;  // nothing but what comes after the pixels is missing
   const Alpha alpha = askForRgba(reader);
@@ -193,7 +193,7 @@ bool readOddRows(Reader& reader, RowSink& sink) {
 }  // namespace
 
 bool decodePng(const ByteSource& file, RowSink& sink) {
-  Reader reader(file);
+  PngReader reader(file);
   reader.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, leave, ignore);
   reader.info = reader.png ? png_create_info_struct(reader.png) : nullptr;
   if (!reader.info)

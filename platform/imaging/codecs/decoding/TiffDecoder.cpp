@@ -45,10 +45,10 @@ int ignore(TIFF*, void*, const char*, const char*, va_list) {
   return 1;
 }
 
-struct Close {
+struct CloseTiff {
   void operator()(TIFF* tiff) const { TIFFClose(tiff); }
 };
-using Tiff = std::unique_ptr<TIFF, Close>;
+using Tiff = std::unique_ptr<TIFF, CloseTiff>;
 
 Tiff open(Source& from, std::int64_t mostMemory) {
   TIFFOpenOptions* options = TIFFOpenOptionsAlloc();

@@ -70,12 +70,12 @@ int writeBytes(GifFileType* gif, const GifByteType* bytes, int size) {
   return size;
 }
 
-struct Close {
+struct CloseGif {
   void operator()(GifFileType* gif) const { EGifCloseFile(gif, nullptr); }
   void operator()(ColorMapObject* map) const { GifFreeMapObject(map); }
 };
-using Gif = std::unique_ptr<GifFileType, Close>;
-using ColorMap = std::unique_ptr<ColorMapObject, Close>;
+using Gif = std::unique_ptr<GifFileType, CloseGif>;
+using ColorMap = std::unique_ptr<ColorMapObject, CloseGif>;
 
 /// The format's palettes have a power of two entries.
 ColorMap makeMap(const std::vector<Color>& palette, std::size_t entries) {

@@ -48,10 +48,10 @@ toff_t sizeOf(thandle_t handle) {
   return static_cast<toff_t>(target(handle).file.size());
 }
 
-struct Close {
+struct CloseTiff {
   void operator()(TIFF* tiff) const { TIFFClose(tiff); }
 };
-using Tiff = std::unique_ptr<TIFF, Close>;
+using Tiff = std::unique_ptr<TIFF, CloseTiff>;
 
 void describe(TIFF* tiff, const QImage& picture, Opacity opacity) {
   const int channels = opacity == Opacity::Opaque ? 3 : 4;
