@@ -15,7 +15,7 @@ Qt::WindowFlags OutputLayer::windowFlags() {
   return Qt::BypassWindowManagerHint;
 }
 
-OutputLayer::OutputLayer(QWidget& widget, QScreen& screen, Keyboard first, Handlers handlers)
+OutputLayer::OutputLayer(QWidget& widget, QScreen& screen, Keyboard first, const Handlers& handlers)
     : window(widget), keyboard(first), isAboveFullScreen(hasFullScreenWindow(screen)) {
   window.setGeometry(screen.geometry());
   window.winId();  // makes it

@@ -34,7 +34,7 @@ class OutputLayer {
 
   /// `window` has no native window yet, and outlives this. It takes the output's size, and can be shown
   /// afterwards.
-  OutputLayer(QWidget& window, QScreen& screen, Keyboard keyboard, Handlers handlers);
+  OutputLayer(QWidget& window, QScreen& screen, Keyboard keyboard, const Handlers& handlers);
 
   void setKeyboard(Keyboard keyboard);
   /// Meanwhile it isn't above full-screen windows either: the selection is there alone, with the keyboard.
