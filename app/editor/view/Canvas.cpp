@@ -289,7 +289,7 @@ void Canvas::paintEvent(QPaintEvent* event) {
   if (!stretched.isShown())
     marksAre = marksFor(tool);
   const QRect picture = place.picture();
-  const QRegion region = event->region();
+  const QRegion& region = event->region();
   const auto pixelsOf = [this](const QRect& points) {
     return QRectF(QPointF(points.topLeft()) * place.ratio, QSizeF(points.size()) * place.ratio)
         .toAlignedRect();

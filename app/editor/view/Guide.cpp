@@ -58,7 +58,8 @@ void GuideCircle::paint(QPainter& painter, const QPointF& center, double diamete
   constexpr int largestKept = 512;  // a larger one would hold much memory for a thin line
   const QTransform toDevice = painter.deviceTransform();
   const double scale = toDevice.m11();
-  const int side = 2 * int(std::ceil((diameter / 2 + guideReach) * scale));
+  const int middle = int(std::ceil((diameter / 2 + guideReach) * scale));
+  const int side = 2 * middle;
   QPainterPath circle;
   circle.addEllipse(center, diameter / 2, diameter / 2);
   if (side > largestKept)
@@ -70,11 +71,11 @@ void GuideCircle::paint(QPainter& painter, const QPointF& center, double diamete
     picture.fill(Qt::transparent);
     QPainter once(&picture);
     once.setRenderHint(QPainter::Antialiasing);
-    once.translate(side / 2, side / 2);
+    once.translate(middle, middle);
     once.scale(scale, scale);
     strokeGuide(once, circle.translated(-center), Emphasis::Emphasized);
   }
-  const QPointF corner = toDevice.map(center) - QPointF(side / 2, side / 2);
+  const QPointF corner = toDevice.map(center) - QPointF(middle, middle);
   painter.save();
   painter.setTransform(QTransform::fromTranslate(std::round(corner.x()), std::round(corner.y())) *
                        toDevice.inverted() * painter.transform());
