@@ -18,7 +18,7 @@ constexpr int steps = 1000;  // finer than there are pixels
 
 }  // namespace
 
-SliderRow::SliderRow(const QString& symbolName, const Range& all, std::function<void(double)> onChange,
+SliderRow::SliderRow(const QString& symbolName, const Range& all, const std::function<void(double)>& onChange,
                      QWidget* parent)
     : QWidget(parent), symbol(symbolName), range(all), slider(new QSlider(Qt::Horizontal, this)) {
   auto* const row = new QHBoxLayout(this);

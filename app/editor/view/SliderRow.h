@@ -17,7 +17,8 @@ class SliderRow : public QWidget {
   };
 
   /// `onChange` hears the values that the user chooses.
-  SliderRow(const QString& symbol, const Range& range, std::function<void(double)> onChange, QWidget* parent);
+  SliderRow(const QString& symbol, const Range& range, const std::function<void(double)>& onChange,
+            QWidget* parent);
 
   void setValue(double value);
   /// The tooltip, which is the slider's accessible name too.

@@ -75,7 +75,8 @@ class ToolButton : public ChoiceButton {
 
 }  // namespace
 
-ToolRail::ToolRail(EditorModel& shown, std::function<void(EditorModel::Tool)> onSelect, QWidget* parent)
+ToolRail::ToolRail(EditorModel& shown, const std::function<void(EditorModel::Tool)>& onSelect,
+                   QWidget* parent)
     : QWidget(parent),
       model(shown),
       watch(shown, {&shown.tool, &shown.undoStack}, [this] { refresh(); }),

@@ -20,7 +20,7 @@ class ToolRail : public QWidget {
   static constexpr int width = 56;
 
   /// `onSelect` hears of each click on a tool, also on the one that is chosen.
-  ToolRail(EditorModel& model, std::function<void(EditorModel::Tool)> onSelect, QWidget* parent);
+  ToolRail(EditorModel& model, const std::function<void(EditorModel::Tool)>& onSelect, QWidget* parent);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

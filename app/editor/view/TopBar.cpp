@@ -30,7 +30,7 @@ QLayout* imageInfoBadge(QLabel* pixels, QLabel* file) {
 
 }  // namespace
 
-TopBar::TopBar(EditorModel& shown, std::function<void()> onCancel, std::function<void()> onSave,
+TopBar::TopBar(EditorModel& shown, const std::function<void()>& onCancel, const std::function<void()>& onSave,
                QWidget* parent)
     : QWidget(parent),
       model(shown),

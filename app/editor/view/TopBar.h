@@ -16,7 +16,8 @@ class TopBar : public QWidget {
  public:
   static constexpr int height = 54;
 
-  TopBar(EditorModel& model, std::function<void()> onCancel, std::function<void()> onSave, QWidget* parent);
+  TopBar(EditorModel& model, const std::function<void()>& onCancel, const std::function<void()>& onSave,
+         QWidget* parent);
 
  protected:
   void showEvent(QShowEvent* event) override;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -16,6 +17,13 @@ struct Size {
   int width = 0;
   int height = 0;
   bool operator==(const Size&) const = default;
+
+  /// Of its pixels.
+  [[nodiscard]] constexpr std::size_t count() const { return indexOf({0, height}); }
+  /// Of a pixel, row by row.
+  [[nodiscard]] constexpr std::size_t indexOf(Point at) const {
+    return static_cast<std::size_t>(at.y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(at.x);
+  }
 };
 
 struct Rectangle {

@@ -76,7 +76,7 @@ Magnifier::Magnifier(const Metrics& used)
   for (int y = lens.y; y < lens.bottom(); ++y)
     for (int x = lens.x; x < lens.right(); ++x)
       inside.values.push_back(
-          static_cast<std::uint8_t>(mask.artwork.pixels[static_cast<std::size_t>(y * width + x)] >> 24));
+          static_cast<std::uint8_t>(mask.artwork.pixels[mask.artwork.size.indexOf({x, y})] >> 24));
 }
 
 Rectangle Magnifier::sourceAround(Point pixel) {
@@ -98,7 +98,7 @@ Artwork Magnifier::draw(std::span<const std::uint32_t> pixels) const {
 }
 
 void Magnifier::drawPixels(Painter& painter, std::span<const std::uint32_t> pixels) const {
-  std::array<std::uint32_t, across * across> squares{}, lines{};
+  std::array<std::uint32_t, Size{across, across}.count()> squares{}, lines{};
   for (std::size_t i = 0; i < squares.size(); ++i) {
     squares[i] = pixels[i] == 0 ? beyondTheScreen : pixels[i] & 0xffffff;
     lines[i] = pixels[i] == 0 ? beyondTheScreen : gridColor(squares[i]);
@@ -109,7 +109,7 @@ void Magnifier::drawPixels(Painter& painter, std::span<const std::uint32_t> pixe
     for (int x = 0; x < lens.width; ++x, ++coverage) {
       if (*coverage == 0)
         continue;
-      const auto index = static_cast<std::size_t>(y / cell * across + x / cell);
+      const auto index = Size{across, across}.indexOf({x / cell, y / cell});
       const std::uint32_t rgb = isLine(x) || isLine(y) ? lines[index] : squares[index];
       const Point at{lens.x + x, lens.y + y};
       if (*coverage == 255)

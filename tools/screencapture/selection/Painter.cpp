@@ -31,7 +31,7 @@ void Painter::fill(const Rectangle& area, const Paint& paint) {
 void Painter::fill(const Coverage& mask, Point at, const Paint& paint) {
   for (int y = 0; y < mask.size.height; ++y) {
     for (int x = 0; x < mask.size.width; ++x) {
-      if (const int covered = mask.values[static_cast<std::size_t>(y * mask.size.width + x)]; covered > 0)
+      if (const int covered = mask.values[mask.size.indexOf({x, y})]; covered > 0)
         blend({at.x + x, at.y + y}, paint, covered / 255.0);
     }
   }

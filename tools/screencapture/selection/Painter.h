@@ -28,9 +28,7 @@ inline constexpr Paint ink{0.08, 0.09, 0.08, 1};
 /// shape's edge, negative inside; half a pixel on either side of the edge is blended.
 class Painter {
  public:
-  explicit Painter(Size size) : artwork{size, {}, {}} {
-    artwork.pixels.resize(static_cast<std::size_t>(size.width * size.height));
-  }
+  explicit Painter(Size size) : artwork{size, {}, {}} { artwork.pixels.resize(size.count()); }
 
   template <typename Distance>
   void fill(const Rectangle& within, const Paint& paint, Distance distance) {
@@ -61,9 +59,7 @@ class Painter {
   Artwork artwork;
 
  private:
-  std::uint32_t& pixelAt(Point at) {
-    return artwork.pixels[static_cast<std::size_t>(at.y * artwork.size.width + at.x)];
-  }
+  std::uint32_t& pixelAt(Point at) { return artwork.pixels[artwork.size.indexOf(at)]; }
 };
 
 /// A rectangle with round corners, as a shape.

@@ -9,7 +9,7 @@ namespace {
 
 std::vector<std::uint8_t> unpack(const BakedText& baked) {
   std::vector<std::uint8_t> values;
-  values.reserve(static_cast<std::size_t>(baked.size.width * baked.size.height));
+  values.reserve(baked.size.count());
   for (std::size_t i = 0; i < baked.packed.size(); ++i) {
     if (baked.packed[i] != 0)
       values.push_back(baked.packed[i]);
@@ -34,19 +34,28 @@ void reduce(int length, int count, Read read, Write write) {
 }
 
 Coverage reduced(const Coverage& large, Size size) {
-  const auto at = [](int x, int y, int width) { return static_cast<std::size_t>(y * width + x); };
   Coverage narrow{{size.width, large.size.height}, {}};
-  narrow.values.resize(at(0, large.size.height, size.width));
+  narrow.values.resize(narrow.size.count());
   for (int y = 0; y < large.size.height; ++y)
     reduce(
-        large.size.width, size.width, [&](int x) { return large.values[at(x, y, large.size.width)]; },
-        [&](int x, std::uint8_t value) { narrow.values[at(x, y, size.width)] = value; });
+        large.size.width, size.width,
+        [&](int x) {
+          return large.values[large.size.indexOf({x, y})];
+        },
+        [&](int x, std::uint8_t value) {
+          narrow.values[narrow.size.indexOf({x, y})] = value;
+        });
   Coverage small{size, {}};
-  small.values.resize(at(0, size.height, size.width));
+  small.values.resize(size.count());
   for (int x = 0; x < size.width; ++x)
     reduce(
-        large.size.height, size.height, [&](int y) { return narrow.values[at(x, y, size.width)]; },
-        [&](int y, std::uint8_t value) { small.values[at(x, y, size.width)] = value; });
+        large.size.height, size.height,
+        [&](int y) {
+          return narrow.values[narrow.size.indexOf({x, y})];
+        },
+        [&](int y, std::uint8_t value) {
+          small.values[size.indexOf({x, y})] = value;
+        });
   return small;
 }
 
@@ -77,13 +86,13 @@ Coverage lineOf(std::string_view text, Text characters, double scale) {
   Coverage line{{0, drawn.size.height}, {}};
   for (const char character : text)
     line.size.width += advance(character);
-  line.values.resize(static_cast<std::size_t>(line.size.width * line.size.height));
+  line.values.resize(line.size.count());
   int x = 0;
   for (const char character : text) {
     const auto index = static_cast<int>(order.find(character));
     for (int y = 0; character != ' ' && y < line.size.height; ++y)
-      std::copy_n(drawn.values.begin() + y * drawn.size.width + index * cell, cell,
-                  line.values.begin() + y * line.size.width + x);
+      std::copy_n(&drawn.values[drawn.size.indexOf({index * cell, y})], cell,
+                  &line.values[line.size.indexOf({x, y})]);
     x += advance(character);
   }
   return line;
