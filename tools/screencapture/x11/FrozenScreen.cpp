@@ -196,7 +196,8 @@ std::optional<std::vector<std::uint32_t>> FrozenScreen::pixels(const Rectangle& 
   for (int y = 0; y < seen.height; ++y) {
     format->toRgb(xcb_get_image_data(image.get()) + static_cast<std::size_t>(y) * stride, seen.width,
                   rgb.data());
-    auto color = colors.begin() + (seen.y - part.y + y) * part.width + (seen.x - part.x);
+    std::uint32_t* color =
+        &colors[Size{part.width, part.height}.indexOf({seen.x - part.x, seen.y - part.y + y})];
     for (std::size_t i = 0; i < rgb.size(); i += 3)
       *color++ = 0xff000000U | static_cast<std::uint32_t>(rgb[i] << 16 | rgb[i + 1] << 8 | rgb[i + 2]);
   }

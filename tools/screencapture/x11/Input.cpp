@@ -136,9 +136,9 @@ Key Input::keyOf(xcb_keycode_t code) {
     const auto mapping = reply(display, xcb_get_keyboard_mapping_reply, *mappingRequest);
     mappingRequest.reset();
     const int perKey = mapping ? mapping->keysyms_per_keycode : 0;
-    for (int i = 0; perKey > 0 && i < xcb_get_keyboard_mapping_keysyms_length(mapping.get()) / perKey; ++i)
-      meanings[static_cast<std::size_t>(display.setup().min_keycode + i)] =
-          keyOfSymbol(xcb_get_keyboard_mapping_keysyms(mapping.get())[i * perKey]);
+    auto meaning = meanings.begin() + display.setup().min_keycode;
+    for (int at = 0; perKey > 0 && at < xcb_get_keyboard_mapping_keysyms_length(mapping.get()); at += perKey)
+      *meaning++ = keyOfSymbol(xcb_get_keyboard_mapping_keysyms(mapping.get())[at]);
   }
   return meanings[code];
 }
