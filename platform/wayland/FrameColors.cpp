@@ -2,6 +2,8 @@
 
 #include <QtGui/private/qguiapplication_p.h>
 
+#include <utility>
+
 namespace platform {
 
 // Beside the toolkit's own way, which tells all widgets: they keep their colours.

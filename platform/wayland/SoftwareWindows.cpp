@@ -14,7 +14,6 @@ namespace {
 constexpr auto pluginVariable = "QT_WAYLAND_CLIENT_BUFFER_INTEGRATION";
 constexpr auto ignoreVariable = "QT_WAYLAND_DISABLE_HW_INTEGRATION";
 
-/// Whether the compositor draws windows' frames. The toolkit draws none in windows of this kind.
 bool compositorDrawsFrames() {
   return std::ranges::any_of(waylandGlobals()->all(), [](const WaylandGlobals::Global& global) {
     return global.interface == "zxdg_decoration_manager_v1";
