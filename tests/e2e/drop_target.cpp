@@ -1,5 +1,6 @@
-// A window that takes files dropped on it: drop_target X Y [PICTURE]. Says "over" when they are held over it,
-// and then the address of each one dropped. Shows the picture, if there is one, a pixel for each point.
+// A window that takes files dropped on it: drop_target X Y [PICTURE]. Says "over" when they are held over it
+// and the desktop knows that it would take them, and then the address of each one dropped. Shows the picture,
+// if there is one, a pixel for each point.
 
 #include "platform/base/Log.h"
 
@@ -25,12 +26,19 @@ class Target : public QLabel {
     setFixedSize(pixmap().size());
   }
 
+ private:
+  static void sayOver() {
+    QGuiApplication::sync();
+    platform::printLine(QStringLiteral("over"));
+  }
+
  protected:
   void dragEnterEvent(QDragEnterEvent* event) override {
     if (!event->mimeData()->hasUrls())
       return;
     event->acceptProposedAction();
-    platform::printLine(QStringLiteral("over"));
+    // The desktop hears of that when this returns: who lets go before it does drops nothing.
+    QMetaObject::invokeMethod(this, &Target::sayOver, Qt::QueuedConnection);
   }
   void dropEvent(QDropEvent* event) override {
     event->acceptProposedAction();

@@ -2,6 +2,7 @@
 #include "platform/desktop/ApplicationService.h"
 #include "tests/support/Waiting.h"
 
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusReply>
@@ -48,6 +49,8 @@ class ApplicationServiceTest : public testing::Test {
 TEST_F(ApplicationServiceTest, CallsArriveWithTheirTokens) {
   {
     const ApplicationService service(handlers);
+    until("the name is taken",
+          [this] { return caller.interface()->isServiceRegistered(u"org.sorrel.Sorrel"_s).value(); });
     const auto fine = [&](const QString& method, const QVariantList& arguments) {
       const QDBusMessage answer = call(method, arguments);
       EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
