@@ -28,6 +28,7 @@ struct SwayOptions {
   XWayland xwayland = XWayland::Off;
   /// Further lines of the compositor's configuration.
   QByteArray configuration{};
+  /// Without a name there is no keyboard, as on a tablet.
   QString keyboardLayout = QStringLiteral("us");
 };
 

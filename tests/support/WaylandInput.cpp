@@ -40,12 +40,10 @@ xkb_keymap* compile(const QString& layout) {
 WaylandInput::WaylandInput(wl_display* connected, const platform::WaylandGlobals& globals,
                            const QString& layout)
     : display(connected),
-      keymap(compile(layout), xkb_keymap_unref),
-      state(keymap ? xkb_state_new(keymap.get()) : nullptr, xkb_state_unref),
+      keymap(nullptr, xkb_keymap_unref),
+      state(nullptr, xkb_state_unref),
       keyboard(nullptr, zwp_virtual_keyboard_v1_destroy),
       pointer(nullptr, zwlr_virtual_pointer_v1_destroy) {
-  if (!keymap)
-    throw std::runtime_error("no keyboard layout " + layout.toStdString());
   const platform::WaylandObject<wl_seat> seat(globals.bind<wl_seat>(wl_seat_interface, 1), {wl_seat_destroy});
   const platform::WaylandObject<zwp_virtual_keyboard_manager_v1> keyboards(
       globals.bind<zwp_virtual_keyboard_manager_v1>(zwp_virtual_keyboard_manager_v1_interface, 1),
@@ -55,8 +53,20 @@ WaylandInput::WaylandInput(wl_display* connected, const platform::WaylandGlobals
       {zwlr_virtual_pointer_manager_v1_destroy});
   if (!seat || !keyboards || !pointers)
     throw std::runtime_error("the compositor lets nobody play its keyboard and pointer");
-  keyboard.reset(zwp_virtual_keyboard_manager_v1_create_virtual_keyboard(keyboards.get(), seat.get()));
   pointer.reset(zwlr_virtual_pointer_manager_v1_create_virtual_pointer(pointers.get(), seat.get()));
+  if (!layout.isEmpty())
+    plugIn(zwp_virtual_keyboard_manager_v1_create_virtual_keyboard(keyboards.get(), seat.get()), layout);
+  roundTrip();
+}
+
+WaylandInput::~WaylandInput() = default;
+
+void WaylandInput::plugIn(zwp_virtual_keyboard_v1* newKeyboard, const QString& layout) {
+  keyboard.reset(newKeyboard);
+  keymap.reset(compile(layout));
+  if (!keymap)
+    throw std::runtime_error("no keyboard layout " + layout.toStdString());
+  state.reset(xkb_state_new(keymap.get()));
   const std::unique_ptr<char, void (*)(void*)> text(
       xkb_keymap_get_as_string(keymap.get(), XKB_KEYMAP_FORMAT_TEXT_V1), free);
   const platform::Descriptor file = platform::newFileInMemory("keymap");
@@ -65,10 +75,7 @@ WaylandInput::WaylandInput(wl_display* connected, const platform::WaylandGlobals
     throw std::runtime_error("no memory for a keymap");
   zwp_virtual_keyboard_v1_keymap(keyboard.get(), WL_KEYBOARD_KEYMAP_FORMAT_XKB_V1, file.get(),
                                  static_cast<std::uint32_t>(all.size()));
-  roundTrip();
 }
-
-WaylandInput::~WaylandInput() = default;
 
 void WaylandInput::tapKey(int evdevCode) {
   pressKey(evdevCode);

@@ -19,14 +19,16 @@ class WaylandGlobals;
 namespace testing_support {
 
 /// Presses the keys and moves the pointer of a compositor that lets its clients do so, as a hand at the
-/// keyboard and mouse would. The seat has a pointer and a keyboard for as long as this object lives.
+/// keyboard and mouse would. The seat has a pointer, and a keyboard if it is wished, for as long as this
+/// object lives.
 ///
 /// Keys are named by their position, as in linux/input-event-codes.h (KEY_SPACE), whatever the layout makes
 /// of them. Points are in the compositor's own space, in which all outputs lie. Each call returns when the
 /// compositor has acted on it. Throws std::runtime_error where it doesn't offer this.
 class WaylandInput {
  public:
-  /// `layout` is a keyboard layout's name ("us"). The connection and what it offers must outlive this.
+  /// `layout` is a keyboard layout's name ("us"); without one there is no keyboard.
+  /// The connection and what it offers must outlive this.
   WaylandInput(wl_display* display, const platform::WaylandGlobals& globals, const QString& layout);
   ~WaylandInput();
   WaylandInput(const WaylandInput&) = delete;
@@ -43,6 +45,7 @@ class WaylandInput {
   void clickButton(int button);
 
  private:
+  void plugIn(zwp_virtual_keyboard_v1* newKeyboard, const QString& layout);
   void turnKey(int evdevCode, bool isDown);
   void turnButton(int button, bool isDown);
   void roundTrip();

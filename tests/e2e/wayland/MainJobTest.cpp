@@ -36,7 +36,7 @@ QImage noiseWithARedSpot(QSize size) {
 
 class WaylandJob : public testing::Test {
  protected:
-  WaylandJob() {
+  explicit WaylandJob(const SwayOptions& options = {}) : session(options) {
     session.write(u".config/Sorrel/defaults.json"_s, R"({"quillonPromptShown": true})");
     session.setBackground(desktop);
     program = session.start({sorrel});
@@ -88,6 +88,8 @@ class WaylandJob : public testing::Test {
     return thumbnail;
   }
   [[nodiscard]] QImage pasted() const {
+    until("a picture is copied",
+          [this] { return session.start(u"wl-paste --list-types"_s.split(u' '))->waitForEnd() == 0; });
     return QImage::fromData(session.run(u"wl-paste --type image/png"_s.split(u' ')))
         .convertToFormat(QImage::Format_RGB32);
   }
@@ -115,8 +117,7 @@ TEST_F(WaylandJob, ACaptureLandsInTheBottleAndInThePanelAndCanBePastedForGood) {
   session.input().pressKey(KEY_LEFTCTRL);
   session.input().tapKey(KEY_C);
   session.input().releaseKey(KEY_LEFTCTRL);
-  until("the picture is copied",
-        [&] { return session.start(u"wl-paste --list-types"_s.split(u' '))->waitForEnd() == 0; });
+  EXPECT_EQ(pasted(), desktop.copy(area));
   program->send(SIGKILL);
   program->waitForEnd();
   EXPECT_EQ(pasted(), desktop.copy(area));
@@ -170,6 +171,32 @@ TEST_F(WaylandJob, APictureIsDraggedFromThePanelIntoAnotherProgram) {
   until("the target has the file",
         [&] { return target->output().contains(QUrl::fromLocalFile(path).toEncoded()); });
   EXPECT_TRUE(QFile::exists(path));
+}
+
+class WaylandTablet : public WaylandJob {
+ protected:
+  WaylandTablet() : WaylandJob({.keyboardLayout = {}}) {}
+};
+
+TEST_F(WaylandTablet, TheJobIsDoneWithoutAKeyboard) {
+  const QRect area(150, 180, 411, 257);
+  beginCapture(u"--capture"_s);
+  drag(area);
+  EXPECT_EQ(waitForCapture(), desktop.copy(area));
+  (void)waitForThumbnail();
+  session.moveTo({20, 700});
+  session.input().clickButton(1);
+  waitUntilNothingIsShown();
+
+  beginCapture(u"--capture-to-clipboard"_s);
+  drag(area);
+  waitUntilNothingIsShown();
+  EXPECT_EQ(pasted(), desktop.copy(area));
+  beginCapture(u"--capture-and-edit"_s);
+  drag(area);
+  until("the editor is open", [&] { return session.windowTitles().size() == 1; });
+  session.run({sorrel, u"--quit"_s});
+  EXPECT_EQ(program->waitForEnd(), 0);
 }
 
 }  // namespace
