@@ -175,7 +175,8 @@ TEST_F(WaylandJob, APictureIsDraggedFromThePanelIntoAnotherProgram) {
 
 class WaylandTablet : public WaylandJob {
  protected:
-  WaylandTablet() : WaylandJob({.keyboardLayout = {}}) {}
+  /// New windows don't come to the front by themselves.
+  WaylandTablet() : WaylandJob({.configuration = "no_focus [app_id=\".*\"]\n", .keyboardLayout = {}}) {}
 };
 
 TEST_F(WaylandTablet, TheJobIsDoneWithoutAKeyboard) {
