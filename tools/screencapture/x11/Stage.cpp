@@ -33,8 +33,9 @@ std::unique_ptr<Stage> Stage::set(const Display& display, const std::optional<Co
 }
 
 void Stage::clear() {
-  overlay->hide();
+  // In this order: a click is meant for what is below as soon as nothing is seen of the selection any more.
   input.release();
+  overlay->hide();
   display.flush();
 }
 
