@@ -56,7 +56,7 @@ void expectItIsDone(const QString& action, Desktop& desktop, Sorrel& sorrel) {
     panel.waitUntilOpen();  // below the icon, also where both have just come
     panel.close();
   } else if (action == u"settings"_s) {
-    until("the settings are open", [&] { return settings.window().has_value(); });
+    settings.waitUntilOpen();
     settings.close();
   } else {
     EXPECT_EQ(sorrel.program().waitForEnd(), 0);

@@ -12,7 +12,9 @@ class Settings {
 
   Settings(Desktop& desktop, Sorrel& sorrel);
 
-  /// Each waits until the window is there and has the keyboard.
+  /// Until the window is there and has the keyboard.
+  void waitUntilOpen() const;
+  /// Each waits until it is open.
   void openByMenu();
   /// From the open panel.
   void openByKeys();
@@ -30,8 +32,6 @@ class Settings {
   [[nodiscard]] static QPointF changeFolder() { return {82, 240}; }
 
  private:
-  void waitUntilOpen() const;
-
   Desktop& desktop;
   Sorrel& sorrel;
   Tab current = Tab::General;
