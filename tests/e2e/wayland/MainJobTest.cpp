@@ -194,8 +194,12 @@ TEST_F(WaylandTablet, TheJobIsDoneWithoutAKeyboard) {
   waitUntilNothingIsShown();
   EXPECT_EQ(pasted(), desktop.copy(area));
   beginCapture(u"--capture-and-edit"_s);
+  const auto other = session.start({dropTarget, u"0"_s, u"0"_s});
+  until("the other window is there", [&] { return session.windowTitles().size() == 1; });
   drag(area);
-  until("the editor is open", [&] { return session.windowTitles().size() == 1; });
+  until("the editor is open", [&] { return session.windowTitles().size() == 2; });
+  for (int i = 0; i < 3; ++i)  // until after the editor has asked to come to the front
+    (void)session.settledPicture();
   session.run({sorrel, u"--quit"_s});
   EXPECT_EQ(program->waitForEnd(), 0);
 }
