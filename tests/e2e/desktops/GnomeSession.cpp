@@ -33,10 +33,7 @@ GnomeSession::GnomeSession(XWayland xwayland) {
   waitForName(u"org.gnome.Shell.Portal"_s);
   add({u"/usr/libexec/xdg-permission-store"_s});
   waitForName(u"org.freedesktop.impl.portal.PermissionStore"_s);
-  const QString store = u"org.freedesktop.impl.portal.PermissionStore"_s;
-  run({u"gdbus"_s, u"call"_s, u"--session"_s, u"--dest"_s, store, u"--object-path"_s,
-       u"/org/freedesktop/impl/portal/PermissionStore"_s, u"--method"_s, store + u".SetPermission"_s,
-       u"screenshot"_s, u"true"_s, u"screenshot"_s, QString(), u"['yes']"_s});
+  setScreenshotsAllowed(true);
   startPortal(u"/usr/libexec/xdg-desktop-portal-gnome"_s, u"org.freedesktop.impl.portal.desktop.gnome"_s);
   add({u"/usr/libexec/gsd-media-keys"_s});  // runs what is bound to the user's own hot keys
   // It begins with the overview of all windows.
@@ -59,6 +56,13 @@ void GnomeSession::findXDisplay(Program& shell) {
   if (keys.isEmpty())
     throw std::runtime_error("GNOME Shell leaves no key to X");
   setVariable("XAUTHORITY", runtime + u'/' + keys.first());
+}
+
+void GnomeSession::setScreenshotsAllowed(bool areAllowed) {
+  const QString store = u"org.freedesktop.impl.portal.PermissionStore"_s;
+  run({u"gdbus"_s, u"call"_s, u"--session"_s, u"--dest"_s, store, u"--object-path"_s,
+       u"/org/freedesktop/impl/portal/PermissionStore"_s, u"--method"_s, store + u".SetPermission"_s,
+       u"screenshot"_s, u"true"_s, u"screenshot"_s, QString(), areAllowed ? u"['yes']"_s : u"['no']"_s});
 }
 
 GnomeSession::~GnomeSession() {

@@ -14,6 +14,8 @@ class GnomeSession : public DesktopSession {
   explicit GnomeSession(XWayland xwayland);
   ~GnomeSession() override;
 
+  void setScreenshotsAllowed(bool areAllowed);
+
   [[nodiscard]] QImage picture() override { return screen.picture(); }
   void moveTo(QPoint point) override { hand.moveTo(point.x(), point.y()); }
   void turnButton(bool isDown) override;

@@ -186,5 +186,21 @@ INSTANTIATE_TEST_SUITE_P(Kinds, OtherDesktop,
                                          DesktopKind::GnomeShellWithoutX),
                          [](const auto& kind) { return nameOf(kind.param); });
 
+class Refusal : public OtherDesktop {};
+
+TEST_P(Refusal, OfAScreenshotIsLoggedAndToldWithWhatHelps) {
+  dynamic_cast<GnomeSession&>(*session).setScreenshotsAllowed(false);
+  const auto notes = session->start({u"dbus-monitor"_s, u"--session"_s, u"member='Notify'"_s});
+  until("somebody listens", [&] { return !notes->output().isEmpty(); });
+  session->run({sorrel, u"--capture"_s});
+  until("it is told", [&] { return notes->output().contains("screencapture-services ask-again"); });
+  EXPECT_TRUE(program->errors().contains("doesn't allow screenshots"));
+  EXPECT_TRUE(isAsBefore(session->settledPicture()));
+  EXPECT_TRUE(bottle().isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, Refusal, testing::Values(DesktopKind::GnomeShell),
+                         [](const auto& kind) { return nameOf(kind.param); });
+
 }  // namespace
 }  // namespace e2e
