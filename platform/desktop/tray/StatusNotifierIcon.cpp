@@ -49,9 +49,8 @@ QPoint placeOfX11Click(const QPoint& told) {
 std::optional<QPoint> placeOfClick(const QPoint& told) {
   if (!waylandDisplay())
     return placeOfX11Click(told);
-  if (told.x() < iconsReach && told.y() < iconsReach)
-    if (const auto pointer = pointerPlace())
-      return pointer;
+  if (told.x() < iconsReach && told.y() < iconsReach && canAskForPointerPlace())
+    return pointerPlace();
   return !told.isNull() && QGuiApplication::screenAt(told) ? std::optional(told) : std::nullopt;
 }
 

@@ -48,7 +48,7 @@ void LayerPanelSurface::watchOtherOutputs() {
   });
   for (const QScreen* const screen : QGuiApplication::screens())
     if (screen != output)
-      otherOutputs.push_back(std::make_unique<Pane>(*screen));
+      otherOutputs.push_back(std::make_unique<Pane>(*screen, LayerRole::Extent::WholeOutput));
 }
 
 bool LayerPanelSurface::isOnOtherOutput(const wl_surface* surface) const {

@@ -25,10 +25,10 @@ bool arePanesOffered() {
          globals->version(wl_seat_interface) >= WL_SEAT_RELEASE_SINCE_VERSION;
 }
 
-Pane::Pane(const QScreen& screen)
+Pane::Pane(const QScreen& screen, LayerRole::Extent extent)
     : place(screen.geometry()),
       pane(wl_compositor_create_surface(waylandCompositor()), {wl_surface_destroy}),
-      role(*pane, waylandOutput(screen), LayerRole::Extent::WholeOutput, {}),
+      role(*pane, waylandOutput(screen), extent, {}),
       viewport(viewportOf(*pane)),
       pixel(clearPixel(*waylandGlobals())) {
   if (!role.size() || !pixel)

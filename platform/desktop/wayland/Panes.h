@@ -19,7 +19,7 @@ namespace platform {
 /// Over an output, transparent, and there for the pointer.
 class Pane {
  public:
-  explicit Pane(const QScreen& screen);
+  Pane(const QScreen& screen, LayerRole::Extent extent);
   Pane(const Pane&) = delete;
   Pane& operator=(const Pane&) = delete;
 

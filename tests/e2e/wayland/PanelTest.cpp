@@ -132,6 +132,17 @@ TEST_F(WaylandPanelTest, IsAtThePointerWhereTheTrayCountsFromItsIcon) {
   program.waitUntilAt(QRect({1000 - 230 + 1, 12 + 1 + 4}, sorrel::PanelGeometry::size));
 }
 
+TEST_F(WaylandPanelTest, IsAtThePointerThatTheTrayStillHoldsDownAboveAllWindows) {
+  const auto other = startOther();
+  desktop.command(u"[title=\"Drop here\"] fullscreen enable"_s);
+  until("the icon is there", [this] { return tray.hasItem(); });
+  desktop.moveTo({1000, 12});
+  desktop.input().pressButton(1);
+  tray.activate({14, 15});
+  desktop.input().releaseButton(1);
+  program.waitUntilAt(QRect({1000 - 230 + 1, 12 + 1 + 4}, sorrel::PanelGeometry::size));
+}
+
 TEST_F(WaylandPanelTest, StaysWhileTheLockIsOnAndLeavesTheKeyboardToOthers) {
   const auto other = startOther();
   const QRect frame = open();
