@@ -179,6 +179,13 @@ void Screen::giveKeyboard(quint32 window) {
   roundTrip();
 }
 
+quint32 Screen::activeWindow() const {
+  const QByteArray value = property(screen->root, "_NET_ACTIVE_WINDOW");
+  quint32 window = 0;
+  memcpy(&window, value.constData(), std::min(sizeof window, size_t(value.size())));
+  return window;
+}
+
 quint32 Screen::pixmapOf(const QImage& picture) {
   const QImage image =
       picture.convertToFormat(screen->root_depth == 16 ? QImage::Format_RGB16 : QImage::Format_RGB32);

@@ -59,6 +59,8 @@ class Screen {
   /// The window that gets the keys; 0 if none.
   [[nodiscard]] quint32 keyboardWindow() const;
   void giveKeyboard(quint32 window);
+  /// The one that the window manager takes for the one in use; 0 if none.
+  [[nodiscard]] quint32 activeWindow() const;
   /// Makes `picture` the desktop's background, from the top left corner on.
   void paintRoot(const QImage& picture);
   /// Opens a window that shows `picture`, with its contents (not its frame) at `position`, and waits until it

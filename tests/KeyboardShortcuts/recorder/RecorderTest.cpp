@@ -110,7 +110,9 @@ class RecorderTest : public ::testing::Test {
   void answer(const QString& text) {
     const QWidget* const alert = QApplication::activeModalWidget();
     ASSERT_TRUE(alert);
-    until("the alert has the keyboard", [&] { return alert->isActiveWindow(); });
+    // Which the window manager has to know, too: it then gives the keyboard on to another window.
+    until("the alert has the keyboard",
+          [&] { return alert->isActiveWindow() && other.activeWindow() == alert->winId(); });
     for (auto* const candidate : alert->findChildren<QPushButton*>())
       if (candidate->text() == text)
         candidate->click();
