@@ -91,6 +91,20 @@ TEST(WaylandTool, takesAPartThatLiesOnTwoOutputs) {
   EXPECT_EQ(taken.copy(40, 0, 81, 81), desk.backgrounds[1].copy(0, 40, 81, 81));
 }
 
+TEST(WaylandTool, oneSelectionIsOpenAtATimeAndTheNextMayBeginWhenItIsGone) {
+  Desk desk(outputs(1));
+  for (int i = 0; i < 3; ++i) {
+    const auto tool = desk.selecting();
+    const QImage frozen = desk.session.settledPicture();
+    const auto second = desk.session.start({QStringLiteral(SORREL_CAPTURE_TOOL), u"-i"_s, desk.file});
+    EXPECT_EQ(second->waitForEnd(), 1);
+    EXPECT_EQ(second->errors(), "screencapture: another selection is open\n");
+    EXPECT_EQ(desk.session.settledPicture(), frozen);
+    desk.session.input().tapKey(KEY_ESC);
+    desk.waitUntilGone();
+  }
+}
+
 TEST(WaylandTool, leavesNothingWhenItIsCancelled) {
   Desk desk(outputs(1));
   const std::function<void()> ways[] = {[&] { desk.session.input().tapKey(KEY_ESC); },

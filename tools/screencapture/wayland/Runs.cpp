@@ -7,6 +7,7 @@
 #include "tools/screencapture/wayland/Services.h"
 #include "tools/screencapture/wayland/Session.h"
 #include "tools/screencapture/wayland/SwayWindows.h"
+#include "tools/screencapture/wayland/Turn.h"
 
 #include <cstdio>
 
@@ -16,12 +17,18 @@ namespace {
 
 /// The frozen screen, or what the desktop's services gave instead.
 struct Beginning {
+  platform::Descriptor turn;
   std::unique_ptr<Stage> stage;
   ServicesAnswer answer;
 };
 
 Beginning begin(Display& display, ServicesQuestion question, const std::optional<Color>& veil) {
-  Beginning beginning{Stage::copy(display, veil), {}};
+  Beginning beginning{takeTurn(), nullptr, {}};
+  if (!beginning.turn.isOpen()) {
+    complain(display, "another selection is open");
+    return beginning;
+  }
+  beginning.stage = Stage::copy(display, veil);
   if (beginning.stage || display.isLost())
     return beginning;
   beginning.answer = askServices(display, question);
@@ -38,6 +45,12 @@ void tellRefusal(Language language) {
   notify(sentence(Sentence::RefusalTitle, language), advice);
 }
 
+/// Gives the screen back. First the turn: who sees the screen as it was may begin anew.
+void end(Beginning& beginning) {
+  beginning.turn = {};
+  beginning.stage->clear();
+}
+
 /// True where the gestures have taken something. Where they were cut short, that is said.
 bool hasTaken(const Stage& stage, const Gestures& gestures) {
   if (gestures.outcome() == Outcome::Open)
@@ -51,7 +64,7 @@ std::optional<platform::PngFile> captureInteractively(Display& display, Language
   // Asked at the moment at which the screen is frozen.
   SwayWindows swayWindows;
   PlasmaWindows plasmaWindows(display);
-  const Beginning beginning = begin(display, ServicesQuestion::Picture, veil);
+  Beginning beginning = begin(display, ServicesQuestion::Picture, veil);
   if (beginning.answer.kind == AnswerHeader::Refused)
     tellRefusal(language);
   if (beginning.answer.kind == AnswerHeader::Selected)
@@ -66,7 +79,7 @@ std::optional<platform::PngFile> captureInteractively(Display& display, Language
   SelectionUse use(stage, stage.setting(), frames ? std::optional(stage.onScreen(*frames)) : std::nullopt,
                    language);
   perform(stage, use);
-  stage.clear();
+  end(beginning);
   const std::optional<Rectangle> part = use.result().selected();
   if (!hasTaken(stage, use.result()) || !part)
     return std::nullopt;
@@ -77,7 +90,7 @@ std::optional<platform::PngFile> captureInteractively(Display& display, Language
 }
 
 std::optional<std::uint32_t> pickColor(Display& display) {
-  const Beginning beginning = begin(display, ServicesQuestion::Color, std::nullopt);
+  Beginning beginning = begin(display, ServicesQuestion::Color, std::nullopt);
   if (beginning.answer.kind == AnswerHeader::Color)
     return beginning.answer.color;
   if (!beginning.stage)
@@ -85,7 +98,7 @@ std::optional<std::uint32_t> pickColor(Display& display) {
   Stage& stage = *beginning.stage;
   ColorPickUse use(stage, stage.setting());
   perform(stage, use);
-  stage.clear();
+  end(beginning);
   if (!hasTaken(stage, use.result()))
     return std::nullopt;
   const Point pixel = use.result().pixel();
