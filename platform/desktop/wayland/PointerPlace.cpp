@@ -16,7 +16,7 @@ namespace {
 
 // The pointer comes with the compositor's next frame, and where the tray tells of a click at its press only
 // once the button is up.
-constexpr int patience = 600;  // milliseconds
+constexpr int patience = 1500;  // milliseconds
 
 /// Handles what comes for the queue until the deadline, at least once; false where nothing more comes.
 bool handleEvents(wl_event_queue* queue, const QDeadlineTimer& deadline) {
