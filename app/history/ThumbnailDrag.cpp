@@ -32,14 +32,15 @@ void dragFile(const QUrl& file, const QPixmap& picture, const QPoint& grabbedAt,
   // The drag runs an event loop of its own, in which the panel may close: it starts from outside of the
   // panel's calls, and owes nothing to it.
   const auto drag = [file, hanging = dragPicture(picture), grabbedAt, view = QPointer(&from)] {
-    const platform::DragFromPanel dragging(view);
+    platform::DragFromPanel dragging(view);
     auto* const contents = new QMimeData;
     contents->setUrls({file});
     auto* const session = new QDrag(qApp);
     session->setMimeData(contents);
     session->setPixmap(hanging);
     session->setHotSpot(grabbedAt);
-    session->exec(Qt::CopyAction);
+    if (session->exec(Qt::CopyAction) != Qt::IgnoreAction)
+      dragging.setTaken();
   };
   QMetaObject::invokeMethod(qApp, drag, Qt::QueuedConnection);
 }

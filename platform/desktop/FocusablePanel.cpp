@@ -68,12 +68,12 @@ void FocusablePanel::resignKey() {
 DragFromPanel::DragFromPanel(const QWidget* view)
     : panel(view ? dynamic_cast<FocusablePanel*>(view->window()) : nullptr) {
   if (panel)
-    panel->surface->setDragging(true);
+    panel->surface->beginDrag();
 }
 
 DragFromPanel::~DragFromPanel() {
   if (panel)
-    panel->surface->setDragging(false);
+    panel->surface->endDrag(isTaken);
 }
 
 bool isBackdropBlurred(const QWidget& view) {

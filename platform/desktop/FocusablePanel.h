@@ -80,8 +80,12 @@ class DragFromPanel {
   DragFromPanel(const DragFromPanel&) = delete;
   DragFromPanel& operator=(const DragFromPanel&) = delete;
 
+  /// A program has taken it.
+  void setTaken() { isTaken = true; }
+
  private:
   const QPointer<FocusablePanel> panel;
+  bool isTaken = false;
 };
 
 /// The same of the panel that the view is in; no where it is in none.

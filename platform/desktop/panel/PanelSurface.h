@@ -53,7 +53,9 @@ class PanelSurface {
   /// While the user selects a part of the screen, which is done above the panel.
   virtual void setSelecting(bool) {}
   /// While something is dragged out of the panel it can be dropped on all that lies beside it.
-  virtual void setDragging(bool) {}
+  virtual void beginDrag() {}
+  /// `isTaken` where a program has taken what was dragged.
+  virtual void endDrag([[maybe_unused]] bool isTaken) {}
   /// An event of the window, as QWidget::nativeEvent() has it.
   virtual void handleNative(const QByteArray&, const void*) {}
 };

@@ -17,7 +17,8 @@ class CoveringPanelSurface : public QObject, public PanelSurface {
   [[nodiscard]] bool hasKeyboard() const override { return isDragging; }
   [[nodiscard]] bool isBackdropBlurred() const override;
   void setStaying(bool isStaying) override;
-  void setDragging(bool isDragging) override;
+  void beginDrag() override { setDragging(true); }
+  void endDrag(bool) override { setDragging(false); }
 
  protected:
   CoveringPanelSurface(QWidget& window, PanelSheet& sheet, Handlers handlers);
@@ -34,6 +35,7 @@ class CoveringPanelSurface : public QObject, public PanelSurface {
   const Handlers handlers;
 
  private:
+  void setDragging(bool isDragging);
   void takeClicks();
 
   QRectF shownAt;

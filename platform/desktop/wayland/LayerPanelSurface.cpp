@@ -72,14 +72,24 @@ void LayerPanelSurface::setStaying(bool stays) {
   watchOtherOutputs();
 }
 
-void LayerPanelSurface::setDragging(bool drags) {
-  CoveringPanelSurface::setDragging(drags);
+void LayerPanelSurface::beginDrag() {
+  CoveringPanelSurface::beginDrag();
   watchOtherOutputs();
-  // There are compositors that give the keyboard to what something is dragged over.
-  if (!drags && layer && !isPanelStaying() && QGuiApplication::focusWindow() != window.windowHandle()) {
-    layer->setKeyboard(Keyboard::Elsewhere);
-    layer->setKeyboard(Keyboard::Here);
+}
+
+void LayerPanelSurface::endDrag(bool isTaken) {
+  CoveringPanelSurface::endDrag(isTaken);
+  watchOtherOutputs();
+  if (!layer || isPanelStaying() || QGuiApplication::focusWindow() == window.windowHandle())
+    return;
+  // There are compositors that give the keyboard to what something is dragged over. A program that has taken
+  // it may ask what to do with it, in a menu that goes with the keyboard.
+  if (isTaken) {
+    handlers.keyLost();
+    return;
   }
+  layer->setKeyboard(Keyboard::Elsewhere);
+  layer->setKeyboard(Keyboard::Here);
 }
 
 void LayerPanelSurface::setSelecting(bool isSelecting) {

@@ -19,7 +19,8 @@ class LayerPanelSurface : public CoveringPanelSurface {
   void close() override;
   void setStaying(bool isStaying) override;
   void setSelecting(bool isSelecting) override;
-  void setDragging(bool isDragging) override;
+  void beginDrag() override;
+  void endDrag(bool isTaken) override;
 
  protected:
   [[nodiscard]] QPoint origin() const override;
