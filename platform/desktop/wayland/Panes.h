@@ -46,6 +46,8 @@ class PanePointer {
   PanePointer(const PanePointer&) = delete;
   PanePointer& operator=(const PanePointer&) = delete;
 
+  /// Not where there is touch alone.
+  [[nodiscard]] bool isThere() const { return hasPointer; }
   /// The surface that the pointer is on, or was on last; nullptr before.
   [[nodiscard]] const wl_surface* surface() const { return entered; }
   /// Where it came onto the surface, in the surface's points.

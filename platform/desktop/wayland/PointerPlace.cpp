@@ -44,6 +44,8 @@ std::optional<QPoint> pointerPlace() {
   const WaylandObject<wl_event_queue> queue(wl_display_create_queue(waylandDisplay()),
                                             {wl_event_queue_destroy});
   const PanePointer pointer(queue.get());
+  if (!pointer.isThere())
+    return std::nullopt;
   // On the topmost layer: among bars of a layer of theirs the older ones would stay above.
   std::vector<std::unique_ptr<Pane>> panes;
   for (const QScreen* const screen : QGuiApplication::screens())
