@@ -13,7 +13,7 @@ namespace platform {
 class CoveringPanelSurface : public QObject, public PanelSurface {
  public:
   void moveTo(const QRectF& place, double opacity) override;
-  /// What is dragged takes the keyboard along on some desktops, and it comes back.
+  /// What is dragged takes the keyboard along on some desktops; the drag's end tells what becomes of that.
   [[nodiscard]] bool hasKeyboard() const override { return isDragging; }
   [[nodiscard]] bool isBackdropBlurred() const override;
   void setStaying(bool isStaying) override;

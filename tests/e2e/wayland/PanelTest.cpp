@@ -139,6 +139,7 @@ TEST_F(WaylandPanelTest, IsAtThePointerThatTheTrayStillHoldsDownAboveAllWindows)
   until("the icon is there", [this] { return tray.hasItem(); });
   desktop.moveTo({1000, 12});
   desktop.input().pressButton(1);
+  // While the click is answered; nothing tells when the compositor has been asked.
   QTimer::singleShot(50, [this] { desktop.input().releaseButton(1); });
   tray.activate({14, 15});
   program.waitUntilAt(QRect({1000 - 230 + 1, 12 + 1 + 4}, sorrel::PanelGeometry::size));

@@ -17,14 +17,14 @@ namespace {
 
 /// The frozen screen, or what the desktop's services gave instead.
 struct Beginning {
-  platform::Descriptor turn;
+  std::optional<platform::Descriptor> turn;
   std::unique_ptr<Stage> stage;
   ServicesAnswer answer;
 };
 
 Beginning begin(Display& display, ServicesQuestion question, const std::optional<Color>& veil) {
   Beginning beginning{takeTurn(), nullptr, {}};
-  if (!beginning.turn.isOpen()) {
+  if (!beginning.turn) {
     complain(display, "another selection is open");
     return beginning;
   }
@@ -47,7 +47,7 @@ void tellRefusal(Language language) {
 
 /// Gives the screen back. First the turn: who sees the screen as it was may begin anew.
 void end(Beginning& beginning) {
-  beginning.turn = {};
+  beginning.turn.reset();
   beginning.stage->clear();
 }
 

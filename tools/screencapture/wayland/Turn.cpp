@@ -1,5 +1,6 @@
 #include "tools/screencapture/wayland/Turn.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <string>
@@ -22,12 +23,11 @@ std::string lockPath() {
 
 }  // namespace
 
-platform::Descriptor takeTurn() {
+std::optional<platform::Descriptor> takeTurn() {
   platform::Descriptor lock(open(lockPath().c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-  // Where there is no place for a lock, a second selection is the lesser evil than none.
-  if (!lock.isOpen())
-    return platform::Descriptor(open("/dev/null", O_RDWR | O_CLOEXEC));
-  return flock(lock.get(), LOCK_EX | LOCK_NB) == 0 ? std::move(lock) : platform::Descriptor();
+  if (lock.isOpen() && flock(lock.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+    return std::nullopt;
+  return lock;
 }
 
 }  // namespace screencapture::wayland
