@@ -3,6 +3,8 @@
 #include <QGuiApplication>
 #include <qpa/qplatformnativeinterface.h>
 
+#include <algorithm>
+
 namespace platform {
 
 namespace {
@@ -55,6 +57,26 @@ wl_seat* waylandSeat() {
 
 wl_compositor* waylandCompositor() {
   return static_cast<wl_compositor*>(resource("compositor"));
+}
+
+std::uint32_t waylandSeatCapabilities() {
+  // On a queue of its own, so that no other events are handled meanwhile.
+  const WaylandObject<wl_event_queue> queue(wl_display_create_queue(waylandDisplay()),
+                                            {wl_event_queue_destroy});
+  const std::uint32_t version =
+      std::min<std::uint32_t>(waylandGlobals()->version(wl_seat_interface), WL_SEAT_RELEASE_SINCE_VERSION);
+  const WaylandObject<wl_seat> seat(
+      waylandGlobals()->bind<wl_seat>(wl_seat_interface, version, queue.get()),
+      {version == WL_SEAT_RELEASE_SINCE_VERSION ? wl_seat_release : wl_seat_destroy});
+  if (!seat)
+    return 0;
+  std::uint32_t capabilities = 0;
+  static constexpr wl_seat_listener listener{
+      [](void* answer, wl_seat*, std::uint32_t told) { *static_cast<std::uint32_t*>(answer) = told; },
+      [](void*, wl_seat*, const char*) {}};
+  wl_seat_add_listener(seat.get(), &listener, &capabilities);
+  wl_display_roundtrip_queue(waylandDisplay(), queue.get());
+  return capabilities;
 }
 
 std::uint32_t waylandInputSerial() {

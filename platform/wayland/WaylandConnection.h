@@ -20,6 +20,10 @@ namespace platform {
 [[nodiscard]] wl_seat* waylandSeat();
 [[nodiscard]] wl_compositor* waylandCompositor();
 
+/// What the compositor's seat has now, by the bits of WL_SEAT_CAPABILITY_…; asks and waits for the answer.
+/// Who asks a seat for a keyboard or a pointer that it never had loses the connection.
+[[nodiscard]] std::uint32_t waylandSeatCapabilities();
+
 /// Of the last press of a key or button that reached this program.
 [[nodiscard]] std::uint32_t waylandInputSerial();
 

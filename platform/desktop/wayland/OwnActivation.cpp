@@ -42,22 +42,13 @@ bool canAskForOwnActivation() {
 }
 
 QByteArray ownActivationToken() {
-  if (!canAskForOwnActivation())
+  if (!canAskForOwnActivation() || !(waylandSeatCapabilities() & WL_SEAT_CAPABILITY_KEYBOARD))
     return {};
   const WaylandGlobals* const globals = waylandGlobals();
   const WaylandObject<wl_event_queue> queue(wl_display_create_queue(waylandDisplay()),
                                             {wl_event_queue_destroy});
-  bool hasKeyboard = false;
   const WaylandObject<wl_seat> seat(globals->bind<wl_seat>(wl_seat_interface, 1, queue.get()),
                                     {wl_seat_destroy});
-  static constexpr wl_seat_listener seatListener{
-      .capabilities = [](void* has, auto*,
-                         auto told) { *static_cast<bool*>(has) = told & WL_SEAT_CAPABILITY_KEYBOARD; },
-      .name = [](void*, auto*, auto*) {}};
-  wl_seat_add_listener(seat.get(), &seatListener, &hasKeyboard);
-  wl_display_roundtrip_queue(waylandDisplay(), queue.get());
-  if (!hasKeyboard)  // to ask for one would end the connection, and the program with it
-    return {};
   const WaylandObject<xdg_activation_v1> activation(
       globals->bind<xdg_activation_v1>(xdg_activation_v1_interface, 1, queue.get()),
       {xdg_activation_v1_destroy});

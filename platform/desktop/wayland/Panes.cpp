@@ -39,9 +39,6 @@ Pane::Pane(const QScreen& screen, LayerRole::Extent extent)
 }
 
 struct PanePointer::Listeners {
-  static void capabilities(void* self, wl_seat*, std::uint32_t told) {
-    static_cast<PanePointer*>(self)->hasPointer = told & WL_SEAT_CAPABILITY_POINTER;
-  }
   static void enter(void* self, wl_pointer*, std::uint32_t, wl_surface* surface, wl_fixed_t x, wl_fixed_t y) {
     auto& own = *static_cast<PanePointer*>(self);
     own.entered = surface;
@@ -54,7 +51,6 @@ struct PanePointer::Listeners {
       onPress();
   }
 
-  static constexpr wl_seat_listener seat{capabilities, [](void*, wl_seat*, const char*) {}};
   static constexpr wl_pointer_listener pointer{
       enter,
       [](void*, wl_pointer*, std::uint32_t, wl_surface*) {},
@@ -71,16 +67,9 @@ struct PanePointer::Listeners {
 
 PanePointer::PanePointer(wl_event_queue* queue, std::function<void()> pressed)
     : onPress(std::move(pressed)), seat(nullptr, {wl_seat_release}), pointer(nullptr, {wl_pointer_release}) {
-  constexpr std::uint32_t version = 5;
-  // Asked on a queue of its own, so that no other events are handled meanwhile.
-  const WaylandObject<wl_event_queue> question(wl_display_create_queue(waylandDisplay()),
-                                               {wl_event_queue_destroy});
-  seat.reset(waylandGlobals()->bind<wl_seat>(wl_seat_interface, version, question.get()));
-  wl_seat_add_listener(seat.get(), &Listeners::seat, this);
-  wl_display_roundtrip_queue(waylandDisplay(), question.get());
-  wl_proxy_set_queue(reinterpret_cast<wl_proxy*>(seat.get()), queue);
-  if (!hasPointer)
+  if (!(waylandSeatCapabilities() & WL_SEAT_CAPABILITY_POINTER))
     return;
+  seat.reset(waylandGlobals()->bind<wl_seat>(wl_seat_interface, WL_SEAT_RELEASE_SINCE_VERSION, queue));
   pointer.reset(wl_seat_get_pointer(seat.get()));
   wl_pointer_add_listener(pointer.get(), &Listeners::pointer, this);
 }

@@ -47,7 +47,7 @@ class PanePointer {
   PanePointer& operator=(const PanePointer&) = delete;
 
   /// Not where there is touch alone.
-  [[nodiscard]] bool isThere() const { return hasPointer; }
+  [[nodiscard]] bool isThere() const { return bool(pointer); }
   /// The surface that the pointer is on, or was on last; nullptr before.
   [[nodiscard]] const wl_surface* surface() const { return entered; }
   /// Where it came onto the surface, in the surface's points.
@@ -59,7 +59,6 @@ class PanePointer {
   const std::function<void()> onPress;
   WaylandObject<wl_seat> seat;
   WaylandObject<wl_pointer> pointer;
-  bool hasPointer = false;
   const wl_surface* entered = nullptr;
   QPointF enteredAt;
 };
